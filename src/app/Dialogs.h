@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace k520 {
+
+/// The icon of a message box.
+enum class BoxIcon { question, exclamation, critical };
+
+/// A file chooser: `filter` in the form "Data File(*.dat)|*.dat", `folder` where it starts.
+struct FileChoice {
+    std::string filter;
+    std::string folder;
+    std::string defaultExtension;
+};
+
+/// The seam through which every question and box goes. The desktop shows windows, the command line
+/// answers by its arguments, tests by a script.
+class Dialogs {
+  public:
+    virtual ~Dialogs() = default;
+
+    /// A Yes/No box with the question icon; true for Yes.
+    virtual bool ask(const std::string& title, const std::string& text) = 0;
+    /// A box with an OK button.
+    virtual void tell(BoxIcon icon, const std::string& title, const std::string& text) = 0;
+    /// The chosen file's path, or an empty text when cancelled.
+    virtual std::string openFile(const FileChoice& choice) = 0;
+    /// The same for saving; asks nothing before an existing file is overwritten. Raises a
+    /// RuntimeError where the chooser fails after a name was given.
+    virtual std::string saveFile(const FileChoice& choice) = 0;
+    /// Shows the custom range dialog; it sets the band limits itself.
+    virtual void customRange() = 0;
+};
+
+/// The dialogs in force: ones that answer No, choose nothing and show nothing until setDialogs puts
+/// others in their place.
+[[nodiscard]] Dialogs& theDialogs() noexcept;
+/// Puts `dialogs` in force, or the silent ones for a null pointer. The caller keeps them alive.
+void setDialogs(Dialogs* dialogs) noexcept;
+
+}  // namespace k520

@@ -1,0 +1,327 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/Files.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <limits>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "app/RuntimeError.h"
+
+namespace k520::files {
+
+namespace {
+
+namespace fs = std::filesystem;
+using Status = struct stat;
+using Bytes = std::span<const std::uint8_t>;
+
+constexpr int mostLinks = 40;
+constexpr int mostTemporaryNames = 100;
+constexpr mode_t allModeBits = 07777;
+
+/// An open file or folder.
+class Descriptor {
+  public:
+    explicit Descriptor(int number) noexcept : number_(number) {}
+    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    Descriptor& operator=(Descriptor&&) = delete;
+    ~Descriptor() {
+        if (number_ >= 0) {
+            ::close(number_);
+        }
+    }
+
+    [[nodiscard]] int get() const noexcept { return number_; }
+    /// Gives the descriptor back whatever the answer is; -1 where the system reports a failure.
+    [[nodiscard]] int close() noexcept { return ::close(release()); }
+    [[nodiscard]] int release() noexcept { return std::exchange(number_, -1); }
+
+  private:
+    int number_;
+};
+
+/// The call's result once no signal interrupts it any more.
+template <class Call>
+auto retried(Call call) {
+    auto result = call();
+    while (result == -1 && errno == EINTR) {
+        result = call();
+    }
+    return result;
+}
+
+template <class Result>
+Result checked(Result result, const fs::path& subject) {
+    if (result == -1) {
+        throwSystemError(errno, subject.string());
+    }
+    return result;
+}
+
+[[noreturn]] void refuse(std::int16_t number, const fs::path& path, std::string_view words) {
+    throw RuntimeError(number, fmt::format("{}: {}", path.string(), words));
+}
+
+bool meansMissing(int systemError) {
+    return systemError == ENOENT || systemError == ENOTDIR;
+}
+
+/// What stands behind the path, links followed; nothing where there is none.
+std::optional<Status> statusOf(const fs::path& path) {
+    Status status{};
+    if (retried([&] { return ::stat(path.c_str(), &status); }) == 0) {
+        return status;
+    }
+    if (!meansMissing(errno)) {
+        throwSystemError(errno, path.string());
+    }
+    return std::nullopt;
+}
+
+void requireRegular(const Status& status, const fs::path& path) {
+    if (S_ISDIR(status.st_mode)) {
+        throwSystemError(EISDIR, path.string());
+    }
+    if (!S_ISREG(status.st_mode)) {
+        refuse(errNum::pathAccess, path, "not a regular file");
+    }
+}
+
+/// Opens a file that has just been seen as a regular one. Should it have become a FIFO since, the
+/// call still does not wait.
+Descriptor openToRead(const fs::path& path) {
+    constexpr int flags = O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY;
+    return Descriptor(checked(retried([&] { return ::open(path.c_str(), flags); }), path));
+}
+
+Descriptor openFolder(const fs::path& folder) {
+    constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
+    const int number = retried([&] { return ::open(folder.c_str(), flags); });
+    if (number == -1 && meansMissing(errno)) {
+        refuse(errNum::pathNotFound, folder, std::generic_category().message(errno));
+    }
+    return Descriptor(checked(number, folder));
+}
+
+/// Hands what follows in the file to `take`, piece by piece, up to `limit` bytes.
+template <class Take>
+void readOn(const Descriptor& file, std::size_t limit, const fs::path& path, Take take) {
+    std::array<std::uint8_t, 32768> buffer;
+    while (limit > 0) {
+        const std::size_t wanted = std::min(limit, buffer.size());
+        const auto got = static_cast<std::size_t>(
+            checked(retried([&] { return ::read(file.get(), buffer.data(), wanted); }), path));
+        if (got == 0) {
+            return;
+        }
+        take(Bytes(buffer.data(), got));
+        limit -= got;
+    }
+}
+
+void writeAll(const Descriptor& file, Bytes bytes, const fs::path& path) {
+    while (!bytes.empty()) {
+        const auto put =
+            checked(retried([&] { return ::write(file.get(), bytes.data(), bytes.size()); }), path);
+        if (put == 0) {
+            throwSystemError(ENOSPC, path.string());
+        }
+        bytes = bytes.subspan(static_cast<std::size_t>(put));
+    }
+}
+
+/// The place to be replaced.
+struct Target {
+    fs::path path;              ///< as the caller named it
+    Descriptor folder;          ///< the folder of the file itself, behind every link
+    std::string name;           ///< the file's name in that folder
+    std::optional<Status> old;  ///< the file that stands there
+};
+
+/// The path behind a symbolic link, even if nothing stands there yet.
+fs::path behindLinks(fs::path path) {
+    for (int links = 0; links < mostLinks; ++links) {
+        std::error_code noLink;
+        const fs::path link = fs::read_symlink(path, noLink);
+        if (noLink) {
+            return path;
+        }
+        path = path.parent_path() / link;
+    }
+    throwSystemError(ELOOP, path.string());
+}
+
+Target locate(const fs::path& path) {
+    const auto old = statusOf(path);
+    if (old) {
+        requireRegular(*old, path);
+        // A rename would pass by the file's own protection.
+        checked(::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS), path);
+    }
+    const fs::path real = behindLinks(path);
+    const fs::path folder = real.parent_path();
+    Descriptor opened = openFolder(folder.empty() ? "." : folder);
+    if (!real.has_filename()) {
+        throwSystemError(EISDIR, path.string());
+    }
+    return {path, std::move(opened), real.filename().string(), old};
+}
+
+/// A file beside the target that takes its place in the end, or goes.
+class TemporaryFile {
+  public:
+    explicit TemporaryFile(const Target& target) : target_(target), file_(create()) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (!name_.empty()) {
+            ::unlinkat(target_.folder.get(), name_.c_str(), 0);
+        }
+    }
+
+    [[nodiscard]] const Descriptor& file() const noexcept { return file_; }
+
+    void keepOwnerAndMode(const Status& old) const {
+        const int file = file_.get();
+        // Only the system's administrator gives files away, and an owner from outside a container
+        // has no number in it. The group alone may still be possible.
+        const bool kept = ::fchown(file, old.st_uid, old.st_gid) == 0 ||
+                          ::fchown(file, static_cast<uid_t>(-1), old.st_gid) == 0;
+        if (!kept && errno != EPERM && errno != EINVAL) {
+            throwSystemError(errno, target_.path.string());
+        }
+        checked(::fchmod(file, old.st_mode & allModeBits), target_.path);
+    }
+
+    /// Brings the bytes to the disk and the file to the target's name.
+    void takePlace() {
+        const int folder = target_.folder.get();
+        checked(retried([&] { return ::fsync(file_.get()); }), target_.path);
+        checked(file_.close(), target_.path);
+        checked(::renameat(folder, name_.c_str(), folder, target_.name.c_str()), target_.path);
+        name_.clear();
+        // A file system that cannot flush a folder says so by EINVAL.
+        if (retried([&] { return ::fsync(folder); }) == -1 && errno != EINVAL) {
+            throwSystemError(errno, target_.path.string());
+        }
+    }
+
+  private:
+    /// The name is taken only where no file has it: a crashed program may have left one.
+    int create() {
+        constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
+        // While it is written, nobody sees more of it than of the file that it replaces.
+        const mode_t mode = target_.old ? 0600 : 0666;
+        for (int attempt = 0; attempt < mostTemporaryNames; ++attempt) {
+            const std::string name = fmt::format(".k520-{}-{}.tmp", ::getpid(), attempt);
+            const int file =
+                retried([&] { return ::openat(target_.folder.get(), name.c_str(), flags, mode); });
+            if (file != -1 || errno != EEXIST) {
+                checked(file, target_.path);
+                name_ = name;
+                return file;
+            }
+        }
+        throwSystemError(EEXIST, target_.path.string());
+    }
+
+    const Target& target_;
+    std::string name_;
+    Descriptor file_;
+};
+
+void copyTail(const Target& target, std::size_t from, const Descriptor& to) {
+    const Descriptor old = openToRead(target.path);
+    checked(::lseek(old.get(), static_cast<off_t>(from), SEEK_SET), target.path);
+    readOn(old, std::numeric_limits<std::size_t>::max(), target.path,
+           [&](Bytes piece) { writeAll(to, piece, target.path); });
+}
+
+enum class Tail { dropped, kept };
+
+void replaceFile(const fs::path& path, Bytes bytes, Tail tail) {
+    const Target target = locate(path);
+    TemporaryFile temporary(target);
+    writeAll(temporary.file(), bytes, path);
+    if (target.old) {
+        if (tail == Tail::kept) {
+            copyTail(target, bytes.size(), temporary.file());
+        }
+        temporary.keepOwnerAndMode(*target.old);
+    }
+    temporary.takePlace();
+}
+
+}  // namespace
+
+Content read(const fs::path& path, std::size_t limit) {
+    // Asked before opening: to open a serial device already moves its lines.
+    const auto seen = statusOf(path);
+    if (!seen) {
+        throwSystemError(ENOENT, path.string());
+    }
+    requireRegular(*seen, path);
+    const Descriptor file = openToRead(path);
+    Status status{};
+    checked(::fstat(file.get(), &status), path);
+    requireRegular(status, path);
+    Content content;
+    readOn(file, limit, path, [&](Bytes piece) {
+        content.bytes.insert(content.bytes.end(), piece.begin(), piece.end());
+    });
+    content.size =
+        std::max<std::uint64_t>(static_cast<std::uint64_t>(status.st_size), content.bytes.size());
+    return content;
+}
+
+void replace(const fs::path& path, std::span<const std::uint8_t> bytes) {
+    replaceFile(path, bytes, Tail::dropped);
+}
+
+void replaceHead(const fs::path& path, std::span<const std::uint8_t> bytes) {
+    replaceFile(path, bytes, Tail::kept);
+}
+
+void checkReplaceable(const fs::path& path) {
+    // Only a real file shows for certain that a folder takes files.
+    const Target target = locate(path);
+    const TemporaryFile trial(target);
+}
+
+std::optional<Stamp> stampOf(const fs::path& path) {
+    const auto status = statusOf(path);
+    if (!status) {
+        return std::nullopt;
+    }
+    // Nanoseconds reach to the year 2262, but a file may claim any.
+    constexpr time_t farthest = 9'000'000'000;
+    const auto modified =
+        std::chrono::seconds(std::clamp<time_t>(status->st_mtim.tv_sec, 0, farthest)) +
+        std::chrono::nanoseconds(status->st_mtim.tv_nsec);
+    return Stamp{modified, static_cast<std::uint64_t>(status->st_size), status->st_ino,
+                 status->st_dev};
+}
+
+FolderLock::FolderLock(const fs::path& folder) : folder_(-1) {
+    Descriptor opened = openFolder(folder);
+    // Some network file systems have no such lock; writing goes on without it there.
+    static_cast<void>(retried([&] { return ::flock(opened.get(), LOCK_EX); }));
+    folder_ = opened.release();
+}
+
+FolderLock::~FolderLock() {
+    ::close(folder_);
+}
+
+}  // namespace k520::files

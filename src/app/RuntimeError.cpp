@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/RuntimeError.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+namespace k520 {
+
+namespace {
+
+constexpr std::array<std::pair<int, std::int16_t>, 17> systemErrors{{
+    {ENOENT, errNum::fileNotFound},
+    {ENOTDIR, errNum::pathNotFound},
+    {EISDIR, errNum::pathAccess},
+    {EACCES, errNum::pathAccess},
+    {EPERM, errNum::permissionDenied},
+    {EROFS, errNum::pathAccess},
+    {EEXIST, errNum::pathAccess},
+    {ELOOP, errNum::pathAccess},
+    {ENAMETOOLONG, errNum::badFileName},
+    {ENOSPC, errNum::diskFull},
+    {EDQUOT, errNum::diskFull},
+    {EFBIG, errNum::diskFull},
+    {EBUSY, errNum::alreadyOpen},
+    {ENXIO, errNum::deviceUnavailable},
+    {ENODEV, errNum::deviceUnavailable},
+    {ENOMEM, errNum::outOfMemory},
+    {EINVAL, errNum::invalidCall},
+}};
+
+}  // namespace
+
+std::int16_t numberOfSystemError(int systemError) noexcept {
+    const auto* row = std::find_if(systemErrors.begin(), systemErrors.end(),
+                                   [&](const auto& entry) { return entry.first == systemError; });
+    return row == systemErrors.end() ? errNum::deviceIo : row->second;
+}
+
+void throwSystemError(int systemError, const std::string& subject) {
+    throw RuntimeError(numberOfSystemError(systemError),
+                       subject + ": " + std::generic_category().message(systemError));
+}
+
+}  // namespace k520

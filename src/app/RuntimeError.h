@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace k520 {
+
+/// The standard run-time error numbers that this program raises. Their descriptions, as the error
+/// list shows them, are in errTexts.h.
+namespace errNum {
+inline constexpr std::int16_t invalidCall = 5;
+inline constexpr std::int16_t overflow = 6;
+inline constexpr std::int16_t outOfMemory = 7;
+inline constexpr std::int16_t subscript = 9;
+inline constexpr std::int16_t typeMismatch = 13;
+inline constexpr std::int16_t internal = 51;
+inline constexpr std::int16_t badFileName = 52;
+inline constexpr std::int16_t fileNotFound = 53;
+inline constexpr std::int16_t alreadyOpen = 55;
+inline constexpr std::int16_t deviceIo = 57;
+inline constexpr std::int16_t diskFull = 61;
+inline constexpr std::int16_t pastEnd = 62;
+inline constexpr std::int16_t deviceUnavailable = 68;
+inline constexpr std::int16_t permissionDenied = 70;
+inline constexpr std::int16_t pathAccess = 75;
+inline constexpr std::int16_t pathNotFound = 76;
+inline constexpr std::int16_t invalidProperty = 380;
+}  // namespace errNum
+
+/// A run-time failure: its standard number and its source, a short text that names what failed and,
+/// where the system said why, the system's own words. The error list shows both.
+class RuntimeError : public std::runtime_error {
+  public:
+    RuntimeError(std::int16_t number, const std::string& source)
+        : std::runtime_error(source), number_(number) {}
+
+    [[nodiscard]] std::int16_t number() const noexcept { return number_; }
+    [[nodiscard]] std::string source() const { return what(); }
+
+  private:
+    std::int16_t number_;
+};
+
+/// The standard number nearest to a system error (an errno value).
+[[nodiscard]] std::int16_t numberOfSystemError(int systemError) noexcept;
+
+/// Raises the standard error nearest to `systemError`; the source is `subject`, a colon and the
+/// system's own words ("fleet.dat: No space left on device").
+[[noreturn]] void throwSystemError(int systemError, const std::string& subject);
+
+}  // namespace k520

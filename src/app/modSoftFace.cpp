@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/modSoftFace.h"
+
+#include "app/Checked.h"
+#include "app/Guard.h"
+#include "app/mdimoduMain.h"
+#include "app/softFaceTexts.h"
+
+namespace k520::modSoftFace {
+
+namespace {
+
+void storeTexts(std::string_view SoftFaceRow::*column) {
+    for (const SoftFaceRow& row : softFaceRows()) {
+        checkedAt(state().SoftFace, row.index, "SoftFace") = row.*column;
+    }
+}
+
+}  // namespace
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+void FillSoftFace(std::int16_t& language) {
+    using namespace mdimoduMain;
+    guarded("mdifrmMain->FillSoftFace", [&] {
+        if (language < languageChinese || language > languageEnglish) {
+            language = languageEnglish;
+        }
+        state().SoftFace.fill({});
+        if (language == languageChinese) {
+            storeTexts(&SoftFaceRow::chinese);
+        } else if (language == languageEnglish) {
+            storeTexts(&SoftFaceRow::english);
+        }
+    });
+}
+
+const std::string& text(int index) {
+    return checkedAt(state().SoftFace, index, "SoftFace");
+}
+
+}  // namespace k520::modSoftFace
