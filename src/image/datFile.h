@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+
+#include "image/MemoryImage.h"
+
+/// The data file: the memory image, byte for byte, with one fixed rearrangement and no header.
+///
+///   file offset   length           contents
+///   0x0000        16               image 0x0000..0x000F
+///   0x0010        16               filler, every byte 0xFF
+///   0x0020        1008             image 0x0010..0x03FF (the channel area)
+///   0x0410        the rest         image 0x0410.. to its end
+///
+/// Image bytes 0x0400..0x040F have no place in the file; loading gives them the bytes of
+/// 0x03F0..0x03FF. That is part of the format.
+namespace k520::datFile {
+
+/// The least highest index of an image that the format can hold.
+inline constexpr std::int16_t leastDatNum = 0x40F;
+
+/// The image bytes that the format gives up: first address and count.
+inline constexpr int lostAddress = 0x400;
+inline constexpr int lostCount = 16;
+
+/// From memory layout to file layout in place: moves the channel area up and sets the filler.
+/// Raises 9 in the middle of it where the image is too short.
+void makeRoom(MemoryImage& image);
+
+/// The way back: moves the channel area down. The filler goes.
+void closeRoom(MemoryImage& image);
+
+/// Fills the image from a data file, in memory layout, and returns the file's whole size. A longer
+/// file is read only as far as the image reaches; a shorter one fills only what it holds. Raises
+/// the system's error where the file cannot be read; the image is then as it was.
+std::uint64_t load(const std::filesystem::path& path, MemoryImage& image);
+
+/// Writes the image as a data file; what a longer file holds beyond the image stays. Afterwards the
+/// image's bytes 0x0400..0x040F equal 0x03F0..0x03FF, as a loading would leave them. Raises the
+/// system's error where the file cannot be written; the file is then as it was.
+void save(const std::filesystem::path& path, MemoryImage& image);
+
+}  // namespace k520::datFile
