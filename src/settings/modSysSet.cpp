@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "settings/modSysSet.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/Checked.h"
+#include "app/Guard.h"
+#include "app/mdimoduMain.h"
+#include "image/modIicDat.h"
+#include "settings/optionTable.h"
+
+namespace k520::modSysSet {
+
+namespace {
+
+constexpr std::string_view section = "Option";
+constexpr SettingBuffer buffer{20, 20};
+
+/// Key of entry 0 of a set.
+struct SetBases {
+    int def;
+    int now;
+};
+
+SetBases basesOf(std::int16_t language) {
+    return {language * 1000 + 1, language * 1000 + 501};
+}
+
+std::int16_t readNumber(int key) {
+    return textToInt16(mdimoduMain::readSetting(section, fmt::to_string(key), buffer, "0"));
+}
+
+void loadSet(OptionSet& set, int base) {
+    for (int i = 0; i < state().OptCount; ++i) {
+        checkedAt(set, i, "option set") = readNumber(base + i);
+    }
+}
+
+void copySet(const OptionSet& from, OptionSet& to) {
+    for (int i = 0; i < state().OptCount; ++i) {
+        checkedAt(to, i, "option set") = checkedAt(from, i, "option set");
+    }
+}
+
+/// One replacement of the file for all entries. A count beyond the set still saves the entries
+/// that there are, and only then fails.
+void saveSet(const OptionSet& set, int base) {
+    const int room = static_cast<int>(set.size());
+    const int count = state().OptCount;
+    std::vector<mdimoduMain::KeyValue> values;
+    for (int i = 0; i < std::min(count, room); ++i) {
+        values.emplace_back(fmt::to_string(base + i), numberText(checkedAt(set, i, "option set")));
+    }
+    if (!values.empty()) {
+        mdimoduMain::writeSettings(section, values);
+    }
+    if (count > room) {
+        throwSubscript("option set", room);
+    }
+}
+
+void loadBoth(SetBases bases) {
+    loadSet(state().OptDef, bases.def);
+    loadSet(state().OptNow, bases.now);
+}
+
+void saveNow(SetBases bases) {
+    saveSet(state().OptNow, bases.now);
+}
+
+void defaultToNow(SetBases bases) {
+    copySet(state().OptDef, state().OptNow);
+    saveSet(state().OptNow, bases.now);
+}
+
+void nowToDefault(SetBases bases) {
+    copySet(state().OptNow, state().OptDef);
+    saveSet(state().OptNow, bases.def);
+}
+
+/// The operations by mode.
+constexpr std::array operations{loadBoth, saveNow, defaultToNow, nowToDefault};
+
+}  // namespace
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+void OptSelSaveSol(std::int16_t mode) {
+    guarded("modSysSet->OptSelSaveSol", [&] {
+        if (mode == 0) {
+            OptSelToSave();
+        } else if (mode == 1) {
+            SaveToOptSel();
+        }
+    });
+}
+
+void OptSelToSave() {
+    guarded("modSysSet->OptSelToSave", [] {
+        for (const auto& option : optionTable::options()) {
+            optionTable::encode(option, checkedAt(OptNow(), option.number, "OptNow"),
+                                modIicDat::IicDat());
+        }
+    });
+}
+
+void SaveToOptSel() {
+    guarded("modSysSet->SaveToOptSel", [] {
+        State& s = state();
+        for (const auto& option : optionTable::options()) {
+            const auto value = optionTable::decode(option, modIicDat::IicDat());
+            checkedAt(s.OptNow, option.number, "OptNow") =
+                value.value_or(checkedAt(s.OptDef, option.number, "OptDef"));
+        }
+    });
+}
+
+void OptNowDefSol(std::int16_t mode) {
+    guarded("modSysSet->OptNowDefSol", [&] {
+        mdimoduMain::correctLanguage();
+        state().OptCount = readNumber(0);
+        if (mode >= 0 && mode < std::ssize(operations)) {
+            checkedAt(operations, mode, "mode")(basesOf(mdimoduMain::state().Language));
+        }
+    });
+}
+
+}  // namespace k520::modSysSet

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "settings/optionPanel.h"
+
+#include <fmt/format.h>
+
+#include "app/Checked.h"
+#include "app/Guard.h"
+#include "app/RuntimeError.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "settings/modSysSet.h"
+
+namespace k520::optionPanel {
+
+namespace {
+
+using optionTable::ControlKind;
+using optionTable::Option;
+
+constexpr int frameText = 200;
+
+OptionControl& controlOf(const Option& option) {
+    return checkedAt(state().controls, option.number, "option control");
+}
+
+std::int16_t& nowOf(const Option& option) {
+    return checkedAt(modSysSet::state().OptNow, option.number, "OptNow");
+}
+
+/// Selects an entry as a drop-down list does: the click follows only where there is one.
+void selectEntry(const Option& option, int index) {
+    if (index < -1 || index > option.max) {
+        throw RuntimeError(errNum::invalidProperty, fmt::format("{}({})", option.control, index));
+    }
+    controlOf(option).selected = index;
+    if (index >= 0) {
+        nowOf(option) = static_cast<std::int16_t>(index);
+    }
+}
+
+void check(const Option& option, bool on) {
+    controlOf(option).checked = on;
+    nowOf(option) = on ? 1 : 0;
+}
+
+void fillList(const Option& option) {
+    OptionControl& control = controlOf(option);
+    control.items = optionTable::entryTexts(option);
+    control.selected = -1;
+    const std::int16_t value = nowOf(option);
+    if (value <= option.max) {
+        selectEntry(option, value);
+        return;
+    }
+    modShowErr::ShowLine(
+        fmt::format("出错位置: frmChMem->InitOpt->{}错误类型: 不在范围内", option.rangeItem));
+    selectEntry(option, checkedAt(modSysSet::OptDef(), option.number, "OptDef"));
+}
+
+void fillLists() {
+    for (const Option& option : optionTable::options()) {
+        if (option.kind == ControlKind::list) {
+            fillList(option);
+        }
+    }
+}
+
+void setCheckBoxes() {
+    for (const Option& option : optionTable::options()) {
+        if (option.kind == ControlKind::checkBox) {
+            controlOf(option).checked = nowOf(option) != 0;
+        }
+    }
+}
+
+void tellRefilled() {
+    if (state().onRefill) {
+        state().onRefill();
+    }
+}
+
+}  // namespace
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+void InitFace() {
+    guarded("frmChMem->InitFace:", [] {
+        state().frameCaption = modSoftFace::text(frameText);
+        for (const Option& option : optionTable::options()) {
+            controlOf(option).caption = optionTable::captionText(option);
+        }
+    });
+    tellRefilled();
+}
+
+void InitOpt() {
+    guarded("frmChMem->InitOpt:", [] {
+        fillLists();
+        setCheckBoxes();
+    });
+    tellRefilled();
+}
+
+void optionClicked(int number, int value) {
+    guarded("frmChMem->optionClicked", [&] {
+        const Option& option = optionTable::optionAt(number);
+        if (option.kind == ControlKind::list) {
+            selectEntry(option, value);
+        } else {
+            check(option, value != 0);
+        }
+    });
+}
+
+}  // namespace k520::optionPanel

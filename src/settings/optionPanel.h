@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <array>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "settings/optionTable.h"
+
+/// The optional-features panel: twelve drop-down lists and four check boxes over OptNow. It never
+/// touches the memory image.
+namespace k520::optionPanel {
+
+/// One control as data.
+struct OptionControl {
+    std::string caption;
+    /// A list's entries; none for a check box.
+    std::vector<std::string> items;
+    /// The index of a list's selected entry; -1 = none.
+    int selected = -1;
+    /// A check box's state.
+    bool checked = false;
+};
+
+struct State {
+    std::string frameCaption;
+    /// The controls by option number.
+    std::array<OptionControl, optionTable::optionCount> controls;
+    /// Called when captions, entries or selections were set by the program.
+    std::function<void()> onRefill;
+};
+
+[[nodiscard]] State& state();
+
+/// Sets the captions from the interface texts.
+void InitFace();
+
+/// Fills every list and sets every control from OptNow; whoever has decoded OptNow afresh calls it.
+/// A list value above its last entry adds a line to the error list and selects the default's entry
+/// instead, and OptNow then holds that. A check box is checked by any value but 0 and leaves OptNow
+/// alone. -1 selects nothing. A value that no list can take (below -1, or a default above the last
+/// entry) is failure 380; the controls behind it then stay as they were. All lists come before all
+/// check boxes.
+void InitOpt();
+
+/// The user has selected an entry (`value` = its index) or has switched a check box (1 or 0): it
+/// goes into OptNow, and nothing else happens. An option that does not exist fails with 9, an
+/// entry that does not exist with 380.
+void optionClicked(int number, int value);
+
+}  // namespace k520::optionPanel

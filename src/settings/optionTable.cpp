@@ -1,0 +1,324 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "settings/optionTable.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "app/Checked.h"
+#include "app/modSoftFace.h"
+
+namespace k520::optionTable {
+
+namespace {
+
+using enum Codec;
+using enum ControlKind;
+using enum EntryStyle;
+
+constexpr std::int16_t offText = 224;
+constexpr std::int16_t secondsText = 238;
+constexpr int secondsStep = 15;
+constexpr int byteOffset = 134;
+
+/// The meanings of the voice chip's field.
+constexpr std::array<int, 4> chipValues{0, 1, 2, 1};
+/// The letters that stand for crystals 0, 1, 2 and 3.
+constexpr std::array<std::uint8_t, 4> crystalLetters{0x5A, 0x75, 0x49, 0xA8};
+
+constexpr std::array<Option, optionCount> table{{
+    {.number = 0,
+     .control = "cboTot",
+     .name = "tot",
+     .caption = 233,
+     .source = {{{0x130, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 20,
+     .max = 20,
+     .entries = offThenSeconds,
+     .firstText = 234,
+     .rangeItem = "超时定时器     "},
+    {.number = 1,
+     .control = "cboSql",
+     .name = "squelch",
+     .caption = 217,
+     .source = {{{0x134, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 9,
+     .max = 9,
+     .rangeItem = "静噪电平     "},
+    {.number = 2,
+     .control = "cboVolume",
+     .name = "volume",
+     .caption = 239,
+     .source = {{{0x3FF, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 15,
+     .max = 15,
+     .rangeItem = "对讲机音量     "},
+    {.number = 3,
+     .control = "cboAnVoice",
+     .name = "voice",
+     .caption = 226,
+     .source = {{{0x12F, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 2,
+     .max = 2,
+     .entries = texts,
+     .firstText = 227,
+     .rangeItem = "语音通知     "},
+    {.number = 4,
+     .control = "cboRadioSql",
+     .name = "broadcast_squelch",
+     .caption = 240,
+     .codec = offsetByte,
+     .source = {{{0x3F6, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 32,
+     .max = 32,
+     .rangeItem = "收音机静噪电平   "},
+    {.number = 5,
+     .control = "cboRadioVolume",
+     .name = "broadcast_volume",
+     .caption = 241,
+     .source = {{{0x3F7, 0x0F}}},
+     .ownedMask = 0xFF,
+     .max = 15,
+     .rangeItem = "收音机音量     "},
+    {.number = 6,
+     .control = "chkBatSave",
+     .name = "battery_save",
+     .caption = 327,
+     .source = {{{0x135, 0x01}}},
+     .ownedMask = 0xFF,
+     .kind = checkBox,
+     .entries = texts,
+     .firstText = offText},
+    {.number = 7,
+     .control = "chkBeep",
+     .name = "beep",
+     .caption = 328,
+     .source = {{{0x136, 0x01}}},
+     .ownedMask = 0xFF,
+     .kind = checkBox,
+     .entries = texts,
+     .firstText = offText},
+    {.number = 8,
+     .control = "chkEmergencyAlarm",
+     .name = "emergency_alarm",
+     .caption = 293,
+     .codec = bit,
+     .source = {{{0x3FC, 0x80}}},
+     .ownedMask = 0x80,
+     .kind = checkBox,
+     .entries = texts,
+     .firstText = offText},
+    // The field can give 2, which the list does not offer: the panel reports it.
+    {.number = 9,
+     .control = "cboAnChipSel",
+     .name = "voice_chip",
+     .caption = 315,
+     .codec = chip,
+     .source = {{{0x3FE, 0x03}}},
+     .max = 1,
+     .entries = texts,
+     .firstText = 316,
+     .rangeItem = "语音片选择     "},
+    {.number = 10,
+     .control = "cboCrystal",
+     .name = "crystal",
+     .caption = 326,
+     .codec = crystal,
+     .source = {{{0x3D8, 0xFF}, {0x3D3, 0xC0}}},
+     .max = 3,
+     .entries = texts,
+     .firstText = 320,
+     .rangeItem = "晶体频率     "},
+    {.number = 11,
+     .control = "cboPreTot",
+     .name = "pre_tot",
+     .caption = 330,
+     .source = {{{0x131, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 10,
+     .max = 10,
+     .entries = offThenNumbers,
+     .firstText = 331,
+     .rangeItem = "超时预警     "},
+    {.number = 12,
+     .control = "cboVoxLevel",
+     .name = "vox_level",
+     .caption = 333,
+     .source = {{{0x13A, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 10,
+     .max = 10,
+     .entries = offThenNumbers,
+     .firstText = 334,
+     .rangeItem = "VOX增益电平     "},
+    {.number = 13,
+     .control = "cboVoxDly",
+     .name = "vox_delay",
+     .caption = 336,
+     .source = {{{0x13B, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 5,
+     .max = 5,
+     .entries = texts,
+     .firstText = 337,
+     .rangeItem = "VOX延迟时间[秒]     "},
+    {.number = 14,
+     .control = "cboVoxRxForbid",
+     .name = "vox_inhibit_rx",
+     .caption = 346,
+     .source = {{{0x138, 0xFF}}},
+     .ownedMask = 0xFF,
+     .validMax = 1,
+     .entries = texts,
+     .firstText = 347,
+     .rangeItem = "接收时禁止VOX     "},
+    {.number = 15,
+     .control = "chkLowBatTx",
+     .name = "low_battery_tx",
+     .caption = 351,
+     .codec = bit,
+     .source = {{{0x3FE, 0x04}}},
+     .ownedMask = 0x04,
+     .validMax = 1,
+     .kind = checkBox,
+     .entries = texts,
+     .firstText = offText},
+}};
+
+constexpr bool isOrdered() {
+    for (int i = 0; i < optionCount; ++i) {
+        if (table[static_cast<std::size_t>(i)].number != i) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(isOrdered());
+
+std::string entryText(const Option& option, int value) {
+    const bool isFirst = value == 0;
+    switch (option.entries) {
+        case texts:
+            return modSoftFace::text(option.firstText + value);
+        case offThenNumbers:
+            return isFirst ? modSoftFace::text(option.firstText) : fmt::to_string(value);
+        case offThenSeconds:
+            return isFirst
+                       ? modSoftFace::text(option.firstText)
+                       : fmt::format("{}{}", secondsStep * value, modSoftFace::text(secondsText));
+        case numbers:
+            break;
+    }
+    return fmt::to_string(value);
+}
+
+bool isEntry(const Option& option, double value) noexcept {
+    return value >= 0 && value <= option.max && value == roundHalfEven(value);
+}
+
+int crystalValue(std::uint8_t letter, const MemoryImage& image, ImageBits second) {
+    const auto known = std::ranges::find(crystalLetters, letter);
+    return known != crystalLetters.end() ? static_cast<int>(known - crystalLetters.begin())
+                                         : (image(second.address) & second.mask) >> 6;
+}
+
+int rawValue(const Option& option, const MemoryImage& image) {
+    const ImageBits& place = option.source[0];
+    const std::uint8_t whole = image(place.address);
+    const std::uint8_t field = whole & place.mask;
+    switch (option.codec) {
+        case byte:
+            return field;
+        case offsetByte:
+            return field - byteOffset;
+        case bit:
+            return field != 0 ? 1 : 0;
+        case chip:
+            return chipValues[field];
+        case crystal:
+            break;
+    }
+    return crystalValue(whole, image, option.source[1]);
+}
+
+}  // namespace
+
+std::span<const Option, optionCount> options() noexcept {
+    return table;
+}
+
+const Option& optionAt(int number) {
+    return checkedAt(table, number, "option");
+}
+
+const Option* findOption(std::string_view name) noexcept {
+    const auto found = std::ranges::find(table, name, &Option::name);
+    return found == table.end() ? nullptr : &*found;
+}
+
+const std::string& captionText(const Option& option) {
+    return modSoftFace::text(option.caption);
+}
+
+std::vector<std::string> entryTexts(const Option& option) {
+    std::vector<std::string> entries;
+    for (int value = 0; value <= option.max; ++value) {
+        entries.push_back(entryText(option, value));
+    }
+    return entries;
+}
+
+std::string valueText(const Option& option, std::int16_t value) {
+    const std::string text = isEntry(option, value) ? entryText(option, value) : std::string();
+    return text.empty() ? fmt::to_string(value) : text;
+}
+
+std::optional<std::int16_t> parseValue(const Option& option, std::string_view text) {
+    const std::string wanted = lowerAscii(trimBlanks(text));
+    for (std::int16_t value = 0; value <= option.max; ++value) {
+        if (!wanted.empty() && lowerAscii(entryText(option, value)) == wanted) {
+            return value;
+        }
+    }
+    const auto index = parseNumber(wanted);
+    return index && isEntry(option, *index) ? std::optional(toInt16(*index)) : std::nullopt;
+}
+
+std::vector<ImageBits> ownedBits(const Option& option) {
+    if (option.ownedMask != 0) {
+        return {{option.source[0].address, option.ownedMask}};
+    }
+    std::vector<ImageBits> bits;
+    std::ranges::copy_if(option.source, std::back_inserter(bits),
+                         [](const ImageBits& place) { return place.mask != 0; });
+    return bits;
+}
+
+std::optional<std::int16_t> decode(const Option& option, const MemoryImage& image) {
+    const int value = rawValue(option, image);
+    if (option.validMax && (value < 0 || value > *option.validMax)) {
+        return std::nullopt;
+    }
+    return static_cast<std::int16_t>(value);
+}
+
+void encode(const Option& option, std::int16_t value, MemoryImage& image) {
+    if (option.ownedMask == 0) {
+        return;
+    }
+    std::uint8_t& target = image(option.source[0].address);
+    if (option.codec == bit) {
+        const int others = target & ~option.ownedMask;
+        target = toByte(value == 1 ? others | option.ownedMask : others);
+    } else {
+        target = toByte(option.codec == offsetByte ? value + byteOffset : value);
+    }
+}
+
+}  // namespace k520::optionTable

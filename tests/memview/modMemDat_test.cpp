@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "memview/modMemDat.h"
+
+#include <gtest/gtest.h>
+
+#include <numeric>
+#include <set>
+#include <tuple>
+
+#include "app/modShowErr.h"
+#include "image/modIicDat.h"
+
+namespace k520::modMemDat {
+namespace {
+
+/// An empty grid over an image whose bytes count from 0 again and again.
+class MemDat : public testing::Test {
+  protected:
+    MemDat() { prepare(0x1FFF, 0x1FFF); }
+    ~MemDat() override { modIicDat::state() = {}; }
+
+    void prepare(std::int16_t datNum, std::int16_t tableMaxAddr) {
+        state() = {};
+        failures = {};
+        modIicDat::sizeArrays(datNum);
+        std::iota(image().bytes().begin(), image().bytes().end(), std::uint8_t{0});
+        modIicDat::state().TableMaxAddr = tableMaxAddr;
+        SetGridMemDat();
+    }
+    static MemoryImage& image() { return modIicDat::IicDat(); }
+
+    CellGrid& grid = state().vsfgGridMemDat;
+    std::vector<modShowErr::Entry>& failures = modShowErr::state().entries;
+};
+
+TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
+    TableFreDat();
+    EXPECT_EQ(grid.text(0, 0) + grid.text(0, 16) + grid.text(32, 0) + grid.text(512, 0),
+              "AddrF01F0H1FF0H");
+    EXPECT_EQ(grid.text(1, 6) + grid.text(2, 11) + grid.text(17, 1) + grid.text(512, 16),
+              "051A00FF");
+    std::set<std::pair<int, int>> told;
+    grid.onCellChanged = [&](int row, int column) { told.emplace(row, column); };
+    cmdFillGrid_Click();
+    EXPECT_TRUE(told.empty());
+
+    const std::set<std::pair<int, int>> changed{{0x13, 4}};
+    image()(0x123) = 0x77;
+    TableFreDat();
+    EXPECT_EQ(told, changed);
+    grid.setText(1, 11, "0a");
+    TableFreDat();
+    EXPECT_EQ(grid.text(0x13, 4) + grid.text(1, 11), "770A");
+    EXPECT_EQ(grid.cell(1, 11).background, std::nullopt) << "another spelling of the byte";
+    EXPECT_EQ(grid.cell(0x13, 4).background, (Colour{255, 0, 0})) << "an old mark stays";
+    told.clear();
+    cmdSetDefCol();
+    EXPECT_EQ(told, changed);
+    EXPECT_EQ(grid.cell(0x13, 4).background, std::nullopt);
+    EXPECT_TRUE(failures.empty());
+}
+
+TEST_F(MemDat, HostileLastAddresses) {
+    const std::tuple<std::int16_t, int, bool> rows[] = {{0x10, 2, true},    {0x11, 3, false},
+                                                        {0, 1, true},       {-1, 1, false},
+                                                        {-32768, 1, false}, {0x7FFF, 2049, true}};
+    for (const auto& [tableMaxAddr, gridRows, isReported] : rows) {
+        prepare(0x40F, tableMaxAddr);
+        TableFreDat();
+        EXPECT_EQ(grid.rows(), gridRows);
+        EXPECT_EQ(!failures.empty() && failures.back().number == 9, isReported);
+    }
+    EXPECT_EQ(grid.text(0x41, 16) + grid.text(0x42, 1), "0F") << "as far as the image reaches";
+}
+
+TEST_F(MemDat, EditsAndTips) {
+    EXPECT_EQ(CellTipHint(27, 6), "") << "not filled yet";
+    TableFreDat();
+    MemoryImage wanted = image();
+    wanted(0x1A5) = 0xAB;
+    grid.setText(27, 6, "ab");
+    vsfgGridMemDat_AfterEdit();
+    EXPECT_EQ(image(), wanted);
+    EXPECT_EQ(CellTipHint(27, 6),
+              "地址为: 0x01A5    二进制:10101011    "
+              "B0:1 B1:0 B2:1 B3:0   B4:1 B5:0 B6:1 B7:1     十进制171    \r\n");
+    EXPECT_EQ(CellTipHint(0, 1) + CellTipHint(1, 0) + CellTipHint(513, 1) + CellTipHint(1, -1), "");
+    EXPECT_TRUE(isByteText("00") && isByteText("fF") && failures.empty());
+    for (const char* text : {"", "0", "000", "G0", "0g", "-1", " 1"}) {
+        EXPECT_FALSE(isByteText(text)) << text;
+    }
+    grid.setText(1, 1, "FFFF");
+    GridDataTemp();
+    EXPECT_EQ(failures.back().label, "frmMemDat->GridDataTemp");
+    EXPECT_EQ(failures.back().number, 6);
+    EXPECT_EQ(image(), wanted);
+}
+
+}  // namespace
+}  // namespace k520::modMemDat
