@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/columnDefinition.h"
+
+#include <algorithm>
+
+#include "app/Checked.h"
+
+namespace k520::modChMem {
+
+const std::string& ColumnDefinition::entry(int index) const {
+    static const std::string blank;
+    if (index < 0 || index >= capacity) {
+        throwSubscript("ChColDef entry", index);
+    }
+    const auto at = static_cast<std::size_t>(index);
+    return at < entries_.size() ? entries_[at] : blank;
+}
+
+std::int32_t ColumnDefinition::defaultValue() const {
+    return textToInt32(entry(2));
+}
+
+std::span<const std::string> ColumnDefinition::texts() const noexcept {
+    const std::span all(entries_);
+    return all.subspan(std::min<std::size_t>(firstText, all.size()));
+}
+
+const std::string& ColumnDefinition::textOf(std::int32_t value) const {
+    // Checked before the addition, which could overflow.
+    return entry(value < capacity ? value + firstText : capacity);
+}
+
+std::optional<std::int32_t> ColumnDefinition::valueOf(std::string_view text) const noexcept {
+    const auto all = texts();
+    const auto found = std::ranges::find(all, text);
+    return found == all.end() ? std::nullopt
+                              : std::optional(static_cast<std::int32_t>(found - all.begin()));
+}
+
+bool ColumnDefinition::isList() const {
+    using namespace columnKey;
+    static constexpr std::array special{rx, tx, offset, name, decode, encode};
+    return std::ranges::find(special, key()) == special.end();
+}
+
+}  // namespace k520::modChMem

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What happens when a person edits the channel grid. Edits go into the channel table at once; the
+/// image follows when it is next saved or sent. Rows are channels, columns those of the grid. While
+/// the window is locked nothing is accepted. Failures are logged under "frmChMem->", the handler's
+/// name and a colon, and end the edit; what was stored before stays.
+namespace k520::modChEdit {
+
+/// Before a cell is edited; returns true to refuse. Gives the cell its way of editing: columns 1
+/// and 2 by keyboard, 3 and 4 not in the grid (the tone editor serves them), all others by a list
+/// of the column's texts. Refused: everything but column 1 of an empty channel, and the encode
+/// tone of a channel that does not transmit. Nothing is decided for titles, nor while the window is
+/// locked: the grid has to refuse those itself. The cell at row 100, column 10 is left alone.
+[[nodiscard]] bool vsfgGridCh_BeforeEdit(std::int16_t row, std::int16_t col);
+
+/// After the cell's text has changed: stores it, and shows what was stored.
+///  - Columns 1 and 2, a number of MHz: snapped to the raster, pulled to the band's edge where it
+///    lies beyond 120 or 550 MHz, and kept, in another colour, where it lies outside the band.
+///  - Column 1, anything else: the channel is emptied, every field set to -1. A number in a channel
+///    without transmit frequency makes it transmit on the same one, and gives each parameter that
+///    is -1 its default.
+///  - Column 2, anything else: no transmission, no encode tone. A number in a channel without
+///    encode tone gives it the decode tone.
+///  - Other columns: the index of the text among the column's texts. Fails with 5 for another
+///    text.
+/// After a failure the row shows the stored values again.
+void vsfgGridCh_AfterEdit(std::int16_t row, std::int16_t col);
+
+/// The raster point of a frequency that is given as a text in 10 Hz units (frequency.h,
+/// snapToRaster); nothing after a failure.
+std::optional<std::int32_t> ModifyTxRxFre(std::string_view text);
+
+/// The tone editor leaves column 3 or 4 with this text: stored and shown as normaliseTone reads it,
+/// or as off where it is no tone.
+void cboGridChCtdcs_LostFocus(std::int16_t row, std::int16_t col, std::string_view text);
+
+/// Steps a parameter of a channel that exists to its column's next text, and from the last to the
+/// first. Only list columns above 4, without the reserved one, and no value of -1. The cell at row
+/// 100, column 10 goes to its first text instead.
+void vsfgGridCh_DblClick(std::int16_t row, std::int16_t col);
+
+/// An item of the pop-up menu.
+struct MenuItem {
+    std::string caption;
+    bool enabled = false;
+};
+
+/// The right button on a row: makes it the current channel and returns the menu's items: open and
+/// delete this channel, delete all channels, save as default. Open is for an empty channel, delete
+/// and save for one that exists. Nothing for a row that is no channel (9). Label
+/// "frmChMem->vsfgGridCh_MouseDown:".
+[[nodiscard]] std::vector<MenuItem> channelMenu(std::int16_t channel);
+
+/// "Open channel" on an empty channel: receives and transmits on the band's lower limit, tones off,
+/// default parameters. The row stands in OverColor until its frequency is edited. An existing
+/// channel stays as it is.
+void openChannel(std::int16_t channel);
+/// "Save as default" of a channel that exists: its record goes into the default image, where the
+/// deletion of the channel finds it. The default image's file stays as it is.
+void saveAsDefault(std::int16_t channel);
+
+}  // namespace k520::modChEdit

@@ -1,0 +1,271 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <algorithm>
+#include <vector>
+
+#include "app/Guard.h"
+#include "app/mdimoduMain.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
+
+namespace k520::modChMem {
+
+namespace {
+
+// Reading the definition.
+
+constexpr const char* readLabel = "modChMem->ReadChInfo";
+constexpr const char* section = "ChInfo";
+constexpr SettingBuffer numberBuffer{20, 20};
+constexpr SettingBuffer headerBuffer{200, 200};
+constexpr SettingBuffer entryBuffer{100, 100};
+
+std::string setting(int key, SettingBuffer buffer, std::string_view defaultText) {
+    return mdimoduMain::readSetting(section, std::to_string(key), buffer, defaultText);
+}
+
+/// Only the conversion may fail for one value alone: a file that cannot be read ends the reading.
+void readNumber(std::int16_t& target, int key, std::string_view defaultText) {
+    const std::string text = setting(key, numberBuffer, defaultText);
+    guarded(readLabel, [&] {
+        try {
+            target = textToInt16(text);
+        } catch (const RuntimeError& error) {
+            throw RuntimeError(error.number(), "[ChInfo] " + std::to_string(key) + " = " + text +
+                                                   ": " + error.source());
+        }
+    });
+}
+
+ColumnDefinition readColumn(int firstKey) {
+    std::vector<std::string> entries;
+    for (int j = 0; j < ColumnDefinition::capacity; ++j) {
+        std::string text = setting(firstKey + j, entryBuffer, "0");
+        if (text == mdimoduMain::state().endOfItem) {
+            break;
+        }
+        entries.push_back(std::move(text));
+    }
+    return ColumnDefinition(std::move(entries));
+}
+
+void readWidths(int base) {
+    State& s = state();
+    for (int i = 0; i <= s.ColNum; ++i) {
+        readNumber(checkedAt(s.ChColWidth, i, "ChColWidth"), base + 100 + i, "1000");
+    }
+}
+
+void readColumns(int base) {
+    State& s = state();
+    for (int k = 1; k <= s.ColNum; ++k) {
+        ColumnDefinition& definition = checkedAt(s.ChColDef, k - 1, "ChColDef");
+        definition = readColumn(base + 200 + (k - 1) * ColumnDefinition::capacity);
+    }
+}
+
+// Making the grid.
+
+constexpr const char* gridLabel = "modChMem->SetChGrid";
+constexpr int firstTitledRow = 100;
+
+std::vector<std::string> splitTitles(std::string_view header) {
+    std::vector<std::string> titles;
+    for (;;) {
+        const auto bar = header.find('|');
+        titles.emplace_back(header.substr(0, bar));
+        if (bar == std::string_view::npos) {
+            return titles;
+        }
+        header.remove_prefix(bar + 1);
+    }
+}
+
+std::string_view formatOf(std::string_view key) {
+    struct KeyFormat {
+        std::string_view key;
+        std::string_view format;
+    };
+    static constexpr std::array formats{
+        KeyFormat{columnKey::rx, "###.#####"}, KeyFormat{columnKey::tx, "###.#####"},
+        KeyFormat{columnKey::offset, "#0.00000"}, KeyFormat{columnKey::name, "00000"}};
+    const auto* found = std::ranges::find(formats, key, &KeyFormat::key);
+    return found == formats.end() ? std::string_view() : found->format;
+}
+
+void shapeGrid(const std::vector<std::string>& titles) {
+    State& s = state();
+    // Hostile counts must not ask for more memory than there is: the loops below fail beyond.
+    const int rows = std::clamp<int>(s.ChNum, 0, tableChannels) + 1;
+    const int columns = std::max(static_cast<int>(titles.size()), s.ColNum + 1);
+    s.vsfgGridCh.reset(rows, std::clamp(columns, 1, maxColumns + 1));
+    for (int col = 0; col < static_cast<int>(titles.size()); ++col) {
+        s.vsfgGridCh.setText(0, col, titles[static_cast<std::size_t>(col)]);
+    }
+}
+
+void setRows() {
+    State& s = state();
+    s.ChRowTitle[firstTitledRow - 1] = "VFO";
+    s.vsfgGridCh.setRowHeight(0, s.ChRowHeight);
+    for (int row = 1; row <= s.ChNum; ++row) {
+        s.vsfgGridCh.setRowHeight(row, s.ChRowHeight);
+        s.vsfgGridCh.setText(row, 0,
+                             row < firstTitledRow ? std::to_string(row)
+                                                  : checkedAt(s.ChRowTitle, row - 1, "ChRowTitle"));
+    }
+}
+
+void setColumns() {
+    State& s = state();
+    for (int k = 1; k <= s.ColNum; ++k) {
+        s.vsfgGridCh.setColumnFormat(k, std::string(formatOf(columnOf(k).key())));
+    }
+    for (int col = 0; col < s.vsfgGridCh.columns(); ++col) {
+        s.vsfgGridCh.setColumnWidth(col, checkedAt(s.ChColWidth, col, "ChColWidth"));
+    }
+}
+
+// Drawing.
+
+void showFrequency(int row, int col, std::int32_t value) {
+    CellGrid& grid = state().vsfgGridCh;
+    const bool marked = state().ChInfo(row).opened || !modModel::inBand(value);
+    grid.setText(row, col, frequency::mhzText(value));
+    grid.setBackground(row, col, marked ? overColour() : defColour());
+}
+
+void paintRow(int row, std::optional<Colour> background) {
+    for (int col = 1; col <= state().ColNum; ++col) {
+        state().vsfgGridCh.setBackground(row, col, background);
+    }
+}
+
+void blankRow(int row) {
+    for (int col = 1; col <= state().ColNum; ++col) {
+        state().vsfgGridCh.setText(row, col, "");
+    }
+    paintRow(row, defColour());
+}
+
+void drawChannel(std::int16_t number) {
+    const Channel& channel = state().ChInfo(number);
+    if (!channel.present()) {
+        blankRow(number);
+        return;
+    }
+    paintRow(number, channel.opened ? overColour() : defColour());
+    ChParaShow(number);
+    RxFreShow(number);
+    TxFreShow(number);
+    CtdcsDecShow(number);
+    CtdcsEncShow(number);
+}
+
+}  // namespace
+
+int keyBase() {
+    mdimoduMain::correctLanguage();
+    return mdimoduMain::state().Language == mdimoduMain::languageChinese ? 1000 : 3000;
+}
+
+void ReadChInfo() {
+    guarded(readLabel, [] {
+        State& s = state();
+        const int base = keyBase();
+        readNumber(s.ChNum, base, "16");
+        readNumber(s.ChRowHeight, base + 1, "240");
+        readNumber(s.ColNum, base + 2, "9");
+        s.ChGridHeader = setting(base + 3, headerBuffer, "0|0|0|0|0|0|0|0|0|0");
+        guarded(readLabel, [&] { readWidths(base); });
+        readColumns(base);
+    });
+}
+
+void SetChGrid() {
+    guarded(gridLabel, [] {
+        shapeGrid(splitTitles(state().ChGridHeader));
+        // Too many columns must not cost the rows their titles.
+        guarded(gridLabel, setRows);
+        setColumns();
+    });
+}
+
+void ShowChTblGrid() {
+    guarded("modChMem->ShowChTblGrid", [] {
+        for (int n = 1; n <= state().ChNum; ++n) {
+            drawChannel(static_cast<std::int16_t>(n));
+        }
+    });
+}
+
+void showChannel(std::int16_t channel) {
+    guarded("modChMem->showChannel", [&] { drawChannel(channel); });
+}
+
+void ChParaShow(std::int16_t channel) {
+    guarded("modChMem->ChParaShow", [&] {
+        State& s = state();
+        for (int k = firstParameter; k <= s.ColNum; ++k) {
+            if (k == column::reserved) {
+                continue;
+            }
+            s.vsfgGridCh.setText(channel, k, "");
+            s.vsfgGridCh.setText(channel, k, columnOf(k).textOf(s.ChInfo(channel).field(k)));
+        }
+    });
+}
+
+void RxFreShow(std::int16_t channel) {
+    guarded("modChMem->RxFreShow",
+            [&] { showFrequency(channel, column::rx, state().ChInfo(channel).rxFre()); });
+}
+
+void TxFreShow(std::int16_t channel) {
+    guarded("modChMem->TxFreShow", [&] {
+        State& s = state();
+        const Channel& row = s.ChInfo(channel);
+        if (row.transmits()) {
+            showFrequency(channel, column::tx, row.txFre());
+            return;
+        }
+        s.vsfgGridCh.setText(channel, column::tx, "");
+        s.vsfgGridCh.setBackground(channel, column::tx, defColour());
+    });
+}
+
+void CtdcsDecShow(std::int16_t channel) {
+    guarded("modChMem->CtdcsDecShow", [&] {
+        State& s = state();
+        s.vsfgGridCh.setText(channel, column::decode, s.ChInfo(channel).decodeTone);
+    });
+}
+
+void CtdcsEncShow(std::int16_t channel) {
+    guarded("modChMem->CtdcsEncShow", [&] {
+        State& s = state();
+        const Channel& row = s.ChInfo(channel);
+        s.vsfgGridCh.setText(channel, column::encode, row.transmits() ? row.encodeTone : "");
+    });
+}
+
+void repaintFrequencies() {
+    guarded("modChMem->repaintFrequencies", [] {
+        for (int n = 1; n <= state().ChNum; ++n) {
+            if (state().ChInfo(n).present()) {
+                RxFreShow(static_cast<std::int16_t>(n));
+                TxFreShow(static_cast<std::int16_t>(n));
+            }
+        }
+    });
+}
+
+std::optional<Colour> defColour() {
+    return parseColour(mdimoduMain::state().DefColor);
+}
+
+Colour overColour() {
+    return parseColour(mdimoduMain::state().OverColor).value_or(warningColour);
+}
+
+}  // namespace k520::modChMem

@@ -1,0 +1,182 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/modChEdit.h"
+
+#include <gtest/gtest.h>
+
+#include "channels/ChannelFixture.h"
+
+namespace k520::modChEdit {
+namespace {
+
+class Edit : public test::ChannelFixture {
+  protected:
+    void SetUp() override {
+        ChannelFixture::SetUp();
+        modModel::selectBand(0);  // 136 to 174 MHz
+        type(1, 1, "150");
+    }
+    static void type(std::int16_t number, std::int16_t col, const std::string& text) {
+        if (col == 3 || col == 4) {
+            cboGridChCtdcs_LostFocus(number, col, text);
+            return;
+        }
+        grid().setText(number, col, text);
+        vsfgGridCh_AfterEdit(number, col);
+    }
+};
+
+TEST_F(Edit, TypedFrequencies) {
+    // Typed and shown; "!" marks the colour of a frequency outside the band.
+    const Labels cases{"145.0124 145.0125",
+                       "145.0026 145.005",
+                       "145.01125 145.0125",
+                       " 1.5E2 150",
+                       "174.005 174.005!",
+                       "100 136",
+                       "-5 136",
+                       "600 174",
+                       "120 120!",
+                       "550.002 550!",
+                       "550.005 174"};
+    for (const std::int16_t col : std::array<std::int16_t, 2>{1, 2}) {
+        const auto shown = [&] {
+            return grid().text(1, col) + (colour(1, col) == over ? "!" : "");
+        };
+        for (const auto& typedAndShown : cases) {
+            SCOPED_TRACE(typedAndShown);
+            const auto expected = typedAndShown.substr(typedAndShown.rfind(' ') + 1);
+            type(1, col, typedAndShown.substr(0, typedAndShown.rfind(' ')));
+            EXPECT_EQ(shown(), expected);
+            EXPECT_EQ(channel(1).outOfBand, expected.ends_with('!'));
+            modChMem::ShowChTblGrid();  // what the table holds
+            EXPECT_EQ(shown(), expected);
+        }
+    }
+}
+
+TEST_F(Edit, ALifeOfAChannel) {
+    const std::tuple<std::int16_t, const char*, const char*> steps[] = {
+        {1, "440", "440|440|67.0||wide|high|no|tone"},
+        {1, "150", "150|440|67.0||wide|high|no|tone"},
+        {2, "152", "150|152|67.0|67.0|wide|high|no|tone"},
+        {3, "9", "150|152|None|67.0|wide|high|no|tone"},
+        {4, "023i", "150|152|None|D023I|wide|high|no|tone"},
+        {2, "153", "150|153|None|D023I|wide|high|no|tone"},
+        {2, "", "150||None||wide|high|no|tone"},
+        {2, "151", "150|151|None|None|wide|high|no|tone"},
+        {8, "carrier", "150|151|None|None|wide|high|no|carrier"},
+        {8, "x", "150|151|None|None|wide|high|no|carrier"},
+        {1, "99999", "150|151|None|None|wide|high|no|carrier"},
+        {2, "21474.8364", "150|151|None|None|wide|high|no|carrier"},
+        {1, "abc", blank}};
+    channel(2).field(5) = channel(2).field(8) = -1;
+    channel(2).field(6) = 1;  // kept: only what is -1 gets the default
+    channel(2).decodeTone = "67.0";
+    for (const auto& [col, typed, expected] : steps) {
+        channel(2).modified() = 0;
+        type(2, col, typed);
+        EXPECT_EQ(channel(2).modified(), 1);
+        EXPECT_EQ(row(2), expected);
+        modChMem::ShowChTblGrid();
+        EXPECT_EQ(row(2), expected);
+    }
+    const std::string handler = "frmChMem->vsfgGridCh_AfterEdit: ";
+    EXPECT_EQ(failures(), (Labels{handler + "5", handler + "6", "frmChMem->ModifyTxRxFre: 6"}));
+    EXPECT_EQ(channel(2).decodeTone + channel(2).encodeTone, "");
+    EXPECT_EQ(channel(2).field(8), -1);
+    EXPECT_EQ(colour(2, 1), def);
+    channel(1).encodeTone = "D023N";  // not shown, and gone with a new transmit frequency
+    channel(1).txFre() = -1;
+    modChMem::ShowChTblGrid();
+    type(1, 2, "151");
+    EXPECT_EQ(row(1) + channel(1).encodeTone, "150|151|||narrow|low|no|off");
+}
+
+TEST_F(Edit, WhichCellsMayBeEdited) {
+    using enum EditMode;
+    for (std::int16_t col = 1; col <= 8; ++col) {
+        EXPECT_EQ(vsfgGridCh_BeforeEdit(2, col), col != 1) << col;
+        EXPECT_FALSE(vsfgGridCh_BeforeEdit(1, col)) << col;
+        EXPECT_EQ(grid().cell(1, col).editMode, col < 3 ? keyboard : col < 5 ? none : list);
+    }
+    EXPECT_EQ(grid().cell(1, 8).choices, (Labels{"off", "carrier", "tone"}));
+    channel(1).txFre() = -1;
+    EXPECT_TRUE(vsfgGridCh_BeforeEdit(1, 4));
+    EXPECT_FALSE(vsfgGridCh_BeforeEdit(1, 3) || vsfgGridCh_BeforeEdit(0, 3));
+    EXPECT_EQ(failures(), Labels{});
+    EXPECT_TRUE(vsfgGridCh_BeforeEdit(300, 1));
+    EXPECT_EQ(failures(), Labels{"frmChMem->vsfgGridCh_BeforeEdit: 9"});
+
+    const auto before = modChMem::ChInfo();
+    mdimoduMain::state().lockState = "ShowLock";
+    EXPECT_FALSE(vsfgGridCh_BeforeEdit(3, 5));
+    EXPECT_EQ(grid().cell(3, 5).editMode, none);
+    type(1, 1, "151");
+    type(1, 3, "67");
+    vsfgGridCh_DblClick(1, 5);
+    openChannel(2);
+    EXPECT_TRUE(modChMem::ChInfo() == before);
+}
+
+TEST_F(Edit, DoubleClickSteps) {
+    for (const auto& [value, next] : {std::pair(0, 1), {1, 2}, {2, 0}, {9, 0}, {-1, -1}}) {
+        channel(1).field(8) = value;
+        channel(1).modified() = 0;
+        vsfgGridCh_DblClick(1, 8);
+        EXPECT_EQ(channel(1).field(8), next) << value;
+        EXPECT_EQ(channel(1).modified(), value == -1 ? 0 : 1) << value;
+        EXPECT_EQ(grid().text(1, 8), next == 1 ? "carrier" : next == 2 ? "tone" : "off");
+    }
+    const auto before = modChMem::ChInfo();
+    for (std::int16_t col = 0; col <= 4; ++col) {
+        vsfgGridCh_DblClick(1, col);
+    }
+    vsfgGridCh_DblClick(2, 5);
+    EXPECT_TRUE(modChMem::ChInfo() == before);
+}
+
+TEST_F(Edit, TheCellsThatAreDifferent) {
+    modChMem::state().ChNum = 100;
+    modChMem::state().ColNum = 12;
+    modChMem::SetChGrid();
+    channel(100).rxFre() = 15000000;
+    for (std::int16_t col = 9; col <= 11; ++col) {
+        vsfgGridCh_DblClick(100, col);
+        EXPECT_EQ(channel(100).field(col), col == 9 ? 1 : 0);
+        EXPECT_FALSE(vsfgGridCh_BeforeEdit(100, col));
+        EXPECT_EQ(grid().cell(100, col).choices.empty(), col == 10);
+    }
+    modChMem::ShowChTblGrid();
+    EXPECT_EQ(row(100), "150||||narrow|low|no|off|0|0||0");
+}
+
+TEST_F(Edit, ThePopUpMenu) {
+    const auto menuOf = [](std::int16_t number) {
+        std::string menu;
+        for (const auto& item : channelMenu(number)) {
+            menu += (item.enabled ? "+" : "-") + item.caption;
+        }
+        return menu;
+    };
+    EXPECT_EQ(menuOf(1), "-Open channel 1+Delete channel 1+Delete all channels+Save as default");
+    EXPECT_EQ(menuOf(2), "+Open channel 2-Delete channel 2+Delete all channels-Save as default");
+    EXPECT_EQ(menuOf(0), "");
+    EXPECT_EQ(modChMem::state().currentChannel, 2);
+    EXPECT_EQ(failures(), Labels{"frmChMem->vsfgGridCh_MouseDown: 9"});
+    openChannel(2);
+    EXPECT_EQ(row(2), "136|136|None|None|wide|low|yes|tone");
+    type(2, 5, "narrow");
+    openChannel(2);  // exists: stays
+    EXPECT_EQ(channel(2).field(5), 0);
+    EXPECT_TRUE(colour(2, 1) == over && colour(2, 8) == over);
+    type(2, 1, "150");
+    EXPECT_EQ(colour(2, 8), def);
+    saveAsDefault(2);
+    saveAsDefault(3);  // empty: nothing to save
+    EXPECT_EQ(get(modIicDat::IicDatDef(), 0x20, 8), (Bytes{0, 0, 0, 0x15, 0, 0, 0x60, 0x13}));
+    EXPECT_EQ(modIicDat::IicDatDef()(0x30), 0);
+}
+
+}  // namespace
+}  // namespace k520::modChEdit

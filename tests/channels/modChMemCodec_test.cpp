@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "channels/ChannelFixture.h"
+
+namespace k520::modChMem {
+namespace {
+
+class Codec : public test::ChannelFixture {
+  protected:
+    std::mt19937 random{520};
+
+    int pick(int least, int most) { return std::uniform_int_distribution(least, most)(random); }
+    int bcd(int least = 0) { return pick(least, 9) * 16 + pick(0, 9); }
+
+    /// The bits of an address that the codec may write.
+    static int ownedBits(int address) {
+        const int place = address >= 0x10 && address <= 0x10F ? address % 16 : 15;
+        const bool whole = place < 12 || address == 0x17E || address == 0x17F;
+        return whole ? 0xFF : place == 12 ? 0x18 : place == 13 ? 0x30 : 0;
+    }
+    /// Makes a record one that an encoder leaves.
+    void makeValid(int base) {
+        put(base, {bcd(), bcd(), bcd(), bcd(1), bcd(), bcd(), bcd(), bcd(1)});
+        if (pick(0, 3) == 0) {
+            put(base + 4, {0xFF, 0xFF, 0xFF, 0xFF});
+        }
+        for (const int tone : {base + 8, base + 10}) {
+            const Bytes words{0xFFFF, pick(600, 2650), 0x2800 + pick(0, 511),
+                              0xA800 + pick(0, 511)};
+            const int word = words[static_cast<std::size_t>(pick(0, 3))];
+            put(tone, {word & 0xFF, word >> 8});
+        }
+        put(base + 12, {image()(base + 12) & ~(pick(0, 1) == 0 ? 0x08 : 0x10)});
+    }
+};
+
+TEST_F(Codec, RoundTripsOverRandomImages) {
+    // Valid records come back whatever the image held when they are encoded; of any other image
+    // nothing changes but what the codec owns.
+    for (int round = 0; round < 100; ++round) {
+        const bool valid = round % 2 == 0;
+        std::ranges::generate(image().bytes(), [&] { return static_cast<std::uint8_t>(random()); });
+        for (int n = 1; valid && n <= 16; ++n) {
+            makeValid(0x10 * n);
+        }
+        const MemoryImage before = image();
+        ChInfoSaveSol(1);
+        for (int address = 0; valid && address < 0x2000; ++address) {
+            put(address, {image()(address) ^ ownedBits(address)});
+        }
+        ChInfoSaveSol(0);
+        for (int address = 0; address < 0x2000; ++address) {
+            const int checked = valid ? 0xFF : ~ownedBits(address);
+            ASSERT_EQ((image()(address) ^ before(address)) & checked, 0) << address;
+        }
+        EXPECT_EQ(failures().empty(), valid);
+    }
+}
+
+TEST_F(Codec, OneRecordByteForByte) {
+    put(0x30, {0x25, 0x06, 0x60, 0x44, 0xFF, 0xFF, 0xFF, 0xFF, 0x9E, 0x02, 0x13, 0xA8, 0x10, 0x20});
+    put(0x17E, {0x04, 0x00});
+    ChInfoSaveSol(1);
+    Channel& c = channel(3);
+    EXPECT_EQ((Bytes{c.rxFre(), c.txFre(), c.field(5), c.field(6), c.field(7), c.field(8)}),
+              (Bytes{44600625, -1, 1, 0, 1, 2}));
+    EXPECT_EQ(c.decodeTone + c.encodeTone, "67.0D023I");
+    c.txFre() = 14501250;
+    c.field(5) = 0;
+    c.field(6) = 1;
+    c.field(7) = 2;  // no value of a single bit
+    c.field(8) = 1;
+    channel(16).field(7) = 0;
+    ChInfoSaveSol(0);
+    EXPECT_EQ(get(image(), 0x34, 10),
+              (Bytes{0x50, 0x12, 0x50, 0x14, 0x9E, 0x02, 0x13, 0xA8, 0x08, 0x10}));
+    EXPECT_EQ(get(image(), 0x17E, 2), (Bytes{0xFB, 0x7F}));  // the others: default 1
+    put(0x3C, {0xFF});                                       // both bits of field 8
+    IcChParaSol(3);
+    EXPECT_EQ(c.field(8), 0);
+    CiChParaSol(3);
+    EXPECT_EQ(image()(0x3C), 0xE7);
+}
+
+TEST_F(Codec, TheTopByteTellsWhetherAChannelExists) {
+    const std::pair<int, int> cases[] = {
+        {0x01, 1000000}, {0x00, -1}, {0x99, 99000000}, {0x9A, -1}, {0xFF, -1}};
+    put(0x18, {0x9E, 0x02});
+    for (const auto& [top, frequency] : cases) {
+        put(0x10, {0, 0, 0, top, 0, 0, 0, top});
+        ChInfoSaveSol(1);
+        EXPECT_EQ(channel(1).rxFre(), frequency) << top;
+        EXPECT_EQ(channel(1).txFre(), frequency) << top;
+    }
+    // A channel that became empty keeps its tones; all else is empty or the default.
+    std::ranges::fill(image().bytes(), std::uint8_t{0xFF});
+    ChInfoSaveSol(1);
+    ChInfoSaveSol(0);
+    EXPECT_EQ(get(image(), 0x14, 12),
+              (Bytes{0xFF, 0xFF, 0xFF, 0xFF, 0x9E, 0x02, 0xFF, 0xFF, 0xF7, 0xEF, 0xFF, 0xFF}));
+}
+
+TEST_F(Codec, FailuresKeepWhatWasThereAndEndNothingElse) {
+    put(0x10, {0x00, 0x00, 0x1F, 0x44, 0x00, 0x0E, 0x00, 0x10, 0x9E, 0x02, 0xFF, 0xFF});
+    put(0x20, {0x25, 0x06, 0x60, 0x44});
+    channel(1).rxFre() = 14500000;
+    ChInfoSaveSol(1);
+    EXPECT_EQ(failures(), (Labels{"modChMem->IcRxFreSol 13", "modChMem->IcTxFreSol 13"}));
+    EXPECT_EQ(channel(1).rxFre(), 14500000);
+    EXPECT_EQ(channel(1).decodeTone, "67.0");
+    EXPECT_EQ(channel(2).rxFre(), 44600625);
+
+    channel(1).rxFre() = 123456789;
+    channel(1).txFre() = -2;
+    channel(1).decodeTone = "D0";
+    channel(1).encodeTone = "D023NN";
+    const Bytes before = get(image(), 0x10, 12);
+    ChInfoSaveSol(0);
+    EXPECT_EQ(failures(), (Labels{"modChMem->SeparateFreChar 9", "modChMem->SeparateFreChar 13",
+                                  "modChMem->QtDqtCharToIic 13", "modChMem->QtDqtCharToIic 9"}));
+    EXPECT_EQ(get(image(), 0x10, 12), before);
+}
+
+TEST_F(Codec, ChannelsBeyondTheBounds) {
+    state().ChNum = 17;
+    put(0x110, {0x25, 0x06, 0x60, 0x44});
+    ChInfoSaveSol(1);
+    EXPECT_EQ(channel(17).rxFre(), 44600625);
+    ChInfoSaveSol(0);
+    EXPECT_EQ(failures(), (Labels{"modChMem->IcChParaSol 9", "modChMem->CiChParaSol 9"}));
+    state().ChNum = 300;
+    ChInfoSaveSol(0);
+    EXPECT_EQ(failures().back(), "modChMem->ChInfoToIicDat 9");
+    state().ChNum = 16;
+    modIicDat::sizeArrays(0x3F);
+    ChInfoSaveSol(1);
+    EXPECT_EQ(failures(), Labels(13, "modChMem->IicDatToChInfo 9"));
+    channel(1).modified() = -1;  // not encoded
+    ChInfoSaveSol(0);
+    EXPECT_EQ(image()(0x10), 0);
+}
+
+}  // namespace
+}  // namespace k520::modChMem
