@@ -1,0 +1,207 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/simRadio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+namespace k520 {
+namespace {
+
+using us = std::chrono::microseconds;
+using Bytes = std::vector<std::uint8_t>;
+
+const Bytes greeting{0x50, 0x52, 0x4F, 0x47, 0x52, 0x41, 0x4D};
+const Bytes endOfRead{0x45, 0x5A, 0xA5, 0x32, 0x23, 0x45, 0xF2};
+const Bytes acknowledge{0x06};
+constexpr us longAfter{1'000'000};
+
+/// A memory in which every address has bytes of its own.
+const Bytes telling = [] {
+    Bytes memory(SimRadio::memorySize);
+    std::ranges::generate(memory, std::minstd_rand());
+    return memory;
+}();
+
+/// A computer that waits long enough for every answer, and longer than the pause limit.
+struct Host {
+    explicit Host(const Bytes& memory = telling, const SimFaults& faults = {})
+        : radio(memory, faults) {}
+    Bytes exchange(const Bytes& frame) {
+        radio.receive(frame, now);
+        now += longAfter;
+        return radio.takeDue(now);
+    }
+    void handshake(int frames = 2) {
+        for (int i = 0; i < frames; ++i) {
+            EXPECT_EQ(exchange(i == 0 ? greeting : acknowledge), acknowledge);
+        }
+    }
+
+    SimRadio radio;
+    us now{0};
+};
+
+/// A block frame, its address formed as the computer forms it.
+Bytes block(int command, int address, int length, const Bytes& data = {}) {
+    Bytes frame;
+    for (const int byte : {command, address / 1024 * 16 + address % 1024 / 256, address, length}) {
+        frame.push_back(static_cast<std::uint8_t>(byte & 0xFF));
+    }
+    frame.insert(frame.end(), data.begin(), data.end());
+    return frame;
+}
+
+TEST(SimRadio, AddressFormComesBackForTheWholeMemory) {
+    Host host;
+    host.handshake();
+    for (int address = 0; address < static_cast<int>(SimRadio::memorySize); ++address) {
+        const Bytes request = block(0x52, address, 1);
+        EXPECT_EQ(decodeAddress(request[1], request[2]), address);
+        const Bytes data{telling[static_cast<std::size_t>(address)]};
+        ASSERT_EQ(host.exchange(request), block(0x57, address, 1, data)) << address;
+    }
+    EXPECT_EQ(decodeAddress(0x73, 0xF0), 0x1FF0);
+}
+
+TEST(SimRadio, WholeSessionsChangeTheMemoryAndAreCounted) {
+    Host host;
+    int completed = 0;
+    host.radio.onWriteCompleted = [&] { ++completed; };
+    host.handshake();
+    EXPECT_EQ(host.exchange(block(0x57, 0x1FFE, 2, {0xAB, 0xCD})), acknowledge);
+    EXPECT_EQ(host.exchange(acknowledge), acknowledge);
+    host.handshake();
+    EXPECT_EQ(host.exchange(block(0x52, 0x1FFC, 4)),
+              block(0x57, 0x1FFC, 4, {telling[0x1FFC], telling[0x1FFD], 0xAB, 0xCD}));
+    EXPECT_EQ(host.exchange(endOfRead), Bytes{});
+    // A session that is broken off, and one without a block, are none.
+    host.handshake();
+    EXPECT_EQ(host.exchange(block(0x57, 0, 1, {1})), acknowledge);
+    host.handshake();
+    EXPECT_EQ(host.exchange(acknowledge), acknowledge);
+
+    EXPECT_EQ(completed, 1);
+    // Exchanges, attempts, reads, writes, reply bytes and complaints.
+    EXPECT_EQ(host.radio.counters(), (SimRadio::Counters{14, 4, 1, 1, 20, 0}));
+}
+
+TEST(SimRadio, EveryByteTakesItsTimeOnTheLine) {
+    Host host;
+    host.handshake();
+    SimRadio& radio = host.radio;
+    radio.receive(block(0x52, 0, 16), host.now);
+    // 4 bytes there and 1 back, 10 bits of 1/9600 s each: 5208.33 us.
+    EXPECT_EQ(radio.nextDue(), host.now + us(5209));
+    EXPECT_EQ(radio.takeDue(host.now + us(5208)).size(), 0U);
+    EXPECT_EQ(radio.takeDue(host.now + us(5209)).size(), 1U);
+    EXPECT_EQ(radio.takeDue(host.now + us(24'999)).size(), 18U);
+    EXPECT_EQ(radio.takeDue(host.now + us(25'000)).size(), 1U);
+    EXPECT_EQ(radio.nextDue(), std::nullopt);
+
+    // A frame written while another is on the line waits for it, and so does its answer.
+    host.now += longAfter;
+    radio.receive(block(0x52, 0, 16), host.now);
+    radio.receive(block(0x52, 16, 16), host.now + us(1));
+    EXPECT_EQ(radio.lineBusyUntil(), host.now + us(8334));
+    EXPECT_EQ(radio.takeDue(host.now + us(45'833)).size(), 39U);
+}
+
+TEST(SimRadio, RefusesBySilenceAndRecordsWhatItRefuses) {
+    const struct {
+        int handshake;  // frames of it that go before
+        Bytes bytes;
+        const char* complaint;
+    } rows[] = {
+        {0, block(0x52, 0, 16), "unknown while asleep: 52"},
+        {0, {0x50, 0x52, 0x00}, "unknown while asleep: 50 52 00"},
+        {1, {0x45, 0x06}, "unknown while greeted: 45"},
+        {3, {0x06}, "unknown while asleep: 06"},
+        {2, {0x99}, "unknown while programming: 99"},
+        {2, {0x45, 0x5A, 0xA4}, "unknown while programming: 45 5A A4"},
+        {2, {0x52, 0x04, 0x00, 0x10}, "bad address form: 52 04 00 10"},
+        {2, block(0x52, 0, 0), "bad length: 52 00 00 00"},
+        {2, block(0x57, 0, 17), "bad length: 57 00 00 11"},
+        {2, block(0x52, 0x1FF8, 16), "outside the memory: 52 73 F8 10"},
+        {2, block(0x57, 0x2000, 1, {7}), "outside the memory: 57 80 00 01 07"},
+        {2, {0x57, 0x00, 0x10, 0x10, 0xAA}, "cut off by a pause: 57 00 10 10 AA"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.complaint);
+        Host host;
+        host.handshake(row.handshake);
+        EXPECT_EQ(host.exchange(row.bytes), Bytes{});
+        ASSERT_FALSE(host.radio.complaints().empty());
+        EXPECT_THAT(host.radio.complaints().front(), testing::HasSubstr(row.complaint));
+        EXPECT_TRUE(std::ranges::equal(host.radio.memory(), telling));
+        host.handshake();
+    }
+}
+
+TEST(SimRadio, GreetingIsFoundBehindNoiseAndPausesAreJudgedByTheirLength) {
+    Host host;
+    SimRadio& radio = host.radio;
+    radio.receive(Bytes{0x50, 0x06, 0x50}, host.now);
+    host.handshake();
+    // A pause lasts until the next byte has arrived, 1042 us after its writing.
+    for (const us pause : {us(48'950), us(48'960)}) {
+        radio.receive(Bytes{0x52, 0x00}, host.now);
+        radio.receive(Bytes{0x00, 0x01}, radio.lineBusyUntil() + pause);
+        host.now += longAfter;
+        EXPECT_EQ(radio.takeDue(host.now).size(), pause == us(48'950) ? 5U : 0U);
+    }
+    radio.receive(Bytes(2 * SimRadio::complaintLimit, 0x99), host.now);
+    EXPECT_EQ(radio.complaints().size(), SimRadio::complaintLimit);
+    EXPECT_GE(radio.counters().complaints, 2 * SimRadio::complaintLimit);
+}
+
+TEST(SimRadio, ByteFaultsHitTheByteTheyName) {
+    using enum ByteFaultKind;
+    // The handshake's answers are bytes 1 and 2, the reply 57 00 00 02 0A 0B is 3 to 8.
+    const struct {
+        std::vector<ByteFault> faults;
+        Bytes reply;
+        us last;
+    } rows[] = {
+        {{}, {0x57, 0, 0, 2, 0x0A, 0x0B}, us(10'417)},
+        {{{lose, 3, 0, {}}}, {0, 0, 2, 0x0A, 0x0B}, us(10'417)},
+        {{{corrupt, 7, 0x81, {}}}, {0x57, 0, 0, 2, 0x8B, 0x0B}, us(10'417)},
+        {{{add, 8, 0x33, {}}}, {0x57, 0, 0, 2, 0x0A, 0x0B, 0x33}, us(11'459)},
+        {{{delay, 4, 0, us(2000)}}, {0x57, 0, 0, 2, 0x0A, 0x0B}, us(12'417)},
+    };
+    for (const auto& row : rows) {
+        Host host({0x0A, 0x0B}, {.replyBytes = row.faults});
+        host.handshake();
+        host.radio.receive(block(0x52, 0, 2), host.now);
+        Bytes reply = host.radio.takeDue(host.now + row.last - us(1));
+        EXPECT_EQ(reply.size(), row.reply.size() - 1);
+        const Bytes last = host.radio.takeDue(host.now + row.last);
+        reply.insert(reply.end(), last.begin(), last.end());
+        EXPECT_EQ(reply, row.reply);
+    }
+}
+
+TEST(SimRadio, SilenceFailedAttemptsAndUnplugging) {
+    Host silent({}, {.silentFrom = 3});
+    silent.handshake();
+    EXPECT_EQ(silent.exchange(block(0x57, 0, 1, {1})), Bytes{});
+    EXPECT_EQ(silent.radio.memory()[0], 0xFF);
+
+    Host failing({}, {.failAttempts = 2});
+    EXPECT_EQ(failing.exchange(greeting), Bytes{});
+    EXPECT_EQ(failing.exchange(greeting), Bytes{});
+    failing.handshake();
+
+    SimRadio leaving({}, {.goneAfter = 1});
+    leaving.receive(greeting, us(0));
+    const us out = us(8334) + SimRadio::unplugDelay;
+    EXPECT_EQ(leaving.takeDue(us(8334)), acknowledge);
+    EXPECT_EQ(leaving.nextDue(), out);
+    EXPECT_TRUE(leaving.gone(out) && !leaving.gone(out - us(1)));
+}
+
+}  // namespace
+}  // namespace k520

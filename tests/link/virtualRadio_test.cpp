@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/virtualRadio.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "app/RuntimeError.h"
+#include "app/mdimoduMain.h"
+#include "support/Raised.h"
+#include "support/SimulatedClock.h"
+#include "support/TempFolder.h"
+
+namespace k520 {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The port "virtual" in a program folder of its own.
+class VirtualRadio : public testing::Test {
+  protected:
+    VirtualRadio() { mdimoduMain::state().programFolder = folder.path(); }
+    ~VirtualRadio() override {
+        mdimoduMain::state() = {};
+        virtualRadio::state() = {};
+    }
+
+    static std::span<std::uint8_t> memory() { return virtualRadio::state().radio->memory(); }
+
+    test::TempFolder folder;
+    test::SimulatedClock clock;
+    std::unique_ptr<SerialPort> port = virtualRadio::makePort();
+};
+
+TEST_F(VirtualRadio, StartsFromTheDefaultImageWithChannelsOfItsOwn) {
+    folder.write(mdimoduMain::defaultImageFileName, std::string(0x90, '\x11'));
+    port->open();
+    const std::vector<std::uint8_t> channels{
+        0x00, 0x00, 0x35, 0x43, 0x00, 0x00, 0x45, 0x43,  // 433.5, 434.5
+        0x13, 0x28, 0x13, 0x28, 0x11, 0x11, 0x11, 0x11,  // D023N both ways
+        0x00, 0x25, 0x01, 0x46, 0xFF, 0xFF, 0xFF, 0xFF,  // 460.125, no transmission
+        0xFF, 0xFF, 0xFF, 0xFF, 0x11, 0x11, 0x11, 0x11,
+    };
+    EXPECT_TRUE(std::ranges::equal(memory().subspan(0x70, channels.size()), channels));
+    EXPECT_TRUE(memory()[0x59] == 0x02 && memory()[0x58] == 0x9E) << "67.0";
+}
+
+TEST_F(VirtualRadio, KeepsItsMemoryBetweenSessionsAndOnlyWhenItChanged) {
+    port->open();
+    port->close();
+    EXPECT_TRUE(folder.names().empty());
+
+    port->open();
+    memory()[0x123] = 0x45;
+    port.reset();
+    virtualRadio::state() = {};
+    port = virtualRadio::makePort();
+    port->open();
+    EXPECT_EQ(memory()[0x123], 0x45);
+}
+
+TEST_F(VirtualRadio, SaysWhenItsMemoryCannotBeReadOrKept) {
+    fs::create_directory(folder / virtualRadio::fileName);
+    EXPECT_EQ(test::raised([&] { return port->open(), 0; }), errNum::pathAccess);
+    EXPECT_FALSE(port->isOpen());
+    fs::remove(folder / virtualRadio::fileName);
+
+    port->open();
+    memory()[0] = 1;
+    fs::remove(folder.path());
+    EXPECT_THAT([&] { port->close(); }, testing::ThrowsMessage<RuntimeError>(testing::HasSubstr(
+                                            "folder " + folder.path().string())));
+    EXPECT_FALSE(port->isOpen());
+}
+
+}  // namespace
+}  // namespace k520
