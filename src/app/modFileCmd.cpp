@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/modFileCmd.h"
+
+#include <cerrno>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "app/Dialogs.h"
+#include "app/Guard.h"
+#include "app/RuntimeError.h"
+#include "app/mdimoduMain.h"
+#include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
+#include "image/datFile.h"
+#include "image/modIicDat.h"
+#include "settings/modSysSet.h"
+
+namespace k520::modFileCmd {
+
+namespace {
+
+constexpr std::int16_t answerYes = 6;
+constexpr std::int16_t answerNo = 7;
+constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
+
+bool askAndKeep(int textIndex) {
+    const bool yes = theDialogs().ask(modSoftFace::text(70), modSoftFace::text(textIndex));
+    state().lastAnswer = yes ? answerYes : answerNo;
+    return yes;
+}
+
+void tellFailure(int textIndex) {
+    theDialogs().tell(BoxIcon::critical, modSoftFace::text(70), modSoftFace::text(textIndex));
+}
+
+}  // namespace
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+void setCurrentFile(std::string path) {
+    State& s = state();
+    s.currentFilePath = std::move(path);
+    s.filePanel = modSoftFace::text(85) + s.currentFilePath;
+    if (s.onFilePanel) {
+        s.onFilePanel();
+    }
+}
+
+void GenerateDatFolder() {
+    guarded("mdifrmMain->GenerateDatFolder", [] {
+        const auto folder = mdimoduMain::state().programFolder / "Data";
+        state().defaultFilePath = (folder / "Untitled.dat").string();
+        setCurrentFile(state().defaultFilePath);
+        std::error_code error;
+        std::filesystem::create_directories(folder, error);
+        if (error) {
+            throwSystemError(error.value(), folder.string());
+        }
+    });
+}
+
+void NewFile() {
+    guarded("mdifrmMain->NewFile", [] {
+        if (askAndKeep(74)) {
+            setCurrentFile(state().defaultFilePath);
+            NewFileSol();
+        }
+    });
+}
+
+void NewFileSol() {
+    guarded("mdifrmMain->NewFileSol", [] {
+        modIicDat::InitTempArray();
+        modChMem::ChInfoSaveSol(1);
+        modChMem::ShowChTblGrid();
+        modSysSet::OptNowDefSol(0);
+        modSysSet::OptNowDefSol(2);
+        modChMem::refreshForm();
+        modModel::cboModel_Click();
+        modModel::applyShownBand();
+    });
+}
+
+void openDatFile(const std::string& path) {
+    datFile::load(path, modIicDat::IicDat());
+    modChMem::SoftDisplay();
+}
+
+void OpenFile() {
+    const bool done = guarded("mdifrmMain->OpenFile", [] {
+        const auto name = theDialogs().openFile({dataFilter, state().currentFilePath, ""});
+        if (!name.empty()) {
+            openDatFile(name);
+            setCurrentFile(name);
+        }
+    });
+    if (!done) {
+        tellFailure(83);
+    }
+}
+
+void SaveFile() {
+    const bool done = guarded("mdifrmMain->SaveFile", [] {
+        state().saveAsked = true;
+        if (askAndKeep(82)) {
+            SaveAsFile();
+        }
+    });
+    if (!done) {
+        tellFailure(84);
+    }
+}
+
+void SaveAsFile() {
+    const bool done = guarded("mdifrmMain->SaveAsFile", [] {
+        const auto name = theDialogs().saveFile({dataFilter, state().currentFilePath, "dat"});
+        if (!name.empty()) {
+            setCurrentFile(name);
+            SaveDatFile();
+        }
+    });
+    if (!done) {
+        tellFailure(86);
+    }
+}
+
+bool SaveDatFile() {
+    return guarded("mdifrmMain->SaveDatFile", [] {
+        modChMem::SetConvIicDat();
+        datFile::save(state().currentFilePath, modIicDat::IicDat());
+        setCurrentFile(state().currentFilePath);
+    });
+}
+
+}  // namespace k520::modFileCmd

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+/// The file commands of the main window: New, Open, Save and Save As, over the image, the channel
+/// table and the options.
+namespace k520::modFileCmd {
+
+struct State {
+    /// Program folder, "Data", "Untitled.dat".
+    std::string defaultFilePath;
+    /// The data file now open: the target of SaveDatFile and the folder of both file choosers.
+    std::string currentFilePath;
+    /// The status bar's file panel: text 85 and the current path, nothing between.
+    std::string filePanel;
+    /// Set by every Save.
+    bool saveAsked = false;
+    /// The answer to the last question of New or Save (6 = yes, 7 = no).
+    std::int16_t lastAnswer = 0;
+    /// Called after the file panel was rewritten.
+    std::function<void()> onFilePanel;
+};
+
+[[nodiscard]] State& state();
+
+/// Gives the current path a new value and rewrites the file panel.
+void setCurrentFile(std::string path);
+
+/// Makes the folder "Data" in the program folder where it is missing, and sets both paths to the
+/// file "Untitled.dat" in it, which is not made.
+void GenerateDatFolder();
+
+/// Asks (text 74), and on Yes starts a new configuration under the default path.
+void NewFile();
+
+/// A new configuration: default image, channels and grid, default options, model and band.
+void NewFileSol();
+
+/// Asks for a data file and shows it. A failure also shows box 83; the current path stays.
+void OpenFile();
+
+/// What OpenFile does with the chosen file. Raises the system's error where it cannot be read.
+void openDatFile(const std::string& path);
+
+/// Asks on every call (text 82), and on Yes goes on with SaveAsFile. A failure shows box 84.
+void SaveFile();
+
+/// Asks for a name and saves there. A failure shows box 86; the current path stays.
+void SaveAsFile();
+
+/// Brings the image up to date and writes it to the current path. Returns whether it did; a failure
+/// is in the error list and nowhere else.
+bool SaveDatFile();
+
+}  // namespace k520::modFileCmd

@@ -1,0 +1,236 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/modStartUp.h"
+
+#include <array>
+#include <cstdlib>
+#include <span>
+
+#include "app/Checked.h"
+#include "app/Dialogs.h"
+#include "app/Guard.h"
+#include "app/mdimoduMain.h"
+#include "app/modFileCmd.h"
+#include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "image/modIicDat.h"
+#include "link/comPorts.h"
+#include "link/modCommun.h"
+#include "memview/modMemDat.h"
+
+namespace k520::modStartUp {
+
+namespace {
+
+constexpr const char* section = "Setting";
+constexpr const char* formLoad = "mdifrmMain->Form_Load";
+constexpr std::int32_t simplifiedChinese = 2052;
+constexpr std::int32_t traditionalChinese = 1028;
+constexpr std::int32_t english = 1033;
+
+constexpr SettingBuffer firstRunBuffer{3, 3};
+constexpr SettingBuffer shortBuffer{9, 10};
+constexpr SettingBuffer addressBuffer{15, 15};
+constexpr SettingBuffer textBuffer{30, 30};
+
+enum class Form { decimal, hexadecimal };
+
+std::int16_t convert(Form form, const std::string& text) {
+    return form == Form::decimal ? textToInt16(text) : hexToInt16(text);
+}
+
+/// A number setting; a text that is no number is reported and the default taken.
+std::int16_t readNumber(const char* key, Form form, SettingBuffer buffer, const char* fallback) {
+    std::int16_t value = convert(form, throughBuffer(fallback, buffer));
+    guarded(formLoad, [&] {
+        const auto text = mdimoduMain::readSetting(section, key, buffer, fallback);
+        try {
+            value = convert(form, text);
+        } catch (const RuntimeError& error) {
+            throw RuntimeError(error.number(), std::string("[Setting] ") + key + " = " + text +
+                                                   ": " + error.source());
+        }
+    });
+    return value;
+}
+
+std::string readText(const char* key, SettingBuffer buffer, const char* fallback) {
+    std::string value = throughBuffer(fallback, buffer);
+    guarded(formLoad, [&] { value = mdimoduMain::readSetting(section, key, buffer, fallback); });
+    return value;
+}
+
+void readLanguage() {
+    mdimoduMain::state().Language = readNumber("Language", Form::decimal, shortBuffer, " 2");
+    mdimoduMain::correctLanguage();
+}
+
+void readImageSize() {
+    const auto datNum = readNumber("DatNum", Form::decimal, shortBuffer, " 0");
+    guarded(formLoad, [&] { modIicDat::sizeArrays(datNum); });
+}
+
+void readLook() {
+    auto& s = mdimoduMain::state();
+    // The two colours' defaults are the fonts' names: no colour, so a missing key means none.
+    struct TextSetting {
+        const char* key;
+        std::string& target;
+        const char* fallback;
+    };
+    const std::array settings{TextSetting{"EngFont", s.EngFont, "Times New Roman"},
+                              TextSetting{"ChsFont", s.ChsFont, "宋体"},
+                              TextSetting{"OverColor", s.OverColor, "Times New Roman"},
+                              TextSetting{"DefColor", s.DefColor, "宋体"}};
+    for (const auto& setting : settings) {
+        setting.target = readText(setting.key, textBuffer, setting.fallback);
+    }
+    s.fontInUse = s.Language == mdimoduMain::languageChinese ? s.ChsFont : s.EngFont;
+}
+
+void readLimitsAndRanges() {
+    auto& s = modIicDat::state();
+    struct NumberSetting {
+        const char* key;
+        std::int16_t& target;
+        Form form;
+        SettingBuffer buffer;
+        const char* fallback;
+    };
+    const std::array settings{
+        NumberSetting{"CtMax", s.toneLimit, Form::decimal, textBuffer, " 50"},
+        NumberSetting{"DcsMax", s.toneLimit, Form::decimal, textBuffer, " 210"},
+        NumberSetting{"CtcDcsMax", s.combinedToneLimit, Form::decimal, textBuffer, " 260"},
+        NumberSetting{"TableMaxAddr", s.TableMaxAddr, Form::hexadecimal, addressBuffer, "1FFF"},
+        NumberSetting{"ReadStartAddr", s.readRange.start, Form::hexadecimal, addressBuffer, "0000"},
+        NumberSetting{"ReadEndAddr", s.readRange.end, Form::hexadecimal, addressBuffer, "1FFF"},
+        NumberSetting{"WriteStartAddr", s.writeRange.start, Form::hexadecimal, addressBuffer,
+                      "0000"},
+        NumberSetting{"WriteEndAddr", s.writeRange.end, Form::hexadecimal, addressBuffer, "1FFF"}};
+    for (const auto& setting : settings) {
+        setting.target = readNumber(setting.key, setting.form, setting.buffer, setting.fallback);
+    }
+    s.partialFillRange = {0, s.TableMaxAddr};
+}
+
+/// True when this is the first start without settings, which only leaves its mark.
+bool isVeryFirstStart() {
+    bool quit = false;
+    guarded(formLoad, [&] {
+        if (readNumber("FirRun", Form::decimal, firstRunBuffer, " 2") == 2) {
+            mdimoduMain::state().quitting = true;
+            quit = true;
+            mdimoduMain::writeSetting(section, "FirRun", "1");
+        }
+    });
+    return quit;
+}
+
+}  // namespace
+
+std::int32_t localeIdentifier(const std::string& localeName) {
+    const std::string name = lowerAscii(localeName);
+    if (!name.starts_with("zh")) {
+        return english;
+    }
+    const bool traditional = name.starts_with("zh_tw") || name.starts_with("zh_hk") ||
+                             name.starts_with("zh_mo") || name.find("hant") != std::string::npos;
+    return traditional ? traditionalChinese : simplifiedChinese;
+}
+
+std::int32_t GetSystemDefaultLCID() {
+    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* value = std::getenv(variable);
+        if (value != nullptr && *value != '\0') {
+            return localeIdentifier(value);
+        }
+    }
+    return english;
+}
+
+void GetSysLang() {
+    guarded("mdifrmMain->GetSysLang", [] {
+        const auto firstRun = mdimoduMain::readSetting(section, "FirRun", firstRunBuffer, " 1");
+        if (textToInt16(firstRun) == 0) {
+            return;
+        }
+        mdimoduMain::writeSetting(section, "FirRun", "0");
+        const bool chinese = GetSystemDefaultLCID() == simplifiedChinese;
+        mdimoduMain::writeSetting(section, "Language", chinese ? "1" : "3");
+        comPorts::AutoSetPort();
+    });
+}
+
+void readSettings() {
+    readLanguage();
+    modCommun::state().portNumber = readNumber("COM", Form::decimal, shortBuffer, " 1");
+    for (const char* discarded : {"ModelType", "ModelRange"}) {
+        readText(discarded, shortBuffer, "0");
+    }
+    readImageSize();
+    readLook();
+    readLimitsAndRanges();
+}
+
+void prepareCore() {
+    modChMem::GetValidCharTbl();
+    modSoftFace::FillSoftFace(mdimoduMain::state().Language);
+    modCommun::InitProtocol();
+    modChMem::initChannelForm();
+}
+
+StartResult Form_Load() {
+    if (isVeryFirstStart()) {
+        return StartResult::quit;
+    }
+    GetSysLang();
+    readSettings();
+    const auto port = modCommun::state().portNumber;
+    if (!comPorts::ProbeCom(port)) {
+        comPorts::AutoSetPort();
+    }
+    prepareCore();
+    modFileCmd::GenerateDatFolder();
+    modFileCmd::NewFileSol();
+    modMemDat::SetGridMemDat();
+    mdimoduMain::state().lockState = readText("ChannelLock", addressBuffer, "ShowNo");
+    return StartResult::running;
+}
+
+bool MDIForm_QueryUnload() {
+    bool mayClose = false;
+    guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
+        auto& s = mdimoduMain::state();
+        mayClose = s.quitting || theDialogs().ask(modSoftFace::text(70), modSoftFace::text(73));
+        s.exitAnswer = mayClose ? 6 : 7;
+        s.exiting = mayClose ? 1 : s.exiting;
+    });
+    return mayClose;
+}
+
+void SaveMdiFormShape(const Shape& shape) {
+    guarded("mdifrmMain->SaveMdiFormShape", [&] {
+        const std::array<mdimoduMain::KeyValue, 4> values{{
+            {"MdiFormHeight", numberText(shape.height)},
+            {"MdiFormWidth", numberText(shape.width)},
+            {"MdiFormLeft", numberText(shape.left)},
+            {"MdiFormTop", numberText(shape.top)},
+        }};
+        mdimoduMain::writeSettings(section, values);
+    });
+}
+
+bool SwiLangFace(std::int16_t language) {
+    auto& s = mdimoduMain::state();
+    if (language == s.Language) {
+        return false;
+    }
+    s.Language = language;
+    guarded("mdifrmMain->SwiLangFace", [&] {
+        mdimoduMain::writeSetting(section, "Language", numberText(language));
+        theDialogs().tell(BoxIcon::question, "Message", modSoftFace::text(68));
+    });
+    return true;
+}
+
+}  // namespace k520::modStartUp

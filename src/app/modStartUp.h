@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+
+/// The start-up sequence, the closing question and what else belongs to the main window's life.
+namespace k520::modStartUp {
+
+/// What Form_Load decided.
+enum class StartResult {
+    running,  ///< go on and show the windows
+    quit,     ///< the first start without a settings file: end at once, without a word
+};
+
+/// The system's default locale as an identifier: 2052 for Simplified Chinese, 1028 for Traditional
+/// Chinese, 1033 for everything else. Taken from LC_ALL, LC_MESSAGES or LANG, as the C library
+/// does.
+[[nodiscard]] std::int32_t GetSystemDefaultLCID();
+/// The same for a locale name such as "zh_CN.UTF-8".
+[[nodiscard]] std::int32_t localeIdentifier(const std::string& localeName);
+
+/// Looks at "FirRun" and, unless it is 0, sets it to 0, stores the language of the system's locale
+/// and chooses a serial port.
+void GetSysLang();
+
+/// Reads every key of section "Setting" that start-up needs, sizes the image arrays, and chooses
+/// the font in use. A value that cannot be converted is reported under "mdifrmMain->Form_Load" and
+/// replaced by its default.
+void readSettings();
+
+/// The texts of the language in force, the scripts and the channel form: what every program needs
+/// before it can show an image. readSettings() comes first.
+void prepareCore();
+
+/// The whole start-up in its order, without the windows.
+[[nodiscard]] StartResult Form_Load();
+
+/// The closing question (none while quitting). Returns whether the program may close.
+[[nodiscard]] bool MDIForm_QueryUnload();
+
+/// A window's place and size in twips.
+struct Shape {
+    std::int32_t height = 0;
+    std::int32_t width = 0;
+    std::int32_t left = 0;
+    std::int32_t top = 0;
+};
+
+/// Writes the main window's geometry; nothing reads it back.
+void SaveMdiFormShape(const Shape& shape);
+
+/// Stores a new language, tells that it takes effect at the next start, and returns true when the
+/// caller has to close the main window: false when the language is in force already.
+[[nodiscard]] bool SwiLangFace(std::int16_t language);
+
+}  // namespace k520::modStartUp
