@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace k520::cli {
+
+/// The words of one command line, by the names of the table's arguments.
+class Arguments {
+  public:
+    std::map<std::string, std::vector<std::string>, std::less<>> values;
+
+    [[nodiscard]] bool has(std::string_view name) const { return !list(name).empty(); }
+    /// The one value of an argument that was given or is required.
+    [[nodiscard]] const std::string& at(std::string_view name) const { return list(name).at(0); }
+    [[nodiscard]] std::optional<std::string> get(std::string_view name) const {
+        return has(name) ? std::optional(at(name)) : std::nullopt;
+    }
+    /// All values, in the order given.
+    [[nodiscard]] const std::vector<std::string>& list(std::string_view name) const;
+};
+
+enum class ArgumentKind : std::uint8_t {
+    positional,      ///< a word by its place; required
+    positionalList,  ///< all remaining words; at least one
+    option,          ///< an option with a value
+    required,        ///< an option with a value that has to be given
+    flag,            ///< an option without a value
+};
+
+struct Argument {
+    std::string_view name;   ///< how the command asks for it, and the long option: "output"
+    std::string_view flags;  ///< "-o,--output"; for positional words what help shows: "FILE"
+    std::string_view value;  ///< what help calls the value: "OUT"
+    ArgumentKind kind;
+    std::string_view help;
+};
+
+/// One command. The table of these drives parsing, the help texts and whatever else is made from
+/// the commands.
+struct Command {
+    std::string_view name;
+    std::string_view summary;  ///< one line
+    std::string_view details;  ///< what a person has to know, with examples
+    std::span<const Argument> arguments;
+    int (*run)(const Arguments&);
+};
+
+/// All commands, in the order in which help lists them. "config get" and "config set" are two rows.
+[[nodiscard]] std::span<const Command> commands() noexcept;
+
+/// What the command line asks for.
+struct Request {
+    const Command* command = nullptr;  ///< nothing: print `text` and end well
+    Arguments arguments;
+    std::optional<std::string> programFolder;
+    std::string text;  ///< the help or version text
+};
+
+/// Takes the command line apart by the table. A wrong one raises Failure 2.
+[[nodiscard]] Request parse(int count, const char* const* words);
+
+}  // namespace k520::cli

@@ -1,0 +1,62 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/ConsoleView.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <utility>
+
+#include "app/Checked.h"
+#include "cli/interrupt.h"
+
+namespace k520::cli {
+
+namespace {
+
+constexpr int barLength = 30;
+constexpr const char* clearLine = "\r\x1b[K";
+
+}  // namespace
+
+ConsoleView::ConsoleView(std::string stage)
+    : stage_(std::move(stage)), terminal_(isatty(STDERR_FILENO) == 1) {}
+
+ConsoleView::~ConsoleView() {
+    if (drawn_) {
+        std::fputs(clearLine, stderr);
+    }
+}
+
+void ConsoleView::setStatus(const std::string& text) {
+    // Percents are in the bar already; what remains is the number of failed attempts.
+    const auto shown = trimBlanks(text);
+    status_ = shown.ends_with('%') ? status_ : std::string(shown);
+    draw();
+}
+
+void ConsoleView::setProgress(std::int16_t percent) {
+    percent_ = percent;
+    furthest_ = std::max(furthest_, percent);
+    draw();
+}
+
+bool ConsoleView::abandoned() {
+    return interrupted();
+}
+
+void ConsoleView::draw() {
+    if (!terminal_) {
+        return;
+    }
+    const auto filled = static_cast<std::size_t>(barLength * percent_ / 100);
+    fmt::print(stderr, "{}{} [{:<{}}] {:3} %  {}", clearLine, stage_, std::string(filled, '#'),
+               barLength, percent_, status_);
+    std::fflush(stderr);
+    drawn_ = true;
+}
+
+}  // namespace k520::cli

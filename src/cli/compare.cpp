@@ -1,0 +1,258 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/compare.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "channels/channelRecord.h"
+#include "channels/modModel.h"
+#include "cli/edit.h"
+#include "cli/output.h"
+#include "image/stamp.h"
+#include "settings/optionTable.h"
+
+namespace k520::cli {
+
+namespace {
+
+using Kind = Difference::Kind;
+using optionTable::ImageBits;
+
+std::vector<ImageBits> bytesAt(int address, int count) {
+    std::vector<ImageBits> bits;
+    for (int i = 0; i < count; ++i) {
+        bits.push_back({static_cast<std::uint16_t>(address + i), 0xFF});
+    }
+    return bits;
+}
+
+/// A channel's bit in the word that all channels share.
+ImageBits sharedBit(int channel) {
+    return {static_cast<std::uint16_t>(channelRecord::sharedWord + (channel - 1) / 8),
+            static_cast<std::uint8_t>(1U << ((channel - 1) % 8))};
+}
+
+std::vector<ImageBits> bitsOfParameter(int channel, int field) {
+    if (field == channelRecord::sharedField) {
+        return {sharedBit(channel)};
+    }
+    for (const auto& parameter : channelRecord::parameters) {
+        if (parameter.field == field) {
+            return {{static_cast<std::uint16_t>(channelRecord::address(channel) + parameter.offset),
+                     parameter.mask}};
+        }
+    }
+    return {};
+}
+
+std::vector<ImageBits> bitsOfChannel(int channel) {
+    auto bits = bytesAt(channelRecord::address(channel), channelRecord::size);
+    bits.push_back(sharedBit(channel));
+    return bits;
+}
+
+/// The four texts of a channel that stand in its record as whole bytes.
+struct RecordPart {
+    const char* name;
+    int offset;
+    int length;
+    std::string (*text)(const ChannelPicture&);
+};
+
+constexpr std::array recordParts{
+    RecordPart{"rx", channelRecord::offset::rx, channelRecord::frequencyLength,
+               [](const ChannelPicture& c) { return frequencyText(c.rx); }},
+    RecordPart{"tx", channelRecord::offset::tx, channelRecord::frequencyLength,
+               [](const ChannelPicture& c) { return frequencyText(c.tx); }},
+    RecordPart{"decode", channelRecord::offset::decode, channelRecord::toneLength,
+               [](const ChannelPicture& c) { return c.decode; }},
+    RecordPart{"encode", channelRecord::offset::encode, channelRecord::toneLength,
+               [](const ChannelPicture& c) { return c.encode; }}};
+
+/// The limits that the image holds, also those of a custom band.
+std::string bandText(const Picture& picture) {
+    if (picture.band.index != modModel::customBand) {
+        return picture.band.name;
+    }
+    const auto limit = [&](int address) {
+        const auto tenths =
+            modModel::tenthsOfBcd({picture.image(address), picture.image(address + 1)});
+        return tenths ? fmt::format("{}.{}", *tenths / 10, *tenths % 10) : std::string("?");
+    };
+    return fmt::format("{} - {} MHz ({})", limit(modModel::bandAddress),
+                       limit(modModel::bandAddress + 2), picture.band.name);
+}
+
+class Comparer {
+  public:
+    Comparer(const Picture& a, const Picture& b) : a_(a), b_(b), explained_(a.image.size()) {
+        result_.stampA = a.stamp;
+        result_.stampB = b.stamp;
+        explain(bytesAt(stamp::address, stamp::length));
+    }
+
+    Comparison run() {
+        compareModelAndBand();
+        for (std::size_t i = 0; i < a_.channels.size(); ++i) {
+            compareChannels(a_.channels[i], b_.channels[i]);
+        }
+        for (const auto& option : optionTable::options()) {
+            compareOption(option);
+        }
+        compareBytes();
+        return std::move(result_);
+    }
+
+  private:
+    void add(Difference difference, const std::vector<ImageBits>& bits) {
+        result_.differences.push_back(std::move(difference));
+        explain(bits);
+    }
+
+    void explain(const std::vector<ImageBits>& bits) {
+        for (const auto& [address, mask] : bits) {
+            explained_(address) |= mask;
+        }
+    }
+
+    [[nodiscard]] bool differ(const std::vector<ImageBits>& bits) const {
+        for (const auto& [address, mask] : bits) {
+            if (((a_.image(address) ^ b_.image(address)) & mask) != 0) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void compareModelAndBand() {
+        if (const auto bits = bytesAt(modModel::modelAddress, 1); differ(bits)) {
+            add({Kind::model, "", "", modelText(a_), modelText(b_)}, bits);
+        }
+        const auto bits = bytesAt(modModel::bandAddress, modModel::bandLength);
+        if (differ(bits)) {
+            add({Kind::band, "", "", bandText(a_), bandText(b_)}, bits);
+        }
+    }
+
+    static std::string modelText(const Picture& picture) {
+        return picture.modelName.value_or(fmt::format("{}", picture.model));
+    }
+
+    void compareChannels(const ChannelPicture& a, const ChannelPicture& b) {
+        const auto number = fmt::format("{}", a.channel);
+        if (a.rx.has_value() != b.rx.has_value()) {
+            add({Kind::channel, number, "channel", frequencyText(a.rx), frequencyText(b.rx)},
+                bitsOfChannel(a.channel));
+            return;
+        }
+        if (!a.rx) {
+            return;
+        }
+        for (const auto& part : recordParts) {
+            if (part.text(a) != part.text(b)) {
+                add({Kind::channel, number, part.name, part.text(a), part.text(b)},
+                    bytesAt(channelRecord::address(a.channel) + part.offset, part.length));
+            }
+        }
+        for (std::size_t i = 0; i < a.parameters.size(); ++i) {
+            const auto& mine = a.parameters[i];
+            if (mine.value != b.parameters[i].value) {
+                add({Kind::channel, number, mine.key, mine.text, b.parameters[i].text},
+                    bitsOfParameter(a.channel, mine.field));
+            }
+        }
+    }
+
+    void compareOption(const optionTable::Option& option) {
+        const auto index = static_cast<std::size_t>(option.number);
+        if (a_.options[index] != b_.options[index]) {
+            add({Kind::option, std::string(option.name), "",
+                 optionTable::valueText(option, a_.options[index]),
+                 optionTable::valueText(option, b_.options[index])},
+                optionTable::ownedBits(option));
+        }
+    }
+
+    void compareBytes() {
+        for (int address = 0; address < std::ssize(a_.image.bytes()); ++address) {
+            const int unexplained = (a_.image(address) ^ b_.image(address)) & ~explained_(address);
+            if (unexplained != 0) {
+                result_.differences.push_back({Kind::byte, fmt::format("{:04X}", address), "",
+                                               fmt::format("{:02X}", a_.image(address)),
+                                               fmt::format("{:02X}", b_.image(address))});
+            }
+        }
+    }
+
+    const Picture& a_;
+    const Picture& b_;
+    MemoryImage explained_;
+    Comparison result_;
+};
+
+std::string_view kindName(Kind kind) {
+    constexpr std::array<std::string_view, 5> names{"model", "band", "channel", "option", "byte"};
+    return names.at(static_cast<std::size_t>(kind));
+}
+
+std::string shownOrDash(const std::string& text) {
+    return text.empty() ? "-" : text;
+}
+
+nlohmann::ordered_json differenceJson(const Difference& difference) {
+    nlohmann::ordered_json json{
+        {"kind", kindName(difference.kind)}, {"a", difference.a}, {"b", difference.b}};
+    if (difference.kind == Kind::channel) {
+        json["channel"] = std::stoi(difference.what);
+        json["field"] = difference.part;
+    } else if (!difference.what.empty()) {
+        json[difference.kind == Kind::option ? "option" : "address"] = difference.what;
+    }
+    return json;
+}
+
+nlohmann::ordered_json stampJson(const std::optional<DateTime>& stamp) {
+    return stamp ? nlohmann::ordered_json(stampText(stamp)) : nlohmann::ordered_json(nullptr);
+}
+
+}  // namespace
+
+Comparison compare(const Picture& a, const Picture& b) {
+    return Comparer(a, b).run();
+}
+
+std::string comparisonText(const Comparison& comparison, const std::string& nameA,
+                           const std::string& nameB) {
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& d : comparison.differences) {
+        const auto subject = fmt::format("{} {}", kindName(d.kind), d.what);
+        rows.push_back(
+            {subject, d.part == "channel" ? "rx" : d.part, shownOrDash(d.a), shownOrDash(d.b)});
+    }
+    if (comparison.stampA != comparison.stampB) {
+        rows.push_back({"stamp", "(does not count)", shownOrDash(stampText(comparison.stampA)),
+                        shownOrDash(stampText(comparison.stampB))});
+    }
+    return rows.empty() ? std::string() : formatTable({{"What"}, {""}, {nameA}, {nameB}}, rows);
+}
+
+nlohmann::ordered_json comparisonJson(const Comparison& comparison) {
+    auto differences = nlohmann::ordered_json::array();
+    for (const auto& difference : comparison.differences) {
+        differences.push_back(differenceJson(difference));
+    }
+    return {{"identical", comparison.equal()},
+            {"differences", differences},
+            {"stamp", {{"a", stampJson(comparison.stampA)}, {"b", stampJson(comparison.stampB)}}}};
+}
+
+std::string countText(const Comparison& comparison) {
+    const auto count = comparison.differences.size();
+    return fmt::format("{} difference{}", count, count == 1 ? "" : "s");
+}
+
+}  // namespace k520::cli

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <nlohmann/json_fwd.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/Clock.h"
+#include "cli/picture.h"
+
+/// Comparing two images.
+namespace k520::cli {
+
+/// One thing that differs, in the program's terms or, where it has none, as a byte.
+struct Difference {
+    enum class Kind : std::uint8_t { model, band, channel, option, byte };
+
+    Kind kind = Kind::byte;
+    std::string what;  ///< a channel's number, an option's name, an address; else empty
+    std::string part;  ///< of a channel: "rx", "decode", a column's key, or "channel"; else empty
+    std::string a;     ///< the texts of both sides; empty for what is not there
+    std::string b;
+};
+
+struct Comparison {
+    std::vector<Difference> differences;
+    /// Shown, and no difference.
+    std::optional<DateTime> stampA;
+    std::optional<DateTime> stampB;
+
+    [[nodiscard]] bool equal() const noexcept { return differences.empty(); }
+};
+
+/// Compares channels, options, model and band of two equally long images, and then the bits that
+/// none of the differences found explains. The programming stamp is left out.
+[[nodiscard]] Comparison compare(const Picture& a, const Picture& b);
+
+/// A table of the differences under the names of both sides.
+[[nodiscard]] std::string comparisonText(const Comparison& comparison, const std::string& nameA,
+                                         const std::string& nameB);
+
+[[nodiscard]] nlohmann::ordered_json comparisonJson(const Comparison& comparison);
+
+/// "1 difference", "3 differences".
+[[nodiscard]] std::string countText(const Comparison& comparison);
+
+}  // namespace k520::cli

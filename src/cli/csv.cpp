@@ -1,0 +1,238 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "app/Checked.h"
+#include "app/Files.h"
+#include "app/RuntimeError.h"
+#include "channels/modChMem.h"
+#include "channels/modCtdcs.h"
+#include "cli/Failure.h"
+#include "cli/commands.h"
+#include "cli/csvText.h"
+#include "cli/document.h"
+#include "cli/edit.h"
+#include "cli/output.h"
+#include "cli/picture.h"
+#include "cli/program.h"
+
+namespace k520::cli {
+
+namespace {
+
+constexpr const char* channelTitle = "channel";
+constexpr std::size_t largestCsv = 16U << 20U;
+
+/// The columns that stand in a CSV file: all but the reserved one.
+std::vector<int> csvColumns() {
+    std::vector<int> columns;
+    for (int col = 1; col <= modChMem::state().ColNum; ++col) {
+        if (col != modChMem::column::reserved) {
+            columns.push_back(col);
+        }
+    }
+    return columns;
+}
+
+std::string withoutOff(const std::string& tone) {
+    return tone == modCtdcs::state().CtdcsOffText ? std::string() : tone;
+}
+
+/// The cells of a channel as export writes them, by column number; a tone that is off is empty.
+std::vector<std::string> cellsOf(const ChannelPicture& channel) {
+    std::vector<std::string> cells(static_cast<std::size_t>(modChMem::state().ColNum) + 1);
+    if (!channel.rx) {
+        return cells;
+    }
+    cells[modChMem::column::rx] = frequencyText(channel.rx);
+    cells[modChMem::column::tx] = frequencyText(channel.tx);
+    cells[modChMem::column::decode] = withoutOff(channel.decode);
+    cells[modChMem::column::encode] = channel.tx ? withoutOff(channel.encode) : std::string();
+    for (const auto& parameter : channel.parameters) {
+        cells[static_cast<std::size_t>(parameter.field)] = parameter.text;
+    }
+    return cells;
+}
+
+std::vector<std::string> currentCells(int channel) {
+    return cellsOf(currentPicture().channels.at(static_cast<std::size_t>(channel) - 1));
+}
+
+std::string exportText() {
+    std::vector<std::string> titles{channelTitle};
+    const auto columns = csvColumns();
+    for (const int col : columns) {
+        titles.push_back(nameOfColumn(col));
+    }
+    std::string text = csvLine(titles);
+    for (const auto& channel : currentPicture().channels) {
+        const auto cells = cellsOf(channel);
+        std::vector<std::string> row{fmt::format("{}", channel.channel)};
+        for (const int col : columns) {
+            row.push_back(cells[static_cast<std::size_t>(col)]);
+        }
+        text += csvLine(row);
+    }
+    return text;
+}
+
+/// The grid column of each CSV column; 0 for the channel's number.
+std::vector<int> columnsOfTitles(const CsvRow& titles) {
+    std::vector<int> columns;
+    for (const auto& cell : titles.cells) {
+        const auto name = lowerAscii(trimBlanks(cell));
+        const int col = name == channelTitle ? 0 : columnOfKey(name);
+        if (col == 0 && name != channelTitle) {
+            fail(fmt::format("line {}: there is no column \"{}\"", titles.line, cell));
+        }
+        if (std::ranges::find(columns, col) != columns.end()) {
+            fail(fmt::format("line {}: the column \"{}\" stands there twice", titles.line, cell));
+        }
+        columns.push_back(col);
+    }
+    if (std::ranges::find(columns, 0) == columns.end()) {
+        fail(fmt::format("line {}: the column \"{}\" is missing", titles.line, channelTitle));
+    }
+    return columns;
+}
+
+/// One line of channels: what it gives for each grid column, where it gives anything.
+struct ImportRow {
+    int channel = 0;
+    std::vector<std::optional<std::string>> cells;
+};
+
+int channelNumber(const std::string& text) {
+    const auto digits = trimBlanks(text);
+    int number = 0;
+    const char* end = digits.data() + digits.size();
+    const auto [rest, error] = std::from_chars(digits.data(), end, number);
+    const int channels = modChMem::state().ChNum;
+    if (error != std::errc{} || rest != end || number < 1 || number > channels) {
+        fail(fmt::format("\"{}\" is no channel; there are channels 1 to {}", text, channels));
+    }
+    return number;
+}
+
+ImportRow importRow(const CsvRow& row, const std::vector<int>& columns) {
+    if (row.cells.size() != columns.size()) {
+        fail(fmt::format("{} cells under {} titles", row.cells.size(), columns.size()));
+    }
+    ImportRow result;
+    result.cells.resize(static_cast<std::size_t>(modChMem::state().ColNum) + 1);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        if (columns[i] == 0) {
+            result.channel = channelNumber(row.cells[i]);
+        } else {
+            result.cells[static_cast<std::size_t>(columns[i])] = trimBlanks(row.cells[i]);
+        }
+    }
+    return result;
+}
+
+/// A channel whose receive cell is emptied goes, whatever its row still says of it.
+bool deletes(const ImportRow& row, const std::vector<std::string>& before) {
+    if (row.cells[modChMem::column::rx] != std::string()) {
+        return false;
+    }
+    for (std::size_t col = modChMem::column::tx; col < row.cells.size(); ++col) {
+        const auto& cell = row.cells[col];
+        if (cell && !cell->empty() && *cell != before[col]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Types every cell that says something else than the grid, from left to right: what the file
+/// leaves as it was is not snapped to a raster or changed in any other way.
+void takeRow(const ImportRow& row) {
+    const auto before = currentCells(row.channel);
+    if (deletes(row, before)) {
+        if (!before[modChMem::column::rx].empty()) {
+            editCell(row.channel, modChMem::column::rx, "");
+        }
+        return;
+    }
+    for (std::size_t col = modChMem::column::rx; col < row.cells.size(); ++col) {
+        if (row.cells[col] && *row.cells[col] != currentCells(row.channel)[col]) {
+            editCell(row.channel, static_cast<int>(col), *row.cells[col]);
+        }
+    }
+}
+
+void takeRows(const std::vector<CsvRow>& rows) {
+    if (rows.empty()) {
+        fail("there is no line with titles");
+    }
+    const auto columns = columnsOfTitles(rows.front());
+    std::set<int> seen;
+    for (std::size_t i = 1; i < rows.size(); ++i) {
+        try {
+            const auto row = importRow(rows[i], columns);
+            if (!seen.insert(row.channel).second) {
+                fail(fmt::format("channel {} stands there twice", row.channel));
+            }
+            takeRow(row);
+        } catch (const Failure& failure) {
+            fail(fmt::format("line {}: {}", rows[i].line, failure.what()));
+        }
+    }
+}
+
+std::string readCsv(const std::string& path) {
+    try {
+        const auto content = files::read(path, largestCsv);
+        if (content.size > largestCsv) {
+            fail(path + ": too large for a list of channels");
+        }
+        return {content.bytes.begin(), content.bytes.end()};
+    } catch (const RuntimeError& error) {
+        fail(error.source());
+    }
+}
+
+}  // namespace
+
+int runExport(const Arguments& arguments) {
+    startConfiguration(DefaultImage::helpful);
+    openDocument(arguments.at("FILE"), ShortFile::warn);
+    const auto text = exportText();
+    const auto output = arguments.get("output");
+    if (!output) {
+        print(text);
+        return exitDone;
+    }
+    try {
+        const std::vector<std::uint8_t> bytes(text.begin(), text.end());
+        files::replace(*output, bytes);
+    } catch (const RuntimeError& error) {
+        fail(error.source());
+    }
+    return exitDone;
+}
+
+int runImport(const Arguments& arguments) {
+    startConfiguration(DefaultImage::helpful);
+    const auto& file = arguments.at("FILE");
+    const auto& csv = arguments.at("CSV");
+    openDocument(file, ShortFile::refuse);
+    try {
+        takeRows(parseCsv(readCsv(csv)));
+    } catch (const Failure& failure) {
+        fail(std::string(failure.what()).starts_with(csv)
+                 ? failure.what()
+                 : fmt::format("{}: {}", csv, failure.what()));
+    }
+    saveDocument(arguments.get("output").value_or(file));
+    return exitDone;
+}
+
+}  // namespace k520::cli

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/document.h"
+
+#include <fmt/format.h>
+
+#include "app/Files.h"
+#include "app/RuntimeError.h"
+#include "app/modFileCmd.h"
+#include "channels/modChMem.h"
+#include "cli/Failure.h"
+#include "cli/program.h"
+#include "image/datFile.h"
+#include "image/modIicDat.h"
+
+namespace k520::cli {
+
+void openDocument(const std::string& path, ShortFile shortFile) {
+    try {
+        const auto content = files::read(path, 1);
+        const auto needed = modIicDat::IicDat().size();
+        if (content.size == 0) {
+            fail(path + ": the file is empty");
+        }
+        if (content.size < needed) {
+            const auto message =
+                fmt::format("{}: the file holds {} of {} bytes", path, content.size, needed);
+            if (shortFile == ShortFile::refuse) {
+                fail(message + "; it is too short to be changed or sent");
+            }
+            warn(message + "; the rest comes from the default image");
+        }
+        const auto mark = failureMark();
+        modFileCmd::openDatFile(path);
+        warnOfFailuresSince(mark);
+    } catch (const RuntimeError& error) {
+        fail(error.source());
+    }
+}
+
+void saveDocument(const std::string& path) {
+    const auto mark = failureMark();
+    // Encoded here first: an image that is only half up to date must not reach the disk.
+    modChMem::SetConvIicDat();
+    failOnFailureSince(mark, "nothing saved: the channels and options cannot be encoded");
+    modFileCmd::setCurrentFile(path);
+    modFileCmd::SaveDatFile();
+    failOnFailureSince(mark, "nothing saved");
+}
+
+void checkSavable(const std::string& path) {
+    try {
+        files::checkReplaceable(path);
+    } catch (const RuntimeError& error) {
+        fail(error.source());
+    }
+}
+
+}  // namespace k520::cli

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/Failure.h"
+#include "cli/commands.h"
+#include "cli/compare.h"
+#include "cli/document.h"
+#include "cli/edit.h"
+#include "cli/output.h"
+#include "cli/program.h"
+
+namespace k520::cli {
+
+int runNew(const Arguments& arguments) {
+    startConfiguration(DefaultImage::needed);
+    saveDocument(arguments.at("FILE"));
+    return exitDone;
+}
+
+int runSet(const Arguments& arguments) {
+    startConfiguration(DefaultImage::helpful);
+    const auto& file = arguments.at("FILE");
+    openDocument(file, ShortFile::refuse);
+    for (const auto& word : arguments.list("EDITS")) {
+        applyEditWord(word);
+    }
+    saveDocument(arguments.get("output").value_or(file));
+    return exitDone;
+}
+
+int runDiff(const Arguments& arguments) {
+    startConfiguration(DefaultImage::helpful);
+    const auto& nameA = arguments.at("A");
+    const auto& nameB = arguments.at("B");
+    openDocument(nameA, ShortFile::warn);
+    const Picture a = currentPicture();
+    renewConfiguration();
+    openDocument(nameB, ShortFile::warn);
+    const auto comparison = compare(a, currentPicture());
+    print(arguments.has("json") ? comparisonJson(comparison).dump(2) + "\n"
+                                : comparisonText(comparison, nameA, nameB));
+    if (!comparison.equal()) {
+        fail(fmt::format("{} between {} and {}", countText(comparison), nameA, nameB));
+    }
+    return exitDone;
+}
+
+}  // namespace k520::cli

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/interrupt.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <csignal>
+
+#include "app/RuntimeError.h"
+
+namespace k520::cli {
+
+namespace {
+
+std::atomic<bool> mark = false;
+static_assert(std::atomic<bool>::is_always_lock_free, "the handler may only touch this");
+std::array<int, 2> wakeUp{-1, -1};
+
+extern "C" void onSignal(int signal) {
+    if (mark.exchange(true)) {
+        _exit(128 + signal);
+    }
+    const int saved = errno;
+    const char byte = 0;
+    // A full pipe wakes its reader just as well.
+    [[maybe_unused]] const auto written = ::write(wakeUp[1], &byte, 1);
+    errno = saved;
+}
+
+}  // namespace
+
+void noteInterrupts() {
+    if (wakeUp[0] == -1 && pipe2(wakeUp.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
+        throwSystemError(errno, "pipe");
+    }
+    struct sigaction action {};
+    action.sa_handler = onSignal;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGINT, SIGTERM}) {
+        sigaction(signal, &action, nullptr);
+    }
+    // A file size limit then fails the write, like a full disk, instead of ending the program.
+    action.sa_handler = SIG_IGN;
+    sigaction(SIGXFSZ, &action, nullptr);
+}
+
+bool interrupted() noexcept {
+    return mark;
+}
+
+int interruptDescriptor() noexcept {
+    return wakeUp[0];
+}
+
+}  // namespace k520::cli

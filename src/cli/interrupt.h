@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+/// Ctrl-C and the request to terminate: noted, and looked at where a command can end cleanly, so
+/// that neither falls into the middle of a saving.
+namespace k520::cli {
+
+/// From here on the first SIGINT or SIGTERM only leaves a mark; a second one ends the program at
+/// once.
+void noteInterrupts();
+
+[[nodiscard]] bool interrupted() noexcept;
+
+/// A descriptor that becomes readable with the mark; -1 before noteInterrupts().
+[[nodiscard]] int interruptDescriptor() noexcept;
+
+}  // namespace k520::cli

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <CLI/CLI.hpp>
+#include <memory>
+
+#include "cli/Command.h"
+#include "cli/Failure.h"
+
+namespace k520::cli {
+
+namespace {
+
+/// Joins a group's row and a command's row of the same parser: "config set" stands below "config".
+CLI::App* commandApp(CLI::App& app, const Command& command) {
+    const std::string name(command.name);
+    const auto blank = name.find(' ');
+    if (blank == std::string::npos) {
+        return app.add_subcommand(name, std::string(command.summary));
+    }
+    const std::string group = name.substr(0, blank);
+    const auto known =
+        app.get_subcommands([&](const CLI::App* each) { return each->get_name() == group; });
+    CLI::App* parent =
+        known.empty() ? app.add_subcommand(group, "Reads or changes the settings") : known.front();
+    return parent->add_subcommand(name.substr(blank + 1), std::string(command.summary));
+}
+
+void addArgument(CLI::App& app, const Argument& argument, Arguments& into) {
+    auto& values = into.values[std::string(argument.name)];
+    const std::string help(argument.help);
+    const std::string flags(argument.flags);
+    const auto takeOne = [&values](const std::string& word) { values = {word}; };
+    CLI::Option* option = nullptr;
+    switch (argument.kind) {
+        case ArgumentKind::positional:
+            option = app.add_option_function<std::string>(flags, takeOne, help)->required();
+            break;
+        case ArgumentKind::positionalList:
+            option = app.add_option(flags, values, help)->required();
+            break;
+        case ArgumentKind::option:
+        case ArgumentKind::required:
+            option = app.add_option_function<std::string>(flags, takeOne, help)
+                         ->required(argument.kind == ArgumentKind::required);
+            break;
+        case ArgumentKind::flag:
+            option = app.add_flag_callback(
+                flags, [&values] { values = {"yes"}; }, help);
+            break;
+    }
+    if (!argument.value.empty()) {
+        option->option_text(std::string(argument.value));
+    }
+}
+
+struct Parser {
+    CLI::App app{"K520 radio programming: reads, edits and writes radios and data files",
+                 "k520-cli"};
+    std::vector<std::unique_ptr<Arguments>> arguments;
+    std::vector<CLI::App*> apps;
+    std::string programFolder;
+
+    Parser() {
+        app.set_version_flag("--version", "k520-cli " K520_VERSION, "Print the version and end");
+        app.set_help_flag("-h,--help", "Print this help and end");
+        app.add_option("--program-folder", programFolder,
+                       "Folder of the settings file, the default image and the simulated "
+                       "radio's memory")
+            ->option_text("DIR");
+        app.get_formatter()->label("SUBCOMMAND", "COMMAND");
+        app.get_formatter()->label("Subcommands", "Commands");
+        app.footer(
+            "k520-cli COMMAND --help explains a command.\n"
+            "Exit codes: 0 done or no difference, 1 failed or a difference found, 2 wrong command "
+            "line.");
+        for (const Command& command : commands()) {
+            add(command);
+        }
+    }
+
+    void add(const Command& command) {
+        CLI::App* sub = commandApp(app, command);
+        sub->footer(std::string(command.details));
+        arguments.push_back(std::make_unique<Arguments>());
+        for (const Argument& argument : command.arguments) {
+            addArgument(*sub, argument, *arguments.back());
+        }
+        apps.push_back(sub);
+    }
+
+    [[nodiscard]] Request request() const {
+        Request result;
+        if (!programFolder.empty()) {
+            result.programFolder = programFolder;
+        }
+        for (std::size_t i = 0; i < apps.size(); ++i) {
+            if (apps[i]->parsed()) {
+                result.command = &commands()[i];
+                result.arguments = *arguments[i];
+            }
+        }
+        if (result.command == nullptr) {
+            refuse("a command is missing; see " + recognised() + " --help");
+        }
+        return result;
+    }
+
+    /// The full name of the deepest command that was recognised before an error.
+    [[nodiscard]] std::string recognised() const {
+        std::string name = "k520-cli";
+        const CLI::App* deepest = &app;
+        while (!deepest->get_subcommands().empty()) {
+            deepest = deepest->get_subcommands().front();
+            name += ' ' + deepest->get_name();
+        }
+        return name;
+    }
+};
+
+std::string oneLine(std::string text) {
+    for (char& c : text) {
+        c = c == '\n' ? ' ' : c;
+    }
+    return text;
+}
+
+}  // namespace
+
+const std::vector<std::string>& Arguments::list(std::string_view name) const {
+    static const std::vector<std::string> none;
+    const auto found = values.find(name);
+    return found == values.end() ? none : found->second;
+}
+
+Request parse(int count, const char* const* words) {
+    Parser parser;
+    try {
+        parser.app.parse(count, words);
+        return parser.request();
+    } catch (const CLI::CallForHelp&) {
+        Request help;
+        help.text = parser.app.help();
+        return help;
+    } catch (const CLI::CallForVersion& version) {
+        Request answer;
+        answer.text = std::string(version.what()) + "\n";
+        return answer;
+    } catch (const CLI::ParseError& error) {
+        refuse(oneLine(error.what()) + "; see " + parser.recognised() + " --help");
+    }
+}
+
+}  // namespace k520::cli

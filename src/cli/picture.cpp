@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/picture.h"
+
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <string_view>
+
+#include "channels/frequency.h"
+#include "channels/modChMem.h"
+#include "channels/modCtdcs.h"
+#include "channels/modModel.h"
+#include "image/modIicDat.h"
+#include "image/stamp.h"
+#include "settings/modSysSet.h"
+
+namespace k520::cli {
+
+namespace {
+
+std::optional<std::int32_t> optionalFrequency(std::int32_t value) {
+    return value == frequency::none ? std::nullopt : std::optional(value);
+}
+
+std::string toneOrOff(const std::string& tone) {
+    return tone.empty() ? modCtdcs::state().CtdcsOffText : tone;
+}
+
+std::vector<ParameterPicture> parametersOf(const modChMem::Channel& channel) {
+    const auto& grid = modChMem::state().vsfgGridCh;
+    std::vector<ParameterPicture> parameters;
+    for (int k = modChMem::firstParameter; k <= modChMem::state().ColNum; ++k) {
+        if (k == modChMem::column::reserved) {
+            continue;
+        }
+        const auto& definition = modChMem::columnOf(k);
+        const auto value = channel.field(k);
+        const auto texts = definition.texts();
+        const bool known = value >= 0 && static_cast<std::size_t>(value) < texts.size();
+        parameters.push_back({k, definition.key(), grid.text(0, k), value,
+                              known ? texts[static_cast<std::size_t>(value)] : std::string()});
+    }
+    return parameters;
+}
+
+ChannelPicture channelPicture(int number) {
+    const auto& channel = modChMem::ChInfo()(number);
+    ChannelPicture picture;
+    picture.channel = number;
+    picture.rx = optionalFrequency(channel.rxFre());
+    if (!picture.rx) {
+        return picture;
+    }
+    picture.tx = optionalFrequency(channel.txFre());
+    picture.inBand =
+        modModel::inBand(*picture.rx) && (!picture.tx || modModel::inBand(*picture.tx));
+    picture.decode = toneOrOff(channel.decodeTone);
+    picture.encode = toneOrOff(channel.encodeTone);
+    picture.parameters = parametersOf(channel);
+    return picture;
+}
+
+BandPicture bandPicture() {
+    const auto& model = modModel::state();
+    const int index = modModel::bandOfImage();
+    return {index, model.cboFrequency.items.at(static_cast<std::size_t>(index)), model.bandLow,
+            model.bandHigh};
+}
+
+}  // namespace
+
+Picture currentPicture() {
+    Picture picture;
+    picture.image = modIicDat::IicDat();
+    picture.model = picture.image(modModel::modelAddress);
+    const auto& models = modModel::state().cboModel.items;
+    if (static_cast<std::size_t>(picture.model) < models.size()) {
+        picture.modelName = models[static_cast<std::size_t>(picture.model)];
+    }
+    picture.band = bandPicture();
+    picture.stamp = stamp::read(picture.image);
+    for (int n = 1; n <= modChMem::state().ChNum; ++n) {
+        picture.channels.push_back(channelPicture(n));
+    }
+    for (std::size_t i = 0; i < picture.options.size(); ++i) {
+        picture.options[i] = modSysSet::OptNow()[i];
+    }
+    return picture;
+}
+
+Picture pictureOf(const MemoryImage& image) {
+    modIicDat::IicDat() = image;
+    modChMem::SoftDisplay();
+    return currentPicture();
+}
+
+std::string frequencyText(const std::optional<std::int32_t>& frequency) {
+    return frequency ? frequency::mhzText(*frequency) : std::string();
+}
+
+std::string stampText(const std::optional<DateTime>& stamp) {
+    return stamp ? fmt::format("{:04}-{:02}-{:02} {:02}:{:02}", stamp->year, stamp->month,
+                               stamp->day, stamp->hour, stamp->minute)
+                 : std::string();
+}
+
+}  // namespace k520::cli

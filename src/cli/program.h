@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+/// The program around the commands: its folder, its settings, its warnings.
+namespace k520::cli {
+
+/// Finds the program folder and the shipped files and hands them to the core. In this order:
+/// `chosen` (--program-folder), $K520_HOME, the executable's folder when it holds a settings file
+/// and can be written, $XDG_DATA_HOME/k520 (by default ~/.local/share/k520), which is made and
+/// seeded from the shipped files on first use. A chosen path that is no folder raises Failure 1.
+void chooseProgramFolder(const std::optional<std::string>& chosen);
+
+/// The folder of the running executable.
+[[nodiscard]] std::filesystem::path executableFolder();
+
+/// Reads the settings and builds texts, scripts, grid and tone tables. Nothing is written. Failures
+/// of single settings become warnings; Failure 1, with the setting to mend, where image size,
+/// channels or columns are such that no data file can be worked on.
+void startCore();
+
+/// What a command does where the default image is missing.
+enum class DefaultImage {
+    needed,   ///< Failure 1
+    helpful,  ///< go on, with a warning
+};
+
+/// The same, and a new configuration from the default image.
+void startConfiguration(DefaultImage defaultImage);
+
+/// A new configuration once more, before another file is opened.
+void renewConfiguration();
+
+/// One line on stderr: "k520-cli: warning: ...".
+void warn(const std::string& message);
+
+/// The number of failures in the error list; what is logged behind it belongs to what ran since.
+[[nodiscard]] std::size_t failureMark();
+/// The source text of the first failure since `mark`, or nothing.
+[[nodiscard]] std::optional<std::string> failureSince(std::size_t mark);
+/// Makes a warning of every failure since `mark`.
+void warnOfFailuresSince(std::size_t mark);
+/// Raises Failure 1 with the first failure since `mark`, behind `doing` and a colon.
+void failOnFailureSince(std::size_t mark, const std::string& doing);
+
+}  // namespace k520::cli

@@ -1,0 +1,211 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/radioLink.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <span>
+#include <utility>
+
+#include "app/Checked.h"
+#include "app/Files.h"
+#include "app/RuntimeError.h"
+#include "app/modShowErr.h"
+#include "cli/ConsoleView.h"
+#include "cli/Failure.h"
+#include "cli/interrupt.h"
+#include "cli/output.h"
+#include "cli/program.h"
+#include "link/comPorts.h"
+#include "link/modCommun.h"
+#include "link/scriptText.h"
+
+namespace k520::cli {
+
+namespace {
+
+/// The number of a port that is given as one; nothing for a device.
+std::optional<std::int16_t> portNumber(const std::string& port) {
+    std::string digits = lowerAscii(port);
+    if (digits.starts_with("com")) {
+        digits.erase(0, 3);
+    }
+    int number = 0;
+    const char* end = digits.data() + digits.size();
+    const auto [rest, error] = std::from_chars(digits.data(), end, number);
+    if (digits.empty() || rest != end) {
+        return std::nullopt;
+    }
+    if (error != std::errc{} || number < comPorts::firstPort || number > comPorts::lastPort) {
+        refuse(fmt::format("there is no port {}; there are 1 to {}", port, comPorts::lastPort));
+    }
+    return static_cast<std::int16_t>(number);
+}
+
+void requireUsable(modIicDat::AddressRange range, const char* name) {
+    const int last = modIicDat::state().DatNum;
+    const bool blocksFit = range.end - (range.end - range.start) % scriptText::blockLength +
+                               scriptText::blockLength - 1 <=
+                           last;
+    if (range.start < 0 || range.end < range.start || range.end > last || !blocksFit) {
+        fail(fmt::format(
+            "the settings file gives {}StartAddr {:04X} and {}EndAddr {:04X}; they have to be in "
+            "this order within 0000 to {:04X}; mend them with: k520-cli config set Setting "
+            "{}StartAddr 0000, and {}EndAddr 1FFF",
+            name, static_cast<std::uint16_t>(range.start), name,
+            static_cast<std::uint16_t>(range.end), last, name, name));
+    }
+}
+
+/// Puts back what lies outside a range: a short last block brings bytes that nobody has read.
+void keepOutside(modIicDat::AddressRange range, const MemoryImage& before) {
+    auto& image = modIicDat::IicDat();
+    for (int address = 0; address < std::ssize(image.bytes()); ++address) {
+        if (address < range.start || address > range.end) {
+            image(address) = before(address);
+        }
+    }
+}
+
+/// Sets the range of read sessions for as long as it lives.
+class ReadRange {
+  public:
+    explicit ReadRange(modIicDat::AddressRange range)
+        : before_(std::exchange(modIicDat::state().readRange, range)) {}
+    ~ReadRange() { modIicDat::state().readRange = before_; }
+    ReadRange(const ReadRange&) = delete;
+    ReadRange& operator=(const ReadRange&) = delete;
+
+  private:
+    modIicDat::AddressRange before_;
+};
+
+std::string stateOfRadio(Direction direction, std::int16_t furthest,
+                         const modSession::Result& result) {
+    if (direction == Direction::read) {
+        return "nothing saved";
+    }
+    if (furthest == 0) {
+        return "the radio is untouched";
+    }
+    return result.lastAddress
+               ? fmt::format(
+                     "the radio is partly written, in the last attempt up to address {:04X}",
+                     *result.lastAddress + scriptText::blockLength - 1)
+               : std::string("the radio may be partly written");
+}
+
+}  // namespace
+
+RadioLink::RadioLink(std::string port, std::optional<std::string> trace)
+    : port_(std::move(port)), trace_(std::move(trace)) {
+    choosePort();
+    requireUsable(modIicDat::state().readRange, "Read");
+    requireUsable(modIicDat::state().writeRange, "Write");
+    collectTrace();
+}
+
+RadioLink::~RadioLink() {
+    modCommun::state().listRtData.onInsert = nullptr;
+    if (!trace_ || *trace_ == "-") {
+        return;
+    }
+    try {
+        files::replace(*trace_, std::span(reinterpret_cast<const std::uint8_t*>(traceText_.data()),
+                                          traceText_.size()));
+    } catch (const std::exception& error) {
+        warn(std::string("the data list is not kept: ") + error.what());
+    }
+}
+
+void RadioLink::choosePort() const {
+    auto& link = modCommun::state();
+    if (const auto number = portNumber(port_)) {
+        link.portNumber = *number;
+        link.portMaker = comPorts::defaultPortMaker();
+        return;
+    }
+    link.portMaker = [device = port_](std::int16_t) { return comPorts::portForDevice(device); };
+}
+
+void RadioLink::collectTrace() {
+    if (!trace_) {
+        return;
+    }
+    const bool toStdout = *trace_ == "-";
+    if (!toStdout) {
+        try {
+            files::checkReplaceable(*trace_);
+        } catch (const RuntimeError& error) {
+            fail(error.source());
+        }
+    }
+    auto& list = modCommun::state().listRtData;
+    list.onInsert = [this, &list, toStdout](int index) {
+        const auto line = list.lines()[static_cast<std::size_t>(index)] + '\n';
+        if (toStdout) {
+            print(line);
+        } else {
+            traceText_ += line;
+        }
+    };
+}
+
+void RadioLink::read(const std::string& stage, modIicDat::AddressRange range) {
+    const MemoryImage before = modIicDat::IicDat();
+    const ReadRange inForce(range);
+    run(Direction::read, stage);
+    keepOutside(range, before);
+}
+
+void RadioLink::write() {
+    run(Direction::write, "Writing");
+}
+
+modSession::Result RadioLink::run(Direction direction, const std::string& stage) {
+    const auto mark = failureMark();
+    ConsoleView view(stage);
+    const auto result = direction == Direction::read ? modSession::cmdRead_Click(view)
+                                                     : modSession::cmdWrite_Click(view);
+    if (result.outcome != modSession::Outcome::succeeded) {
+        failSession(result, direction, view.furthest(), mark);
+    }
+    lookBehind(mark);
+    return result;
+}
+
+void RadioLink::lookBehind(std::size_t mark) {
+    const auto& entries = modShowErr::state().entries;
+    for (std::size_t i = mark; i < entries.size(); ++i) {
+        // The simulated radio can tell only here that it could not keep its memory.
+        if (entries[i].label == "modCommun->CloseCom") {
+            fail(entries[i].source);
+        }
+        warn(entries[i].source);
+    }
+}
+
+void RadioLink::failSession(const modSession::Result& result, Direction direction,
+                            std::int16_t furthest, std::size_t mark) const {
+    const auto* verb = direction == Direction::read ? "read" : "write";
+    fail(fmt::format("{} failed, {}: {}", verb, stateOfRadio(direction, furthest, result),
+                     causeOf(result, mark)));
+}
+
+std::string RadioLink::causeOf(const modSession::Result& result, std::size_t mark) const {
+    if (result.outcome == modSession::Outcome::stopped) {
+        return "stopped by Ctrl-C";
+    }
+    if (const auto failure = failureSince(mark)) {
+        return *failure;
+    }
+    return fmt::format(
+        "no valid answer from a radio at {} in {} attempts; is the radio on, is the cable plugged "
+        "in at both ends, is it the right port (k520-cli ports)? --trace shows what came over",
+        port_, result.failedAttempts);
+}
+
+}  // namespace k520::cli

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "cli/run.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+
+#include "cli/Command.h"
+#include "cli/Failure.h"
+#include "cli/interrupt.h"
+#include "cli/output.h"
+#include "cli/program.h"
+
+namespace k520::cli {
+
+namespace {
+
+int runRequest(const Request& request) {
+    if (request.command == nullptr) {
+        print(request.text);
+        return exitDone;
+    }
+    chooseProgramFolder(request.programFolder);
+    return request.command->run(request.arguments);
+}
+
+int complain(int code, std::string message) {
+    std::ranges::replace(message, '\n', ' ');
+    fmt::print(stderr, "k520-cli: {}\n", message);
+    return code;
+}
+
+}  // namespace
+
+int run(int count, const char* const* words) {
+    try {
+        noteInterrupts();
+        const int code = runRequest(parse(count, words));
+        flushOutput();
+        return code;
+    } catch (const Failure& failure) {
+        // What was printed before the failure stays in order with it.
+        std::fflush(stdout);
+        return complain(failure.code(), failure.what());
+    } catch (const std::exception& error) {
+        return complain(exitFailed, error.what());
+    }
+}
+
+}  // namespace k520::cli

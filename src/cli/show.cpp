@@ -1,0 +1,185 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
+#include <cstddef>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "cli/Failure.h"
+#include "cli/commands.h"
+#include "cli/document.h"
+#include "cli/output.h"
+#include "cli/picture.h"
+#include "cli/program.h"
+#include "settings/optionTable.h"
+
+namespace k520::cli {
+
+namespace {
+
+using json = nlohmann::ordered_json;
+
+constexpr std::int64_t hertzPerUnit = 10;
+
+json hertz(const std::optional<std::int32_t>& frequency) {
+    return frequency ? json(*frequency * hertzPerUnit) : json(nullptr);
+}
+
+json parameterJson(const ParameterPicture& parameter) {
+    return {{"field", parameter.field},
+            {"key", parameter.key},
+            {"title", parameter.title},
+            {"value", parameter.value},
+            {"text", parameter.text}};
+}
+
+json channelJson(const ChannelPicture& channel) {
+    json result{
+        {"channel", channel.channel}, {"rx_hz", hertz(channel.rx)}, {"tx_hz", hertz(channel.tx)}};
+    if (!channel.rx) {
+        return result;
+    }
+    result["in_band"] = channel.inBand;
+    result["decode_tone"] = channel.decode;
+    result["encode_tone"] = channel.encode;
+    result["parameters"] = json::array();
+    for (const auto& parameter : channel.parameters) {
+        result["parameters"].push_back(parameterJson(parameter));
+    }
+    return result;
+}
+
+json optionsJson(const Picture& picture) {
+    json options = json::object();
+    for (const auto& option : optionTable::options()) {
+        const auto value = picture.options[static_cast<std::size_t>(option.number)];
+        options[std::string(option.name)] = {{"number", option.number},
+                                             {"value", value},
+                                             {"text", optionTable::valueText(option, value)}};
+    }
+    return options;
+}
+
+json pictureJson(const Picture& picture, const std::string& file) {
+    json channels = json::array();
+    for (const auto& channel : picture.channels) {
+        channels.push_back(channelJson(channel));
+    }
+    return {{"file", file},
+            {"image_size", picture.image.size()},
+            {"model",
+             {{"index", picture.model},
+              {"name", picture.modelName ? json(*picture.modelName) : json(nullptr)}}},
+            {"band",
+             {{"index", picture.band.index},
+              {"name", picture.band.name},
+              {"low_hz", picture.band.low * hertzPerUnit},
+              {"high_hz", picture.band.high * hertzPerUnit}}},
+            {"stamp", picture.stamp ? json(stampText(picture.stamp)) : json(nullptr)},
+            {"channels", channels},
+            {"options", optionsJson(picture)}};
+}
+
+/// A caption without its mnemonic mark; `fallback` in a language without texts.
+std::string caption(int textIndex, const std::string& fallback) {
+    const auto& text = modSoftFace::text(textIndex);
+    return text.empty() ? fallback : text;
+}
+
+std::string headText(const Picture& picture) {
+    const auto stamp = stampText(picture.stamp);
+    const std::vector<std::pair<std::string, std::string>> lines{
+        {caption(184, "Model Type"),
+         picture.modelName.value_or(fmt::format("{} ?", picture.model))},
+        {caption(185, "Frequency[MHz]"), picture.band.name},
+        {caption(187, "Write Data Last Time"), stamp.empty() ? caption(179, "-") : stamp}};
+    std::size_t width = 0;
+    for (const auto& line : lines) {
+        width = std::max(width, displayWidth(line.first));
+    }
+    std::string head;
+    for (const auto& [name, value] : lines) {
+        head += name + std::string(width - displayWidth(name) + 2, ' ') + value + '\n';
+    }
+    return head;
+}
+
+std::vector<Column> channelColumns() {
+    const auto& grid = modChMem::state().vsfgGridCh;
+    std::vector<Column> columns;
+    for (int col = 0; col <= modChMem::state().ColNum; ++col) {
+        columns.push_back({grid.text(0, col), col <= modChMem::column::tx});
+    }
+    return columns;
+}
+
+/// MHz with all five decimals, so that the points stand below each other.
+std::string alignedMhz(const std::optional<std::int32_t>& frequency) {
+    return frequency ? fmt::format("{}.{:05}", *frequency / 100000, *frequency % 100000)
+                     : std::string();
+}
+
+std::vector<std::string> channelRow(const ChannelPicture& channel) {
+    if (!channel.rx) {
+        return {fmt::format("{}", channel.channel)};
+    }
+    std::vector<std::string> row{fmt::format("{}", channel.channel), alignedMhz(channel.rx),
+                                 alignedMhz(channel.tx), channel.decode,
+                                 channel.tx ? channel.encode : std::string()};
+    for (const auto& parameter : channel.parameters) {
+        row.push_back(parameter.text);
+    }
+    return row;
+}
+
+std::string channelsText(const Picture& picture) {
+    std::vector<std::vector<std::string>> rows;
+    std::vector<std::size_t> outside;
+    std::string names;
+    for (const auto& channel : picture.channels) {
+        if (channel.rx && !channel.inBand) {
+            outside.push_back(rows.size());
+            names += fmt::format(" {}", channel.channel);
+        }
+        rows.push_back(channelRow(channel));
+    }
+    auto text = formatTable(channelColumns(), rows, outside);
+    return outside.empty() ? text : text + flagged("Outside the band:" + names) + '\n';
+}
+
+std::string optionsText(const Picture& picture) {
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& option : optionTable::options()) {
+        const auto value = picture.options[static_cast<std::size_t>(option.number)];
+        const auto& text = optionTable::captionText(option);
+        rows.push_back({text.empty() ? std::string(option.name) : text,
+                        optionTable::valueText(option, value), std::string(option.name)});
+    }
+    return formatTable({{caption(200, "Optional Features")}, {""}, {"option."}}, rows);
+}
+
+}  // namespace
+
+int runShow(const Arguments& arguments) {
+    startConfiguration(DefaultImage::helpful);
+    const auto& file = arguments.at("FILE");
+    openDocument(file, ShortFile::warn);
+    const Picture picture = currentPicture();
+    if (arguments.has("json")) {
+        // Bytes that are no UTF-8 can only come from the file's name or the settings.
+        print(pictureJson(picture, file)
+                  .dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
+        print("\n");
+        return exitDone;
+    }
+    print(bold(file) + '\n' + headText(picture) + '\n' + channelsText(picture) + '\n' +
+          optionsText(picture));
+    return exitDone;
+}
+
+}  // namespace k520::cli
