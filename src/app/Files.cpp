@@ -16,6 +16,7 @@
 #include <system_error>
 #include <utility>
 
+#include "app/Descriptor.h"
 #include "app/RuntimeError.h"
 
 namespace k520::files {
@@ -29,27 +30,6 @@ using Bytes = std::span<const std::uint8_t>;
 constexpr int mostLinks = 40;
 constexpr int mostTemporaryNames = 100;
 constexpr mode_t allModeBits = 07777;
-
-/// An open file or folder.
-class Descriptor {
-  public:
-    explicit Descriptor(int number) noexcept : number_(number) {}
-    Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
-    Descriptor& operator=(Descriptor&&) = delete;
-    ~Descriptor() {
-        if (number_ >= 0) {
-            ::close(number_);
-        }
-    }
-
-    [[nodiscard]] int get() const noexcept { return number_; }
-    /// Gives the descriptor back whatever the answer is; -1 where the system reports a failure.
-    [[nodiscard]] int close() noexcept { return ::close(release()); }
-    [[nodiscard]] int release() noexcept { return std::exchange(number_, -1); }
-
-  private:
-    int number_;
-};
 
 /// The call's result once no signal interrupts it any more.
 template <class Call>

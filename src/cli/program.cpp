@@ -90,10 +90,10 @@ fs::path programFolder(const std::optional<std::string>& chosen, const fs::path&
     if (const auto home = environment("K520_HOME"); !home.empty()) {
         return usableFolder(home, "K520_HOME");
     }
-    if (const auto own = executableFolder(); isPortable(own)) {
+    if (auto own = executableFolder(); isPortable(own)) {
         return own;
     }
-    const auto folder = dataHome() / "k520";
+    auto folder = dataHome() / "k520";
     seed(folder, shipped);
     return folder;
 }

@@ -158,9 +158,10 @@ std::string optionsText(const Picture& picture) {
         const auto value = picture.options[static_cast<std::size_t>(option.number)];
         const auto& text = optionTable::captionText(option);
         rows.push_back({text.empty() ? std::string(option.name) : text,
-                        optionTable::valueText(option, value), std::string(option.name)});
+                        optionTable::valueText(option, value),
+                        fmt::format("option.{}", option.name)});
     }
-    return formatTable({{caption(200, "Optional Features")}, {""}, {"option."}}, rows);
+    return formatTable({{caption(200, "Optional Features")}, {""}, {"Key"}}, rows);
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ void write(MemoryImage& image, const DateTime& when) {
 }
 
 std::optional<DateTime> read(const MemoryImage& image) {
-    if (image.size() < static_cast<std::size_t>(address + length)) {
+    if (image.size() < static_cast<std::size_t>(address) + length) {
         return std::nullopt;
     }
     const auto year = fromBcd(image(address));

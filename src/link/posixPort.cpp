@@ -21,6 +21,7 @@
 
 #include "app/RuntimeError.h"
 #include "link/portHolder.h"
+#include "link/radioLine.h"
 
 namespace k520 {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "link/Descriptor.h"
+#include "app/Descriptor.h"
 #include "link/SerialPort.h"
 
 namespace k520 {

@@ -18,6 +18,7 @@
 
 #include "app/RuntimeError.h"
 #include "link/portHolder.h"
+#include "link/radioLine.h"
 
 namespace k520 {
 

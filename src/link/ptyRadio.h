@@ -8,7 +8,7 @@
 #include <string>
 
 #include "app/Clock.h"
-#include "link/Descriptor.h"
+#include "app/Descriptor.h"
 #include "link/simRadio.h"
 
 namespace k520 {

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
+#include <unistd.h>
+
 #include <utility>
 
 namespace k520 {
@@ -14,7 +16,7 @@ class Descriptor {
     ~Descriptor() { reset(); }
     Descriptor(const Descriptor&) = delete;
     Descriptor& operator=(const Descriptor&) = delete;
-    Descriptor(Descriptor&& other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
+    Descriptor(Descriptor&& other) noexcept : fd_(other.release()) {}
     Descriptor& operator=(Descriptor&& other) noexcept {
         std::swap(fd_, other.fd_);
         return *this;
@@ -22,15 +24,19 @@ class Descriptor {
 
     [[nodiscard]] int get() const noexcept { return fd_; }
     [[nodiscard]] bool valid() const noexcept { return fd_ >= 0; }
-    void reset() noexcept;
+    /// Gives the descriptor away; nobody closes it here.
+    [[nodiscard]] int release() noexcept { return std::exchange(fd_, -1); }
+    /// Closes it and returns what the system says: -1 for a failure, with errno set. It is gone
+    /// either way.
+    [[nodiscard]] int close() noexcept { return ::close(release()); }
+    void reset() noexcept {
+        if (valid()) {
+            static_cast<void>(close());
+        }
+    }
 
   private:
     int fd_ = -1;
 };
-
-/// Puts a terminal into the radio's line settings: 9600 baud, 8 data bits, no parity, 1 stop bit,
-/// no flow control, modem lines not consulted; bytes pass unchanged and without echo, and a read
-/// never waits. False, with errno set, where the terminal refuses.
-[[nodiscard]] bool setRadioLine(int fd) noexcept;
 
 }  // namespace k520

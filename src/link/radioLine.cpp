@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "link/Descriptor.h"
+#include "link/radioLine.h"
 
 #include <termios.h>
-#include <unistd.h>
 
 namespace k520 {
-
-void Descriptor::reset() noexcept {
-    if (valid()) {
-        ::close(std::exchange(fd_, -1));
-    }
-}
 
 bool setRadioLine(int fd) noexcept {
     termios line{};
