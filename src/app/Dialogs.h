@@ -2,10 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <optional>
+#include <cstdint>
 #include <string>
 
 namespace k520 {
+
+/// The numbers by which answers to questions are kept.
+inline constexpr std::int16_t answerYes = 6;
+inline constexpr std::int16_t answerNo = 7;
 
 /// The icon of a message box.
 enum class BoxIcon { question, exclamation, critical };

@@ -11,11 +11,13 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <limits>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "app/Clock.h"
 #include "app/Descriptor.h"
 #include "app/RuntimeError.h"
 
@@ -28,6 +30,8 @@ using Status = struct stat;
 using Bytes = std::span<const std::uint8_t>;
 
 constexpr int mostLinks = 40;
+/// Nobody holds the lock for longer than it takes to replace a small file.
+constexpr std::chrono::seconds longestLockWait{3};
 constexpr int mostTemporaryNames = 100;
 constexpr mode_t allModeBits = 07777;
 
@@ -295,8 +299,17 @@ std::optional<Stamp> stampOf(const fs::path& path) {
 
 FolderLock::FolderLock(const fs::path& folder) : folder_(-1) {
     Descriptor opened = openFolder(folder);
-    // Some network file systems have no such lock; writing goes on without it there.
-    static_cast<void>(retried([&] { return ::flock(opened.get(), LOCK_EX); }));
+    const auto deadline = theClock().now() + longestLockWait;
+    while (::flock(opened.get(), LOCK_EX | LOCK_NB) != 0) {
+        // Some network file systems have no such lock; writing goes on without it there.
+        if (errno != EWOULDBLOCK && errno != EINTR) {
+            break;
+        }
+        if (theClock().now() >= deadline) {
+            refuse(errNum::permissionDenied, folder, "another program keeps this folder locked");
+        }
+        theClock().sleepUntil(theClock().now() + std::chrono::milliseconds(5));
+    }
     folder_ = opened.release();
 }
 

@@ -55,8 +55,8 @@ struct Stamp {
 /// The stamp of what stands behind a path; nothing where there is none.
 [[nodiscard]] std::optional<Stamp> stampOf(const std::filesystem::path& path);
 
-/// Keeps other programs (and threads) that take the same lock waiting while it lives. Raises 76
-/// where there is no such folder.
+/// Keeps other programs (and threads) that take the same lock waiting while it lives. It waits a
+/// few seconds for the others itself, then raises 70. Raises 76 where there is no such folder.
 class FolderLock {
   public:
     explicit FolderLock(const std::filesystem::path& folder);

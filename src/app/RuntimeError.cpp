@@ -12,23 +12,16 @@ namespace k520 {
 
 namespace {
 
-constexpr std::array<std::pair<int, std::int16_t>, 17> systemErrors{{
-    {ENOENT, errNum::fileNotFound},
-    {ENOTDIR, errNum::pathNotFound},
-    {EISDIR, errNum::pathAccess},
-    {EACCES, errNum::pathAccess},
-    {EPERM, errNum::permissionDenied},
-    {EROFS, errNum::pathAccess},
-    {EEXIST, errNum::pathAccess},
-    {ELOOP, errNum::pathAccess},
-    {ENAMETOOLONG, errNum::badFileName},
-    {ENOSPC, errNum::diskFull},
-    {EDQUOT, errNum::diskFull},
-    {EFBIG, errNum::diskFull},
-    {EBUSY, errNum::alreadyOpen},
-    {ENXIO, errNum::deviceUnavailable},
-    {ENODEV, errNum::deviceUnavailable},
-    {ENOMEM, errNum::outOfMemory},
+constexpr std::array<std::pair<int, std::int16_t>, 19> systemErrors{{
+    {ENOENT, errNum::fileNotFound},      {ENOTDIR, errNum::pathNotFound},
+    {EISDIR, errNum::pathAccess},        {EACCES, errNum::pathAccess},
+    {EPERM, errNum::permissionDenied},   {EROFS, errNum::pathAccess},
+    {EEXIST, errNum::pathAccess},        {ELOOP, errNum::pathAccess},
+    {ENAMETOOLONG, errNum::badFileName}, {ENOSPC, errNum::diskFull},
+    {EDQUOT, errNum::diskFull},          {EFBIG, errNum::diskFull},
+    {EMFILE, errNum::tooManyFiles},      {ENFILE, errNum::tooManyFiles},
+    {EBUSY, errNum::alreadyOpen},        {ENXIO, errNum::deviceUnavailable},
+    {ENODEV, errNum::deviceUnavailable}, {ENOMEM, errNum::outOfMemory},
     {EINVAL, errNum::invalidCall},
 }};
 

@@ -23,6 +23,7 @@ inline constexpr std::int16_t alreadyOpen = 55;
 inline constexpr std::int16_t deviceIo = 57;
 inline constexpr std::int16_t diskFull = 61;
 inline constexpr std::int16_t pastEnd = 62;
+inline constexpr std::int16_t tooManyFiles = 67;
 inline constexpr std::int16_t deviceUnavailable = 68;
 inline constexpr std::int16_t permissionDenied = 70;
 inline constexpr std::int16_t pathAccess = 75;
@@ -43,6 +44,16 @@ class RuntimeError : public std::runtime_error {
   private:
     std::int16_t number_;
 };
+
+/// Runs `body`; a RuntimeError that it raises gets `subject` and a colon in front of its source.
+template <class Body>
+decltype(auto) naming(const std::string& subject, Body&& body) {
+    try {
+        return body();
+    } catch (const RuntimeError& error) {
+        throw RuntimeError(error.number(), subject + ": " + error.source());
+    }
+}
 
 /// The standard number nearest to a system error (an errno value).
 [[nodiscard]] std::int16_t numberOfSystemError(int systemError) noexcept;

@@ -18,7 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t largestSettingsFile = 64 << 20;
+constexpr std::size_t largestSettingsFile = 16 << 20;
 
 /// A file that was written this short a time ago may be written again under the same stamp.
 constexpr std::chrono::milliseconds stampTick{20};

@@ -24,6 +24,10 @@ inline constexpr std::int16_t languageEnglish = 3;
 inline constexpr const char* settingsFileName = "Uninstall.exe";
 inline constexpr const char* defaultImageFileName = "PL220_CV.exe";
 
+/// States of the channel window's lock, as the settings file names them.
+inline constexpr const char* locked = "ShowLock";
+inline constexpr const char* unlocked = "ShowNo";
+
 struct State {
     /// Where the settings file, the default image and the folder "Data" are.
     std::filesystem::path programFolder;
@@ -40,8 +44,8 @@ struct State {
     /// Colour texts as they stand in the settings file (see parseColour).
     std::string OverColor;
     std::string DefColor;
-    /// "ShowLock" while the channel window is locked.
-    std::string lockState = "ShowNo";
+    /// Anything but `locked` means unlocked.
+    std::string lockState = unlocked;
     /// Marks the end of a list of settings texts.
     std::string endOfItem = "*EndOfThisItem*";
     /// True = no question at closing.

@@ -22,14 +22,19 @@ namespace k520::modFileCmd {
 
 namespace {
 
-constexpr std::int16_t answerYes = 6;
-constexpr std::int16_t answerNo = 7;
 constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
 
 bool askAndKeep(int textIndex) {
     const bool yes = theDialogs().ask(modSoftFace::text(70), modSoftFace::text(textIndex));
     state().lastAnswer = yes ? answerYes : answerNo;
     return yes;
+}
+
+void renewIfWanted() {
+    if (askAndKeep(74)) {
+        setCurrentFile(state().defaultFilePath);
+        NewFileSol();
+    }
 }
 
 void tellFailure(int textIndex) {
@@ -66,12 +71,12 @@ void GenerateDatFolder() {
 }
 
 void NewFile() {
-    guarded("mdifrmMain->NewFile", [] {
-        if (askAndKeep(74)) {
-            setCurrentFile(state().defaultFilePath);
-            NewFileSol();
-        }
-    });
+    guarded("mdifrmMain->NewFile", renewIfWanted);
+}
+
+void customRangeOk(std::string_view minText, std::string_view maxText) {
+    guarded("frmCustomFre->cmdOk_Click", renewIfWanted);
+    modModel::acceptCustomRange(minText, maxText);
 }
 
 void NewFileSol() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 
 /// The file commands of the main window: New, Open, Save and Save As, over the image, the channel
 /// table and the options.
@@ -39,6 +40,10 @@ void NewFile();
 
 /// A new configuration: default image, channels and grid, default options, model and band.
 void NewFileSol();
+
+/// The custom range dialog's OK: asks (text 74), on Yes starts a new configuration as New does, and
+/// either way goes on with modModel::acceptCustomRange. Label "frmCustomFre->cmdOk_Click".
+void customRangeOk(std::string_view minText, std::string_view maxText);
 
 /// Asks for a data file and shows it. A failure also shows box 83; the current path stays.
 void OpenFile();

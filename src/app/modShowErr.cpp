@@ -73,11 +73,6 @@ void ShowOptErrMsg(std::string_view item) {
     addLine(fmt::format("        可选功能项:   {}", item));
 }
 
-void ShowLine(std::string_view line) {
-    state().entries.push_back({"option", 0, std::string(line)});
-    addLine(std::string(line));
-}
-
 void VbErrNumDes(std::int16_t number) {
     const auto rows = errTexts();
     const auto row = std::find_if(rows.begin(), rows.end(),

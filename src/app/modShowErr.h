@@ -20,7 +20,7 @@ struct Entry {
 };
 
 struct State {
-    /// The lines of the list: two for each failure, one for a ShowLine.
+    /// The lines of the list: two for each failure.
     LineList listShowErr;
     /// Where the next line goes; it only grows.
     std::int16_t lineCounter = 0;
@@ -45,9 +45,6 @@ void ShowErrMsg(std::string_view label);
 
 /// Logs an optional-feature item that cannot be placed.
 void ShowOptErrMsg(std::string_view item);
-
-/// Logs one line as it stands, without date and time; its entry is that of an option item.
-void ShowLine(std::string_view line);
 
 /// Sets the last description to the Chinese text of an error number, or to the empty text for a
 /// number without one.

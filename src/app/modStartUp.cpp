@@ -2,8 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/modStartUp.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <cstdlib>
+#include <optional>
 #include <span>
 
 #include "app/Checked.h"
@@ -39,19 +42,21 @@ std::int16_t convert(Form form, const std::string& text) {
     return form == Form::decimal ? textToInt16(text) : hexToInt16(text);
 }
 
-/// A number setting; a text that is no number is reported and the default taken.
-std::int16_t readNumber(const char* key, Form form, SettingBuffer buffer, const char* fallback) {
-    std::int16_t value = convert(form, throughBuffer(fallback, buffer));
+/// A number setting; nothing, and a report, for a text that is no number.
+std::optional<std::int16_t> tryNumber(const char* key, Form form, SettingBuffer buffer,
+                                      const char* fallback) {
+    std::optional<std::int16_t> value;
     guarded(formLoad, [&] {
         const auto text = mdimoduMain::readSetting(section, key, buffer, fallback);
-        try {
-            value = convert(form, text);
-        } catch (const RuntimeError& error) {
-            throw RuntimeError(error.number(), std::string("[Setting] ") + key + " = " + text +
-                                                   ": " + error.source());
-        }
+        value = naming(fmt::format("[{}] {}", section, key), [&] { return convert(form, text); });
     });
     return value;
+}
+
+/// The same with the default in place of such a text.
+std::int16_t readNumber(const char* key, Form form, SettingBuffer buffer, const char* fallback) {
+    const auto value = tryNumber(key, form, buffer, fallback);
+    return value ? *value : convert(form, throughBuffer(fallback, buffer));
 }
 
 std::string readText(const char* key, SettingBuffer buffer, const char* fallback) {
@@ -61,7 +66,9 @@ std::string readText(const char* key, SettingBuffer buffer, const char* fallback
 }
 
 void readLanguage() {
-    mdimoduMain::state().Language = readNumber("Language", Form::decimal, shortBuffer, " 2");
+    constexpr std::int16_t noLanguage = 0;
+    mdimoduMain::state().Language =
+        tryNumber("Language", Form::decimal, shortBuffer, " 2").value_or(noLanguage);
     mdimoduMain::correctLanguage();
 }
 
@@ -113,14 +120,16 @@ void readLimitsAndRanges() {
     s.partialFillRange = {0, s.TableMaxAddr};
 }
 
-/// True when this is the first start without settings, which only leaves its mark.
+/// True when this is the first start without settings, which only leaves its mark. Where the mark
+/// cannot be read or left the program goes on: it would end without a word at every start.
 bool isVeryFirstStart() {
     bool quit = false;
     guarded(formLoad, [&] {
-        if (readNumber("FirRun", Form::decimal, firstRunBuffer, " 2") == 2) {
+        const auto text = mdimoduMain::readSetting(section, "FirRun", firstRunBuffer, " 2");
+        if (textToInt16(text) == 2) {
+            mdimoduMain::writeSetting(section, "FirRun", "1");
             mdimoduMain::state().quitting = true;
             quit = true;
-            mdimoduMain::writeSetting(section, "FirRun", "1");
         }
     });
     return quit;
@@ -130,7 +139,7 @@ bool isVeryFirstStart() {
 
 std::int32_t localeIdentifier(const std::string& localeName) {
     const std::string name = lowerAscii(localeName);
-    if (!name.starts_with("zh")) {
+    if (name.substr(0, name.find_first_of("_.@-")) != "zh") {
         return english;
     }
     const bool traditional = name.starts_with("zh_tw") || name.starts_with("zh_hk") ||
@@ -193,7 +202,7 @@ StartResult Form_Load() {
     modFileCmd::GenerateDatFolder();
     modFileCmd::NewFileSol();
     modMemDat::SetGridMemDat();
-    mdimoduMain::state().lockState = readText("ChannelLock", addressBuffer, "ShowNo");
+    mdimoduMain::state().lockState = readText("ChannelLock", addressBuffer, mdimoduMain::unlocked);
     return StartResult::running;
 }
 
@@ -202,7 +211,7 @@ bool MDIForm_QueryUnload() {
     guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
         auto& s = mdimoduMain::state();
         mayClose = s.quitting || theDialogs().ask(modSoftFace::text(70), modSoftFace::text(73));
-        s.exitAnswer = mayClose ? 6 : 7;
+        s.exitAnswer = mayClose ? answerYes : answerNo;
         s.exiting = mayClose ? 1 : s.exiting;
     });
     return mayClose;
@@ -225,12 +234,11 @@ bool SwiLangFace(std::int16_t language) {
     if (language == s.Language) {
         return false;
     }
-    s.Language = language;
-    guarded("mdifrmMain->SwiLangFace", [&] {
+    return guarded("mdifrmMain->SwiLangFace", [&] {
         mdimoduMain::writeSetting(section, "Language", numberText(language));
+        s.Language = language;
         theDialogs().tell(BoxIcon::question, "Message", modSoftFace::text(68));
     });
-    return true;
 }
 
 }  // namespace k520::modStartUp

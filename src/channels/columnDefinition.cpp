@@ -18,7 +18,7 @@ const std::string& ColumnDefinition::entry(int index) const {
 }
 
 std::int32_t ColumnDefinition::defaultValue() const {
-    return textToInt32(entry(2));
+    return naming("default of column " + key(), [&] { return textToInt32(entry(2)); });
 }
 
 std::span<const std::string> ColumnDefinition::texts() const noexcept {

@@ -26,7 +26,7 @@ using modChMem::Channel;
 using modChMem::columnOf;
 
 bool locked() {
-    return mdimoduMain::state().lockState == "ShowLock";
+    return mdimoduMain::state().lockState == mdimoduMain::locked;
 }
 
 /// A cell that some rules leave out or treat in another way.

@@ -39,7 +39,7 @@ struct State {
     /// Column titles from column 0, "|" between them.
     std::string ChGridHeader = "0|0|0|0|0|0|0|0|0|0";
     std::array<std::int16_t, lastWidth + 1> ChColWidth = defaultWidths();  ///< twips
-    /// The definition of column k is at k - 1; see column().
+    /// The definition of column k is at k - 1; see columnOf().
     std::array<ColumnDefinition, maxColumns> ChColDef;
     /// Titles of rows above 99: row n has the one at n - 1.
     std::array<std::string, tableChannels> ChRowTitle;

@@ -28,12 +28,7 @@ std::string setting(int key, SettingBuffer buffer, std::string_view defaultText)
 void readNumber(std::int16_t& target, int key, std::string_view defaultText) {
     const std::string text = setting(key, numberBuffer, defaultText);
     guarded(readLabel, [&] {
-        try {
-            target = textToInt16(text);
-        } catch (const RuntimeError& error) {
-            throw RuntimeError(error.number(), "[ChInfo] " + std::to_string(key) + " = " + text +
-                                                   ": " + error.source());
-        }
+        target = naming("[ChInfo] " + std::to_string(key), [&] { return textToInt16(text); });
     });
 }
 

@@ -167,6 +167,9 @@ void editOption(std::string_view name, const std::string& text) {
         refuse(fmt::format("option.{}: \"{}\" is no entry; there are: {}", option->name, text,
                            fmt::join(optionTable::entryTexts(*option), ", ")));
     }
+    if (option->ownedMask == 0) {
+        warn(fmt::format("option.{} is fixed in the radio and is never stored", option->name));
+    }
     optionPanel::optionClicked(option->number, *value);
 }
 

@@ -189,6 +189,10 @@ void startConfiguration(DefaultImage defaultImage) {
 }
 
 void renewConfiguration() {
+    // Decoding leaves the tones of channels that became empty, and a short default image the rest
+    // of the image: neither may come from the document before.
+    modChMem::state().ChInfo = {};
+    modIicDat::sizeArrays(modIicDat::state().DatNum);
     modFileCmd::NewFileSol();
 }
 

@@ -3,6 +3,7 @@
 #include "image/datFile.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "app/Files.h"
 
@@ -11,9 +12,19 @@ namespace k520::datFile {
 namespace {
 
 constexpr int areaBegin = 0x10;
-constexpr int areaEnd = 0x400;
-constexpr int shift = 0x10;
+constexpr int areaEnd = lostAddress;
+constexpr int shift = lostCount;
 constexpr std::uint8_t filler = 0xFF;
+
+/// A file that ends in front of the area's last block says nothing of the bytes that the format
+/// gives up.
+void restoreLostBytes(std::size_t fileLength, const MemoryImage& before, MemoryImage& image) {
+    for (int i = areaEnd; i < areaEnd + shift; ++i) {
+        if (static_cast<std::size_t>(i) >= fileLength) {
+            image(i) = before(i);
+        }
+    }
+}
 
 }  // namespace
 
@@ -34,8 +45,14 @@ void closeRoom(MemoryImage& image) {
 
 std::uint64_t load(const std::filesystem::path& path, MemoryImage& image) {
     const auto content = files::read(path, image.size());
-    std::ranges::copy(content.bytes, image.bytes().begin());
-    closeRoom(image);
+    // The old content takes the file's layout first, so that what a short file does not hold comes
+    // back to its place.
+    MemoryImage moved = image;
+    makeRoom(moved);
+    std::ranges::copy(content.bytes, moved.bytes().begin());
+    closeRoom(moved);
+    restoreLostBytes(content.bytes.size(), image, moved);
+    image = moved;
     return content.size;
 }
 

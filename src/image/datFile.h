@@ -19,12 +19,12 @@
 /// 0x03F0..0x03FF. That is part of the format.
 namespace k520::datFile {
 
-/// The least highest index of an image that the format can hold.
-inline constexpr std::int16_t leastDatNum = 0x40F;
-
 /// The image bytes that the format gives up: first address and count.
 inline constexpr int lostAddress = 0x400;
 inline constexpr int lostCount = 16;
+
+/// The least highest index of an image that the format can hold.
+inline constexpr std::int16_t leastDatNum = lostAddress + lostCount - 1;
 
 /// From memory layout to file layout in place: moves the channel area up and sets the filler.
 /// Raises 9 in the middle of it where the image is too short.
@@ -35,7 +35,8 @@ void closeRoom(MemoryImage& image);
 
 /// Fills the image from a data file, in memory layout, and returns the file's whole size. A longer
 /// file is read only as far as the image reaches; a shorter one fills only what it holds. Raises
-/// the system's error where the file cannot be read; the image is then as it was.
+/// the system's error where the file cannot be read, 9 where the image is too short for the format;
+/// the image is then as it was.
 std::uint64_t load(const std::filesystem::path& path, MemoryImage& image);
 
 /// Writes the image as a data file; what a longer file holds beyond the image stays. Afterwards the

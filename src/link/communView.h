@@ -35,7 +35,7 @@ class CommunView {
 
     /// tmrLigGrint, which blinks the light imgGreen; off hides the light, too.
     virtual void setBlinking(bool on) = 0;
-    /// chkShowMemDat: refill the memory data grid after a read.
+    /// chkShowMemDat: refill the memory data grid after a session.
     [[nodiscard]] virtual bool showMemDatTicked() = 0;
 
     /// True ends the session at once as stopped, whatever the stop box allows: the command line's

@@ -59,8 +59,7 @@ struct Plan {
     void (*prepare)();
     void (*beforeStep)(const ScriptStep&);
     void (*afterStep)(const ScriptStep&);
-    void (*display)();     ///< after success
-    bool fillsGridAlways;  ///< not only when chkShowMemDat is ticked
+    void (*display)();  ///< after success
     int busyText;
     int successText;
     int failureText;
@@ -73,7 +72,6 @@ constexpr Plan readPlan{.direction = Direction::read,
                         .beforeStep = nothingForStep,
                         .afterStep = copyToImage,
                         .display = modChMem::SoftDisplay,
-                        .fillsGridAlways = false,
                         .busyText = 164,
                         .successText = 165,
                         .failureText = 166};
@@ -88,7 +86,6 @@ constexpr Plan writePlan{.direction = Direction::write,
                          .beforeStep = copyFromImage,
                          .afterStep = nothingForStep,
                          .display = nothing,
-                         .fillsGridAlways = true,
                          .busyText = 168,
                          .successText = 171,
                          .failureText = 172};
@@ -223,7 +220,7 @@ class Session {
         plan_.display();
         view_.setStatus(modSoftFace::text(plan_.successText));
         view_.setProgress(100);
-        if (plan_.fillsGridAlways || view_.showMemDatTicked()) {
+        if (view_.showMemDatTicked()) {
             modMemDat::TableFreDat();
         }
     }

@@ -8,10 +8,14 @@
 #include <filesystem>
 #include <optional>
 #include <span>
+#include <string_view>
 
 #include "app/Files.h"
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
+#include "channels/channelRecord.h"
+#include "channels/frequency.h"
+#include "channels/toneCode.h"
 #include "link/virtualPort.h"
 
 namespace k520::virtualRadio {
@@ -20,65 +24,51 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// A channel record: receive and transmit frequency as eight BCD digits in units of 10 Hz, decode
-// and encode tone; everything with its least significant byte first, all FF for "none". Record n
-// stands at n * 16.
-constexpr std::size_t recordLength = 16;
-constexpr std::size_t frequencyLength = 4;
-constexpr std::size_t toneLength = 2;
-
-/// A frequency in units of 10 Hz.
-constexpr std::uint32_t megahertz(double value) {
-    return static_cast<std::uint32_t>(value * 100'000 + 0.5);
-}
-
-/// The tone word of a CTCSS tone in Hz, of a DCS code of normal polarity (in octal), and of none.
-constexpr std::uint16_t ctcss(double hertz) {
-    return static_cast<std::uint16_t>(hertz * 10 + 0.5);
-}
-constexpr std::uint16_t dcsNormal(unsigned code) {
-    return static_cast<std::uint16_t>(0x2800U | code);
-}
-constexpr std::uint16_t noTone = 0xFFFF;
-
+/// A channel of the simulated radio: frequencies in MHz (nothing = none), tones as texts.
 struct SampleChannel {
-    std::size_t number;
-    std::uint32_t receive;
-    std::optional<std::uint32_t> transmit;
-    std::uint16_t decode;
-    std::uint16_t encode;
+    int number;
+    double receive;
+    std::optional<double> transmit;
+    std::string_view decode;
+    std::string_view encode;
 };
 
 constexpr std::array sampleChannels{
-    SampleChannel{5, megahertz(446.00625), megahertz(446.00625), ctcss(67.0), ctcss(67.0)},
-    SampleChannel{6, megahertz(446.01875), megahertz(446.01875), noTone, ctcss(67.0)},
-    SampleChannel{7, megahertz(433.5), megahertz(434.5), dcsNormal(0023), dcsNormal(0023)},
-    SampleChannel{8, megahertz(460.125), std::nullopt, noTone, noTone},
+    SampleChannel{5, 446.00625, 446.00625, "67.0", "67.0"},
+    SampleChannel{6, 446.01875, 446.01875, "", "67.0"},
+    SampleChannel{7, 433.5, 434.5, "D023N", "D023N"},
+    SampleChannel{8, 460.125, std::nullopt, "", ""},
 };
 
-void putFrequency(std::span<std::uint8_t> field, std::uint32_t frequency) {
+void putFrequency(std::span<std::uint8_t> field, std::optional<double> mhz) {
+    if (!mhz) {
+        std::ranges::fill(field, std::uint8_t{0xFF});
+        return;
+    }
+    std::int32_t rest = frequency::fromMhz(*mhz);
     for (std::uint8_t& byte : field) {
-        byte = static_cast<std::uint8_t>(frequency / 10 % 10 * 16 + frequency % 10);
-        frequency /= 100;
+        byte = static_cast<std::uint8_t>(rest / 10 % 10 * 16 + rest % 10);
+        rest /= 100;
     }
 }
 
-void putTone(std::span<std::uint8_t> field, std::uint16_t word) {
+void putTone(std::span<std::uint8_t> field, std::string_view text) {
+    const std::uint16_t word = toneCode::toneWord(text, "");
     field[0] = static_cast<std::uint8_t>(word & 0xFF);
     field[1] = static_cast<std::uint8_t>(word >> 8);
 }
 
 void putChannel(std::span<std::uint8_t> memory, const SampleChannel& channel) {
-    const auto record = memory.subspan(channel.number * recordLength, recordLength);
-    putFrequency(record.first(frequencyLength), channel.receive);
-    const auto transmit = record.subspan(frequencyLength, frequencyLength);
-    std::ranges::fill(transmit, std::uint8_t{0xFF});
-    if (channel.transmit) {
-        putFrequency(transmit, *channel.transmit);
-    }
-    const auto tones = record.subspan(2 * frequencyLength, 2 * toneLength);
-    putTone(tones.first(toneLength), channel.decode);
-    putTone(tones.last(toneLength), channel.encode);
+    const auto field = [&](int offset, int length) {
+        return memory.subspan(static_cast<std::size_t>(channelRecord::address(channel.number)) +
+                                  static_cast<std::size_t>(offset),
+                              static_cast<std::size_t>(length));
+    };
+    putFrequency(field(channelRecord::offset::rx, channelRecord::frequencyLength), channel.receive);
+    putFrequency(field(channelRecord::offset::tx, channelRecord::frequencyLength),
+                 channel.transmit);
+    putTone(field(channelRecord::offset::decode, channelRecord::toneLength), channel.decode);
+    putTone(field(channelRecord::offset::encode, channelRecord::toneLength), channel.encode);
 }
 
 /// A file's bytes, as many as a radio holds, or nothing where there is no file.

@@ -33,7 +33,9 @@ SetBases basesOf(std::int16_t language) {
 }
 
 std::int16_t readNumber(int key) {
-    return textToInt16(mdimoduMain::readSetting(section, fmt::to_string(key), buffer, "0"));
+    return naming(fmt::format("[{}] {}", section, key), [&] {
+        return textToInt16(mdimoduMain::readSetting(section, fmt::to_string(key), buffer, "0"));
+    });
 }
 
 void loadSet(OptionSet& set, int base) {

@@ -53,7 +53,7 @@ void fillList(const Option& option) {
         selectEntry(option, value);
         return;
     }
-    modShowErr::ShowLine(
+    modShowErr::ShowOptErrMsg(
         fmt::format("出错位置: frmChMem->InitOpt->{}错误类型: 不在范围内", option.rangeItem));
     selectEntry(option, checkedAt(modSysSet::OptDef(), option.number, "OptDef"));
 }

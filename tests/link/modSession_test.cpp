@@ -135,6 +135,7 @@ TEST_F(Session, ShowsItsProgressInOrder) {
     const auto& cell = modMemDat::state().vsfgGridMemDat.text(0x34, 1);
     EXPECT_EQ(cell, hexText(radio->memory()[0x330], 2));
     view = {};
+    view.gridTicked = true;
     cmdWrite_Click(view);
     EXPECT_EQ(view.statuses, (Texts{"", " 3 %", " 50 %", " 97 %", " 100 %", "Successful", ""}));
     EXPECT_EQ(cell, "26");
