@@ -73,10 +73,17 @@ class Sessions : public testing::Test {
 TEST_F(Sessions, WhatIsWrittenIsReadAgain) {
     EXPECT_EQ(run({"set", file("a.dat"), "ch7.rx=433.5", "ch7.encode=D023I"}).code, 0);
     const auto sent = run.folder.read("a.dat");
-    const auto outcome = with({"write", "-p", port(), file("a.dat"), "--verify"});
-    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    // A tone of the radio's channel 5, which is empty in the file, must not come along.
+    radio->memory()[0x58] = 0x9E;
+    radio->memory()[0x59] = 0x02;
+    const auto outcome =
+        with({"write", "-p", port(), file("a.dat"), "--backup", file("old.dat"), "--verify"});
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(run.folder.read("a.dat"), sent) << "the file stays as it is";
     EXPECT_EQ(radio->memory()[0x73], 0x43);
+    EXPECT_EQ(radio->memory()[0x58], 0xFF);
+    EXPECT_THAT(run({"export", file("old.dat")}).out, HasSubstr("5,111.11111,111.11111,67.0"));
     EXPECT_EQ(radio->memory()[0x200], 0x11) << "beyond the write range nothing changes";
     EXPECT_EQ(with({"verify", "-p", port(), file("a.dat")}).code, 0);
     EXPECT_EQ(with({"read", "-p", port(), "-o", file("b.dat"), "--verify"}).code, 0);
