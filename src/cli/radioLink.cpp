@@ -14,6 +14,7 @@
 #include "app/Files.h"
 #include "app/RuntimeError.h"
 #include "app/modShowErr.h"
+#include "channels/modChMem.h"
 #include "cli/ConsoleView.h"
 #include "cli/Failure.h"
 #include "cli/interrupt.h"
@@ -62,11 +63,13 @@ void requireUsable(modIicDat::AddressRange range, const char* name) {
 
 /// Puts back what lies outside a range: a short last block brings bytes that nobody has read.
 void keepOutside(modIicDat::AddressRange range, const MemoryImage& before) {
-    auto& image = modIicDat::IicDat();
-    for (int address = 0; address < std::ssize(image.bytes()); ++address) {
-        if (address < range.start || address > range.end) {
-            image(address) = before(address);
-        }
+    MemoryImage kept = before;
+    for (int address = range.start; address <= range.end; ++address) {
+        kept(address) = modIicDat::IicDat()(address);
+    }
+    if (kept != modIicDat::IicDat()) {
+        modIicDat::IicDat() = kept;
+        modChMem::SoftDisplay();
     }
 }
 

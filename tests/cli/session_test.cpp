@@ -117,6 +117,14 @@ TEST_F(Sessions, FailedAttemptsAreRepeated) {
     EXPECT_EQ(radio->counters().attempts, 4U);
 }
 
+TEST_F(Sessions, AReadOfAnOddRangeTakesTheRestFromTheDefaultImage) {
+    EXPECT_EQ(run({"config", "set", "Setting", "ReadEndAddr", "0023"}).code, 0);
+    EXPECT_EQ(with({"read", "-p", port(), "-o", file("b.dat")}).code, 0);
+    // Channel 2 has the radio's receive frequency and everything else as it is shipped.
+    EXPECT_THAT(run({"export", file("b.dat")}).out,
+                HasSubstr("2,111.11111,446.01875,,,Narrow,Low,On,Off\n"));
+}
+
 TEST_F(Sessions, WhatFailsIsToldAndLeavesEveryFile) {
     run.folder.write("old.dat", "old");
     const auto old = file("old.dat");
