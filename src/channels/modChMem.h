@@ -122,6 +122,8 @@ bool QtDqtCharToIic(std::string_view text);
 /// +3 ChGridHeader, +100 the widths from column 0, +200 the columns' definitions from column 1,
 /// fifty keys each, up to the entry "*EndOfThisItem*".
 [[nodiscard]] int keyBase();
+/// The key of a column's default value (entry 2 of its definition).
+[[nodiscard]] int defaultKey(int column);
 
 /// Reads the grid's definition. A value that is no number is logged and keeps its default; so does
 /// everything beyond the bounds of the arrays (9).

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <string>
@@ -63,7 +65,9 @@ std::int32_t readFrequency(int channel, int byteOffset) {
     for (int i = 0; i < frequencyLength; ++i) {
         bytes[static_cast<std::size_t>(i)] = recordByte(channel, byteOffset + i);
     }
-    return frequency::fromBcd(bytes);
+    return naming(fmt::format("channel {}, {} frequency", channel,
+                              byteOffset == offset::rx ? "receive" : "transmit"),
+                  [&] { return frequency::fromBcd(bytes); });
 }
 
 void writeFrequency(int channel, int byteOffset, std::int32_t value) {

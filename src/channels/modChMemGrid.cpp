@@ -32,10 +32,15 @@ void readNumber(std::int16_t& target, int key, std::string_view defaultText) {
     });
 }
 
-ColumnDefinition readColumn(int firstKey) {
+/// The key of entry 0 of a column's definition.
+int firstKey(int column) {
+    return keyBase() + 200 + (column - 1) * ColumnDefinition::capacity;
+}
+
+ColumnDefinition readColumn(int key) {
     std::vector<std::string> entries;
     for (int j = 0; j < ColumnDefinition::capacity; ++j) {
-        std::string text = setting(firstKey + j, entryBuffer, "0");
+        std::string text = setting(key + j, entryBuffer, "0");
         if (text == mdimoduMain::state().endOfItem) {
             break;
         }
@@ -51,11 +56,11 @@ void readWidths(int base) {
     }
 }
 
-void readColumns(int base) {
+void readColumns() {
     State& s = state();
     for (int k = 1; k <= s.ColNum; ++k) {
         ColumnDefinition& definition = checkedAt(s.ChColDef, k - 1, "ChColDef");
-        definition = readColumn(base + 200 + (k - 1) * ColumnDefinition::capacity);
+        definition = readColumn(firstKey(k));
     }
 }
 
@@ -159,6 +164,10 @@ void drawChannel(std::int16_t number) {
 
 }  // namespace
 
+int defaultKey(int column) {
+    return firstKey(column) + 2;
+}
+
 int keyBase() {
     mdimoduMain::correctLanguage();
     return mdimoduMain::state().Language == mdimoduMain::languageChinese ? 1000 : 3000;
@@ -173,7 +182,7 @@ void ReadChInfo() {
         readNumber(s.ColNum, base + 2, "9");
         s.ChGridHeader = setting(base + 3, headerBuffer, "0|0|0|0|0|0|0|0|0|0");
         guarded(readLabel, [&] { readWidths(base); });
-        readColumns(base);
+        readColumns();
     });
 }
 

@@ -7,11 +7,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdio>
 #include <utility>
 
 #include "app/Checked.h"
 #include "cli/interrupt.h"
+#include "cli/output.h"
 
 namespace k520::cli {
 
@@ -22,12 +22,12 @@ constexpr const char* clearLine = "\r\x1b[K";
 
 }  // namespace
 
-ConsoleView::ConsoleView(std::string stage)
-    : stage_(std::move(stage)), terminal_(isatty(STDERR_FILENO) == 1) {}
+ConsoleView::ConsoleView(std::string stage, bool quiet)
+    : stage_(std::move(stage)), terminal_(!quiet && isatty(STDERR_FILENO) == 1) {}
 
 ConsoleView::~ConsoleView() {
     if (drawn_) {
-        std::fputs(clearLine, stderr);
+        printError(clearLine);
     }
 }
 
@@ -53,9 +53,8 @@ void ConsoleView::draw() {
         return;
     }
     const auto filled = static_cast<std::size_t>(barLength * percent_ / 100);
-    fmt::print(stderr, "{}{} [{:<{}}] {:3} %  {}", clearLine, stage_, std::string(filled, '#'),
-               barLength, percent_, status_);
-    std::fflush(stderr);
+    printError(fmt::format("{}{} [{:<{}}] {:3} %  {}", clearLine, stage_, std::string(filled, '#'),
+                           barLength, percent_, status_));
     drawn_ = true;
 }
 

@@ -13,8 +13,8 @@ namespace k520::cli {
 /// when stderr is no terminal. Ctrl-C abandons the session.
 class ConsoleView : public CommunView {
   public:
-    /// `stage` is what the line calls the session ("Reading").
-    explicit ConsoleView(std::string stage);
+    /// `stage` is what the line calls the session ("Reading"); a `quiet` view has no line.
+    ConsoleView(std::string stage, bool quiet);
     ~ConsoleView() override;
     ConsoleView(const ConsoleView&) = delete;
     ConsoleView& operator=(const ConsoleView&) = delete;

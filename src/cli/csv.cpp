@@ -202,6 +202,7 @@ std::string readCsv(const std::string& path) {
 }  // namespace
 
 int runExport(const Arguments& arguments) {
+    requireDifferentFiles({arguments.at("FILE"), arguments.get("output")});
     startConfiguration(DefaultImage::helpful);
     openDocument(arguments.at("FILE"), ShortFile::warn);
     const auto text = exportText();
@@ -220,6 +221,8 @@ int runExport(const Arguments& arguments) {
 }
 
 int runImport(const Arguments& arguments) {
+    requireDifferentFiles({arguments.at("CSV"), arguments.at("FILE")});
+    requireDifferentFiles({arguments.at("CSV"), arguments.get("output")});
     startConfiguration(DefaultImage::helpful);
     const auto& file = arguments.at("FILE");
     const auto& csv = arguments.at("CSV");

@@ -4,6 +4,10 @@
 
 #include <fmt/format.h>
 
+#include <filesystem>
+#include <map>
+#include <system_error>
+
 #include "app/Files.h"
 #include "app/RuntimeError.h"
 #include "app/modFileCmd.h"
@@ -32,7 +36,7 @@ void openDocument(const std::string& path, ShortFile shortFile) {
         }
         const auto mark = failureMark();
         modFileCmd::openDatFile(path);
-        warnOfFailuresSince(mark);
+        warnOfFailuresSince(mark, "; what was there before the file stands in its place");
     } catch (const RuntimeError& error) {
         fail(error.source());
     }
@@ -46,6 +50,22 @@ void saveDocument(const std::string& path) {
     modFileCmd::setCurrentFile(path);
     modFileCmd::SaveDatFile();
     failOnFailureSince(mark, "nothing saved");
+}
+
+void requireDifferentFiles(const std::vector<std::optional<std::string>>& paths) {
+    std::map<std::filesystem::path, std::string> seen;
+    for (const auto& path : paths) {
+        if (!path || *path == "-") {
+            continue;
+        }
+        std::error_code error;
+        const auto place = std::filesystem::weakly_canonical(*path, error);
+        const auto [other, isNew] =
+            seen.emplace(error ? std::filesystem::path(*path) : place, *path);
+        if (!isNew) {
+            refuse(fmt::format("{} and {} are the same file", other->second, *path));
+        }
+    }
 }
 
 void checkSavable(const std::string& path) {

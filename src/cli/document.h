@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "image/MemoryImage.h"
 
@@ -22,6 +24,10 @@ void openDocument(const std::string& path, ShortFile shortFile);
 /// Saves as the Save command does: the tables are encoded into the image first. Raises Failure 1
 /// when that or the writing fails; the file is then as it was.
 void saveDocument(const std::string& path);
+
+/// Raises Failure 2 where two of these paths name the same file: one would overwrite the other.
+/// Missing ones and "-" do not count.
+void requireDifferentFiles(const std::vector<std::optional<std::string>>& paths);
 
 /// Raises Failure 1 where saveDocument(path) could not write, before a long session is begun.
 void checkSavable(const std::string& path);

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-/// Ctrl-C and the request to terminate: noted, and looked at where a command can end cleanly, so
-/// that neither falls into the middle of a saving.
+/// Ctrl-C, a closed terminal and the request to terminate: noted, and looked at where a command can
+/// end cleanly, so that none falls into the middle of a saving.
 namespace k520::cli {
 
-/// From here on the first SIGINT or SIGTERM only leaves a mark; a second one ends the program at
-/// once.
+/// From here on the first SIGINT, SIGHUP or SIGTERM only leaves a mark; a second one ends the
+/// program at once.
 void noteInterrupts();
 
 [[nodiscard]] bool interrupted() noexcept;

@@ -58,6 +58,11 @@ void flushOutput() {
     }
 }
 
+void printError(const std::string& text) noexcept {
+    std::fputs(text.c_str(), stderr);
+    std::fflush(stderr);
+}
+
 bool coloursWanted() {
     const char* refused = std::getenv("NO_COLOR");
     return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0');

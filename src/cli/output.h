@@ -16,6 +16,9 @@ void print(std::string_view text);
 /// Makes sure that everything printed has left the program; raises Failure 1 otherwise.
 void flushOutput();
 
+/// Writes to stderr. What cannot be written there is lost: there is nobody left to tell.
+void printError(const std::string& text) noexcept;
+
 /// Whether stdout is a terminal on which colours are welcome (NO_COLOR is not set).
 [[nodiscard]] bool coloursWanted();
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
 #include <CLI/CLI.hpp>
+#include <map>
 #include <memory>
 
 #include "cli/Command.h"
@@ -22,6 +25,9 @@ CLI::App* commandApp(CLI::App& app, const Command& command) {
         app.get_subcommands([&](const CLI::App* each) { return each->get_name() == group; });
     CLI::App* parent =
         known.empty() ? app.add_subcommand(group, "Reads or changes the settings") : known.front();
+    parent->group("Commands");
+    parent->require_subcommand(0, 1);
+    parent->footer(fmt::format("k520-cli {0} get --help and {0} set --help explain them.", group));
     return parent->add_subcommand(name.substr(blank + 1), std::string(command.summary));
 }
 
@@ -53,7 +59,56 @@ void addArgument(CLI::App& app, const Argument& argument, Arguments& into) {
     }
 }
 
+/// A command line of the command as its help shows it.
+std::string usageOf(const Command& command) {
+    std::string usage = "Usage: k520-cli " + std::string(command.name);
+    for (const Argument& argument : command.arguments) {
+        const auto flag = argument.flags.substr(0, argument.flags.find(','));
+        const auto value =
+            argument.value.empty() ? std::string(argument.name) : std::string(argument.value);
+        switch (argument.kind) {
+            case ArgumentKind::positional:
+            case ArgumentKind::positionalList:
+                usage += ' ' + value;
+                break;
+            case ArgumentKind::required:
+                usage += fmt::format(" {} {}", flag, value);
+                break;
+            case ArgumentKind::option:
+                usage += fmt::format(" [{} {}]", flag, value);
+                break;
+            case ArgumentKind::flag:
+                usage += fmt::format(" [{}]", flag);
+                break;
+        }
+    }
+    return usage + '\n';
+}
+
+/// The help texts' usage lines come from the table of commands.
+class HelpFormatter : public CLI::Formatter {
+  public:
+    std::map<const CLI::App*, std::string> usages;
+
+    std::string make_usage(const CLI::App* app, std::string name) const override {
+        const auto found = usages.find(app);
+        return found == usages.end() ? CLI::Formatter::make_usage(app, name) : found->second;
+    }
+};
+
+/// The parser's library would take "[a,b]" for a list of words.
+void refuseBrackets(int count, const char* const* words) {
+    for (int i = 1; i < count; ++i) {
+        const std::string_view word = words[i];
+        if (word.starts_with('[') && word.ends_with(']')) {
+            refuse(
+                fmt::format("\"{}\" is not KEY=VALUE; give each edit as a word of its own", word));
+        }
+    }
+}
+
 struct Parser {
+    std::shared_ptr<HelpFormatter> formatter = std::make_shared<HelpFormatter>();
     CLI::App app{"K520 radio programming: reads, edits and writes radios and data files",
                  "k520-cli"};
     std::vector<std::unique_ptr<Arguments>> arguments;
@@ -67,8 +122,9 @@ struct Parser {
                        "Folder of the settings file, the default image and the simulated "
                        "radio's memory")
             ->option_text("DIR");
-        app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-        app.get_formatter()->label("Subcommands", "Commands");
+        formatter->usages[&app] = "Usage: k520-cli [--program-folder DIR] COMMAND ...\n";
+        app.formatter(formatter);
+        app.require_subcommand(0, 1);
         app.footer(
             "k520-cli COMMAND --help explains a command.\n"
             "Exit codes: 0 done or no difference, 1 failed or a difference found, 2 wrong command "
@@ -81,6 +137,8 @@ struct Parser {
     void add(const Command& command) {
         CLI::App* sub = commandApp(app, command);
         sub->footer(std::string(command.details));
+        sub->group("Commands");
+        formatter->usages[sub] = usageOf(command);
         arguments.push_back(std::make_unique<Arguments>());
         for (const Argument& argument : command.arguments) {
             addArgument(*sub, argument, *arguments.back());
@@ -133,6 +191,7 @@ const std::vector<std::string>& Arguments::list(std::string_view name) const {
 }
 
 Request parse(int count, const char* const* words) {
+    refuseBrackets(count, words);
     Parser parser;
     try {
         parser.app.parse(count, words);

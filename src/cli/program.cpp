@@ -7,17 +7,20 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdio>
 #include <cstdlib>
+#include <set>
 #include <system_error>
 
+#include "app/Checked.h"
 #include "app/Files.h"
+#include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
 #include "app/modShowErr.h"
 #include "app/modStartUp.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
+#include "cli/output.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 
@@ -98,7 +101,17 @@ fs::path programFolder(const std::optional<std::string>& chosen, const fs::path&
     return folder;
 }
 
-/// What has to hold before an image can be decoded, shown and saved.
+std::string chosenFolder;
+
+fs::path settingsFile() {
+    return mdimoduMain::findFile(mdimoduMain::settingsFileName);
+}
+
+[[noreturn]] void failSettings(const std::string& what) {
+    fail(fmt::format("the settings file {}: {}", settingsFile().string(), what));
+}
+
+/// A number of the settings that has to lie within limits before anything can be decoded.
 struct Requirement {
     const char* what;
     int value;
@@ -113,21 +126,49 @@ void require(const Requirement& needed) {
     if (needed.value >= needed.least && needed.value <= needed.most) {
         return;
     }
-    const auto path = mdimoduMain::findFile(mdimoduMain::settingsFileName);
-    std::error_code error;
-    if (!fs::exists(path, error)) {
-        fail(fmt::format("there is no settings file {}, and none is installed", path.string()));
+    failSettings(fmt::format(
+        "[{}] {} = {}, but {} has to be {} to {}; mend it with: {}", needed.section, needed.key,
+        mdimoduMain::readSetting(needed.section, needed.key, ""), needed.what, needed.least,
+        needed.most, configSetCommand(needed.section, needed.key, needed.shipped)));
+}
+
+/// A file that cannot be read, or that is none of ours, gets one message instead of one a key.
+void requireSettings() {
+    std::error_code ignored;
+    if (!fs::exists(settingsFile(), ignored)) {
+        fail(fmt::format("there is no settings file {}, and none is installed",
+                         settingsFile().string()));
     }
-    fail(
-        fmt::format("the settings file {} gives {} as {}, which has to be {} to {}; mend it with: "
-                    "k520-cli config set {} {} {}",
-                    path.string(), needed.value, needed.what, needed.least, needed.most,
-                    needed.section, needed.key, needed.shipped));
+    try {
+        if (mdimoduMain::readSetting("Setting", "DatNum", "").empty()) {
+            failSettings(
+                "it has no [Setting] DatNum, so it is none of this program; move it away, "
+                "and the shipped one is used");
+        }
+    } catch (const RuntimeError& error) {
+        fail("the settings cannot be read: " + error.source());
+    }
 }
 
 void requireUsableImage() {
     require({"the image's highest address", modIicDat::state().DatNum, datFile::leastDatNum, 0x7FFF,
              "Setting", "DatNum", "8191"});
+}
+
+/// A default that is no entry would make every new channel fail.
+void requireUsableDefaults() {
+    for (int k = modChMem::firstParameter; k <= modChMem::state().ColNum; ++k) {
+        const auto& column = modChMem::columnOf(k);
+        const auto value = parseNumber(column.entry(2));
+        const auto count = static_cast<double>(column.texts().size());
+        if (column.isList() && (!value || *value < 0 || *value >= count)) {
+            failSettings(fmt::format(
+                "[ChInfo] {} = {} is no entry of the column {}; mend it with: "
+                "{}",
+                modChMem::defaultKey(k), column.entry(2), column.key(),
+                configSetCommand("ChInfo", fmt::format("{}", modChMem::defaultKey(k)), "0")));
+        }
+    }
 }
 
 void requireUsableGrid() {
@@ -137,6 +178,17 @@ void requireUsableGrid() {
              fmt::format("{}", base), "16"});
     require({"the number of columns", channels.ColNum, modChMem::column::encode,
              modChMem::lastField, "ChInfo", fmt::format("{}", base + 2), "8"});
+}
+
+/// Half-read tables of channels or options are nothing to work with.
+void failOnHalfReadTables(std::size_t mark) {
+    const auto& entries = modShowErr::state().entries;
+    for (std::size_t i = mark; i < entries.size(); ++i) {
+        if (entries[i].label == "modChMem->ReadChInfo" ||
+            entries[i].label == "modSysSet->OptNowDefSol") {
+            failSettings(entries[i].source);
+        }
+    }
 }
 
 /// The default image is needed only in part by most commands, so what is wrong with it is a
@@ -162,19 +214,23 @@ fs::path executableFolder() {
 void chooseProgramFolder(const std::optional<std::string>& chosen) {
     auto& s = mdimoduMain::state();
     s.shippedFolder = findShippedFolder();
+    chosenFolder = chosen.value_or(std::string());
     s.programFolder = programFolder(chosen, s.shippedFolder);
 }
 
 void startCore() {
     mdimoduMain::state().settingsWritable = false;
+    requireSettings();
     auto mark = failureMark();
     modStartUp::readSettings();
-    warnOfFailuresSince(mark);
     requireUsableImage();
+    warnOfFailuresSince(mark);
     mark = failureMark();
     modStartUp::prepareCore();
-    warnOfFailuresSince(mark);
     requireUsableGrid();
+    failOnHalfReadTables(mark);
+    requireUsableDefaults();
+    warnOfFailuresSince(mark);
 }
 
 void startConfiguration(DefaultImage defaultImage) {
@@ -182,6 +238,7 @@ void startConfiguration(DefaultImage defaultImage) {
     warnOfDefaultImage();
     const auto mark = failureMark();
     modFileCmd::NewFileSol();
+    failOnHalfReadTables(mark);
     if (defaultImage == DefaultImage::needed) {
         failOnFailureSince(mark, "the default image cannot be used");
     }
@@ -196,8 +253,19 @@ void renewConfiguration() {
     modFileCmd::NewFileSol();
 }
 
+std::string configSetCommand(const std::string& section, const std::string& key,
+                             const std::string& value) {
+    const auto folder =
+        chosenFolder.empty() ? std::string() : fmt::format("--program-folder '{}' ", chosenFolder);
+    return fmt::format("k520-cli {}config set {} {} {}", folder, section, key, value);
+}
+
 void warn(const std::string& message) {
-    fmt::print(stderr, "k520-cli: warning: {}\n", message);
+    // The same thing met again, by a second pass over the same data, is no news.
+    static std::set<std::string> told;
+    if (told.insert(message).second) {
+        printError("k520-cli: warning: " + message + "\n");
+    }
 }
 
 std::size_t failureMark() {
@@ -209,10 +277,13 @@ std::optional<std::string> failureSince(std::size_t mark) {
     return mark < entries.size() ? std::optional(entries[mark].source) : std::nullopt;
 }
 
-void warnOfFailuresSince(std::size_t mark) {
+void warnOfFailuresSince(std::size_t mark, const std::string& consequence) {
     const auto& entries = modShowErr::state().entries;
     for (std::size_t i = mark; i < entries.size(); ++i) {
-        warn(entries[i].source);
+        // A range that the scripts cannot hold concerns sessions only, and they refuse it.
+        if (entries[i].label != "modCommun->InitProtocol") {
+            warn(entries[i].source + consequence);
+        }
     }
 }
 

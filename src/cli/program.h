@@ -35,15 +35,19 @@ void startConfiguration(DefaultImage defaultImage);
 /// A new configuration once more, before another file is opened.
 void renewConfiguration();
 
-/// One line on stderr: "k520-cli: warning: ...".
+/// The command that mends a setting, for messages.
+[[nodiscard]] std::string configSetCommand(const std::string& section, const std::string& key,
+                                           const std::string& value);
+
+/// One line on stderr: "k520-cli: warning: ...". The same line is not said twice.
 void warn(const std::string& message);
 
 /// The number of failures in the error list; what is logged behind it belongs to what ran since.
 [[nodiscard]] std::size_t failureMark();
 /// The source text of the first failure since `mark`, or nothing.
 [[nodiscard]] std::optional<std::string> failureSince(std::size_t mark);
-/// Makes a warning of every failure since `mark`.
-void warnOfFailuresSince(std::size_t mark);
+/// Makes a warning of every failure since `mark`, with `consequence` behind it.
+void warnOfFailuresSince(std::size_t mark, const std::string& consequence = {});
 /// Raises Failure 1 with the first failure since `mark`, behind `doing` and a colon.
 void failOnFailureSince(std::size_t mark, const std::string& doing);
 

@@ -4,10 +4,15 @@
 
 #include <fmt/format.h>
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstddef>
 #include <span>
+#include <string_view>
 #include <utility>
 
 #include "app/Checked.h"
@@ -46,19 +51,22 @@ std::optional<std::int16_t> portNumber(const std::string& port) {
     return static_cast<std::int16_t>(number);
 }
 
-void requireUsable(modIicDat::AddressRange range, const char* name) {
+void requireUsable(modIicDat::AddressRange range, const std::string& name) {
     const int last = modIicDat::state().DatNum;
-    const bool blocksFit = range.end - (range.end - range.start) % scriptText::blockLength +
-                               scriptText::blockLength - 1 <=
-                           last;
-    if (range.start < 0 || range.end < range.start || range.end > last || !blocksFit) {
-        fail(fmt::format(
-            "the settings file gives {}StartAddr {:04X} and {}EndAddr {:04X}; they have to be in "
-            "this order within 0000 to {:04X}; mend them with: k520-cli config set Setting "
-            "{}StartAddr 0000, and {}EndAddr 1FFF",
-            name, static_cast<std::uint16_t>(range.start), name,
-            static_cast<std::uint16_t>(range.end), last, name, name));
+    const int blocks = (range.end - range.start) / scriptText::blockLength + 1;
+    if (range.start >= 0 && range.end >= range.start &&
+        range.start + blocks * scriptText::blockLength - 1 <= last) {
+        return;
     }
+    const int wholeBlocks = (last + 1) / scriptText::blockLength * scriptText::blockLength;
+    fail(fmt::format(
+        "the settings file gives {0}StartAddr {1:04X} and {0}EndAddr {2:04X}, but blocks of {3} "
+        "bytes from the first to the last have to lie within 0000 to {4:04X}; mend it with: {5} "
+        "and {6}",
+        name, static_cast<std::uint16_t>(range.start), static_cast<std::uint16_t>(range.end),
+        scriptText::blockLength, last, configSetCommand("Setting", name + "StartAddr", "0000"),
+        configSetCommand("Setting", name + "EndAddr",
+                         fmt::format("{:04X}", std::min(wholeBlocks - 1, 0x1FFF)))));
 }
 
 /// Puts back what lies outside a range: a short last block brings bytes that nobody has read.
@@ -86,19 +94,27 @@ class ReadRange {
     modIicDat::AddressRange before_;
 };
 
-std::string stateOfRadio(Direction direction, std::int16_t furthest,
-                         const modSession::Result& result) {
-    if (direction == Direction::read) {
-        return "nothing saved";
-    }
+std::string stateOfRadio(std::int16_t furthest, const modSession::Result& result) {
     if (furthest == 0) {
         return "the radio is untouched";
     }
-    return result.lastAddress
-               ? fmt::format(
-                     "the radio is partly written, in the last attempt up to address {:04X}",
-                     *result.lastAddress + scriptText::blockLength - 1)
-               : std::string("the radio may be partly written");
+    const auto reached = result.lastAddress
+                             ? fmt::format(", in the last attempt up to address {:04X}",
+                                           *result.lastAddress + scriptText::blockLength - 1)
+                             : std::string();
+    return fmt::format("the radio may be partly written{}; write again before it is used", reached);
+}
+
+/// Past the buffer of stdout, so that a reader who has gone does no harm to the session.
+bool writeToStdout(std::string_view text) {
+    while (!text.empty()) {
+        const auto written = ::write(STDOUT_FILENO, text.data(), text.size());
+        if (written < 0 && errno != EINTR) {
+            return false;
+        }
+        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
+    }
+    return true;
 }
 
 }  // namespace
@@ -146,38 +162,53 @@ void RadioLink::collectTrace() {
             fail(error.source());
         }
     }
+    // A reader of stdout who goes must not take a session in the middle with it.
+    std::signal(SIGPIPE, SIG_IGN);
     auto& list = modCommun::state().listRtData;
     list.onInsert = [this, &list, toStdout](int index) {
         const auto line = list.lines()[static_cast<std::size_t>(index)] + '\n';
         if (toStdout) {
-            print(line);
+            printTrace(line);
         } else {
             traceText_ += line;
         }
     };
 }
 
-void RadioLink::read(const std::string& stage, modIicDat::AddressRange range) {
+void RadioLink::printTrace(const std::string& line) {
+    if (!traceBroken_ && !writeToStdout(line)) {
+        traceBroken_ = true;
+        warn("the data list cannot be printed any more; the session goes on");
+    }
+}
+
+void RadioLink::read(const std::string& stage, modIicDat::AddressRange range,
+                     const std::string& afterFailure) {
     const MemoryImage before = modIicDat::IicDat();
     const ReadRange inForce(range);
-    run(Direction::read, stage);
+    const auto [result, furthest, mark] = run(Direction::read, stage);
+    if (result.outcome != modSession::Outcome::succeeded) {
+        fail(fmt::format("read failed, {}: {}", afterFailure, causeOf(result, mark)));
+    }
+    lookBehind(mark);
     keepOutside(range, before);
 }
 
 void RadioLink::write() {
-    run(Direction::write, "Writing");
-}
-
-modSession::Result RadioLink::run(Direction direction, const std::string& stage) {
-    const auto mark = failureMark();
-    ConsoleView view(stage);
-    const auto result = direction == Direction::read ? modSession::cmdRead_Click(view)
-                                                     : modSession::cmdWrite_Click(view);
+    const auto [result, furthest, mark] = run(Direction::write, "Writing");
     if (result.outcome != modSession::Outcome::succeeded) {
-        failSession(result, direction, view.furthest(), mark);
+        fail(fmt::format("write failed, {}: {}", stateOfRadio(furthest, result),
+                         causeOf(result, mark)));
     }
     lookBehind(mark);
-    return result;
+}
+
+RadioLink::Run RadioLink::run(Direction direction, const std::string& stage) {
+    const auto mark = failureMark();
+    ConsoleView view(stage, trace_ == "-");
+    const auto result = direction == Direction::read ? modSession::cmdRead_Click(view)
+                                                     : modSession::cmdWrite_Click(view);
+    return {result, view.furthest(), mark};
 }
 
 void RadioLink::lookBehind(std::size_t mark) {
@@ -191,16 +222,9 @@ void RadioLink::lookBehind(std::size_t mark) {
     }
 }
 
-void RadioLink::failSession(const modSession::Result& result, Direction direction,
-                            std::int16_t furthest, std::size_t mark) const {
-    const auto* verb = direction == Direction::read ? "read" : "write";
-    fail(fmt::format("{} failed, {}: {}", verb, stateOfRadio(direction, furthest, result),
-                     causeOf(result, mark)));
-}
-
 std::string RadioLink::causeOf(const modSession::Result& result, std::size_t mark) const {
     if (result.outcome == modSession::Outcome::stopped) {
-        return "stopped by Ctrl-C";
+        return "stopped on request";
     }
     if (const auto failure = failureSince(mark)) {
         return *failure;

@@ -28,18 +28,24 @@ class RadioLink {
     RadioLink& operator=(const RadioLink&) = delete;
 
     /// Reads `range` into the image and decodes it; what lies outside the range stays. Raises
-    /// Failure 1 with the likely cause and the next step.
-    void read(const std::string& stage, modIicDat::AddressRange range);
+    /// Failure 1 with `afterFailure` (where things then stand), the likely cause and the next step.
+    void read(const std::string& stage, modIicDat::AddressRange range,
+              const std::string& afterFailure);
     /// Encodes and stamps the image and writes the write range. Raises Failure 1 likewise, with the
     /// state that the radio is left in.
     void write();
 
   private:
-    modSession::Result run(Direction direction, const std::string& stage);
+    /// How a session went, and the most progress that any of its attempts made, in percent.
+    struct Run {
+        modSession::Result result;
+        std::int16_t furthest;
+        std::size_t mark;  ///< where its failures begin in the error list
+    };
+    Run run(Direction direction, const std::string& stage);
+    void printTrace(const std::string& line);
     /// What a session that succeeded has left in the error list.
     static void lookBehind(std::size_t mark);
-    [[noreturn]] void failSession(const modSession::Result& result, Direction direction,
-                                  std::int16_t furthest, std::size_t mark) const;
     [[nodiscard]] std::string causeOf(const modSession::Result& result, std::size_t mark) const;
     void choosePort() const;
     void collectTrace();
@@ -47,6 +53,7 @@ class RadioLink {
     std::string port_;
     std::optional<std::string> trace_;
     std::string traceText_;
+    bool traceBroken_ = false;
 };
 
 }  // namespace k520::cli

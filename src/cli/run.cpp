@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "cli/run.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -29,7 +27,7 @@ int runRequest(const Request& request) {
 
 int complain(int code, std::string message) {
     std::ranges::replace(message, '\n', ' ');
-    fmt::print(stderr, "k520-cli: {}\n", message);
+    printError("k520-cli: " + message + "\n");
     return code;
 }
 

@@ -57,7 +57,7 @@ std::string hintOfLostBytes(const MemoryImage& expected, const MemoryImage& foun
 /// A second pass over the radio must bring the same bytes: the protocol has no checksum.
 void readAgain(RadioLink& link) {
     const MemoryImage first = image();
-    link.read("Reading again", modIicDat::state().readRange);
+    link.read("Reading again", modIicDat::state().readRange, "nothing saved");
     const MemoryImage second = image();
     if (first != second) {
         requireEqual(first, "first", second, "second",
@@ -68,14 +68,15 @@ void readAgain(RadioLink& link) {
 }
 
 void backUp(RadioLink& link, const std::string& path) {
-    link.read("Backing up", modIicDat::state().readRange);
+    link.read("Backing up", modIicDat::state().readRange, "the radio is untouched");
     saveDocument(path);
     renewConfiguration();
 }
 
 void readBack(RadioLink& link) {
     const MemoryImage sent = image();
-    link.read("Comparing", modIicDat::state().writeRange);
+    link.read("Comparing", modIicDat::state().writeRange,
+              "the radio is written but not compared; run verify");
     const MemoryImage found = image();
     if (sent != found) {
         requireEqual(sent, "sent", found, "radio",
@@ -87,11 +88,12 @@ void readBack(RadioLink& link) {
 }  // namespace
 
 int runRead(const Arguments& arguments) {
+    requireDifferentFiles({arguments.at("output"), arguments.get("trace")});
     startConfiguration(DefaultImage::needed);
     const auto& output = arguments.at("output");
     RadioLink link(arguments.at("port"), arguments.get("trace"));
     checkSavable(output);
-    link.read("Reading", modIicDat::state().readRange);
+    link.read("Reading", modIicDat::state().readRange, "nothing saved");
     if (arguments.has("verify")) {
         readAgain(link);
     }
@@ -100,6 +102,7 @@ int runRead(const Arguments& arguments) {
 }
 
 int runWrite(const Arguments& arguments) {
+    requireDifferentFiles({arguments.at("FILE"), arguments.get("backup"), arguments.get("trace")});
     startConfiguration(DefaultImage::helpful);
     const auto& file = arguments.at("FILE");
     RadioLink link(arguments.at("port"), arguments.get("trace"));
@@ -120,13 +123,14 @@ int runWrite(const Arguments& arguments) {
 }
 
 int runVerify(const Arguments& arguments) {
+    requireDifferentFiles({arguments.at("FILE"), arguments.get("trace")});
     startConfiguration(DefaultImage::helpful);
     const auto& file = arguments.at("FILE");
     RadioLink link(arguments.at("port"), arguments.get("trace"));
     openDocument(file, ShortFile::refuse);
     encodeTables();
     const MemoryImage expected = image();
-    link.read("Reading", modIicDat::state().readRange);
+    link.read("Reading", modIicDat::state().readRange, "nothing compared");
     const MemoryImage found = image();
     requireEqual(expected, file, found, "radio",
                  fmt::format("the radio and {} differ{}", file, hintOfLostBytes(expected, found)));

@@ -132,11 +132,12 @@ void play(PtyRadio& terminal) {
 
 void report(const SimRadio& radio) {
     for (const auto& complaint : radio.complaints()) {
-        fmt::print(stderr, "k520-cli: protocol: {}\n", complaint);
+        printError(fmt::format("k520-cli: protocol: {}\n", complaint));
     }
     const auto& counters = radio.counters();
-    fmt::print(stderr, "k520-cli: {} attempts, {} reads, {} writes, {} violations\n",
-               counters.attempts, counters.reads, counters.writes, counters.complaints);
+    printError(fmt::format("k520-cli: {} attempts, {} reads, {} writes, {} violations\n",
+                           counters.attempts, counters.reads, counters.writes,
+                           counters.complaints));
 }
 
 }  // namespace

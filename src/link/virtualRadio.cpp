@@ -9,6 +9,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <system_error>
 
 #include "app/Files.h"
 #include "app/RuntimeError.h"
@@ -120,6 +121,9 @@ class KeepingPort : public VirtualPort {
 
   private:
     void keep() {
+        // A program folder that was only named so far is made with the first thing to keep in it.
+        std::error_code ignored;
+        fs::create_directories(path_.parent_path(), ignored);
         try {
             files::replace(path_, radio().memory());
         } catch (const RuntimeError& error) {

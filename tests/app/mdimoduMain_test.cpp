@@ -9,25 +9,20 @@
 #include <vector>
 
 #include "app/Files.h"
+#include "support/ProgramFolder.h"
 #include "support/Raised.h"
-#include "support/TempFolder.h"
 
 namespace k520::mdimoduMain {
 namespace {
 
 using Names = std::set<std::string>;
 
-class SettingsFile : public testing::Test {
+class SettingsFile : public test::ProgramFolder {
   protected:
-    SettingsFile() {
-        state() = {};
-        state().programFolder = own.path();
-        state().shippedFolder = shipped.path();
-    }
-    ~SettingsFile() override { state() = {}; }
+    SettingsFile() { state().shippedFolder = shipped.path(); }
 
-    test::TempFolder own;
     test::TempFolder shipped;
+    const test::TempFolder& own = folder;
 };
 
 TEST_F(SettingsFile, IsTakenFromTheProgramFolderFirst) {
@@ -86,18 +81,16 @@ TEST_F(SettingsFile, IsSeededFromTheShippedOneAndWrittenOnlyWhenChanged) {
 }
 
 TEST_F(SettingsFile, KeepsTheWritesOfProgramsAtOnce) {
-    constexpr int programs = 4;
-    constexpr int keys = 20;
-    std::vector<std::thread> running;
-    for (int program = 0; program < programs; ++program) {
-        running.emplace_back([program] {
-            for (int key = program; key < keys; key += programs) {
+    std::vector<std::thread> programs;
+    for (int first = 0; first < 4; ++first) {
+        programs.emplace_back([first] {
+            for (int key = first; key < 20; key += 4) {
                 writeSetting("S", std::to_string(key), "1");
             }
         });
     }
-    std::for_each(running.begin(), running.end(), [](std::thread& program) { program.join(); });
-    for (int key = 0; key < keys; ++key) {
+    std::ranges::for_each(programs, &std::thread::join);
+    for (int key = 0; key < 20; ++key) {
         EXPECT_EQ(readSetting("S", std::to_string(key), "0"), "1") << key;
     }
     EXPECT_EQ(own.names(), Names{settingsFileName});

@@ -8,7 +8,7 @@
 #include <stdexcept>
 
 #include "app/Guard.h"
-#include "app/RuntimeError.h"
+#include "support/ProgramFolder.h"
 #include "support/SimulatedClock.h"
 
 namespace k520::modShowErr {
@@ -18,11 +18,8 @@ using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 
-class ErrorList : public testing::Test {
+class ErrorList : public test::ProgramFolder {
   protected:
-    ErrorList() { state() = {}; }
-    ~ErrorList() override { state() = {}; }
-
     static const std::vector<std::string>& lines() { return state().listShowErr.lines(); }
 
     test::SimulatedClock clock;

@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <random>
+#include <tuple>
 
 #include "support/Raised.h"
 
@@ -18,24 +18,21 @@ using Value = std::optional<std::string>;
 
 TEST(ProfileText, ReadsAsUsersOfTheFormatExpect) {
     // A text, and the value of key K in its section S.
-    const std::pair<std::string, Value> rows[] = {
-        {"", {}},
-        {"[s]\r\nk = a b \t\r\nx=1\r\n", "a b"},
-        {"\xEF\xBB\xBF[S]\nK=V\n", "V"},
-        {" \t[ S\t]text\n \tK\t=\tV\n", "V"},
-        {"[S\nK=V\n", "V"},
-        {"[S]K=0\rL=1\rK=2\r\r\n", "2"},
-        {"K=0\n[S]\nK=1\nk=2\n[T]\nK=3\n[s]\nK=4\n", "1"},
-        {"K=0\n[S]\nK\n[T]\nK=1\n[s]\nK=5\n", {}},
-        {"[S]\n;K=1\n ; K=2\n#K=3\nK=4 ; 5\n", "4 ; 5"},
-        {"[S]\nK\n=1\n = 2\nK=a=b\n", "a=b"},
-        {"[S]\nK=''\n", ""},
-        {"[S]\nK= \" a \" \n", " a "},
-        {"[S]\nK=\"\"a\"\"\n", "\"a\""},
-        {"[S]\nK=\"abc'\n", "\"abc'"},
-        {"[S]\nK=\"\n", "\""},
-        {"[S]\n\0K=1\nK=a\0b\n"s, "a\0b"s},
-    };
+    const std::pair<std::string, Value> rows[] = {{"[s]\r\nk = a b \t\r\nx=1\r\n", "a b"},
+                                                  {"\xEF\xBB\xBF[S]\nK=V\n", "V"},
+                                                  {" \t[ S\t]text\n \tK\t=\tV\n", "V"},
+                                                  {"[S\nK=V\n", "V"},
+                                                  {"[S]K=0\rL=1\rK=2\r\r\n", "2"},
+                                                  {"K=0\n[S]\nK=1\nk=2\n[T]\nK=3\n[s]\nK=4\n", "1"},
+                                                  {"K=0\n[S]\nK\n[T]\nK=1\n[s]\nK=5\n", {}},
+                                                  {"[S]\n;K=1\n ; K=2\n#K=3\nK=4 ; 5\n", "4 ; 5"},
+                                                  {"[S]\nK\n=1\n = 2\nK=a=b\n", "a=b"},
+                                                  {"[S]\nK=''\n", ""},
+                                                  {"[S]\nK= \" a \" \n", " a "},
+                                                  {"[S]\nK=\"\"a\"\"\n", "\"a\""},
+                                                  {"[S]\nK=\"abc'\n", "\"abc'"},
+                                                  {"[S]\nK=\"\n", "\""},
+                                                  {"[S]\n\0K=1\nK=a\0b\n"s, "a\0b"s}};
     for (const auto& [text, value] : rows) {
         EXPECT_EQ(ProfileText(text).value(" S ", "K\t"), value) << text;
         EXPECT_EQ(ProfileText(text).bytes(), text);
@@ -45,20 +42,18 @@ TEST(ProfileText, ReadsAsUsersOfTheFormatExpect) {
 
 TEST(ProfileText, ChangesOneLineAndNothingElse) {
     // What is there, the value set, and what is there then.
-    const std::string rows[][3] = {
-        {"", "1", "[S]\nK=1\n"},
-        {"\xEF\xBB\xBF", "1", "\xEF\xBB\xBF[S]\nK=1\n"},
-        {"; c", "1", "; c\n[S]\nK=1\n"},
-        {"x\r\n[T]\nK=0", "1", "x\r\n[T]\nK=0\r\n[S]\r\nK=1\r\n"},
-        {"[S]\r\nL=2\r\n ; c\r\n\r\n \t\r\n[T]\r\n", " 3",
-         "[S]\r\nL=2\r\n ; c\r\nK= 3\r\n\r\n \t\r\n[T]\r\n"},
-        {"[S]\n k =1\t\r\nK=2\n", "3", "[S]\n k =3\r\nK=2\n"},
-        {"[S]\nK= '3' \n", " 3", "[S]\nK= '3' \n"},
-        {"[S]\nK=1", "", "[S]\nK="},
-        {"[T]\n[S]\n[s]\nK=2\n", "3", "[T]\n[S]\nK=3\n[s]\nK=2\n"},
-        {"\r[S]\r", "1", "\r[S]\rK=1\n"},
-        {"\xFF\0[\n=\x1A"s, "1", "\xFF\0[\n=\x1A\n[S]\nK=1\n"s},
-    };
+    const std::string rows[][3] = {{"", "1", "[S]\nK=1\n"},
+                                   {"\xEF\xBB\xBF", "1", "\xEF\xBB\xBF[S]\nK=1\n"},
+                                   {"; c", "1", "; c\n[S]\nK=1\n"},
+                                   {"x\r\n[T]\nK=0", "1", "x\r\n[T]\nK=0\r\n[S]\r\nK=1\r\n"},
+                                   {"[S]\r\nL=2\r\n ; c\r\n\r\n \t\r\n[T]\r\n", " 3",
+                                    "[S]\r\nL=2\r\n ; c\r\nK= 3\r\n\r\n \t\r\n[T]\r\n"},
+                                   {"[S]\n k =1\t\r\nK=2\n", "3", "[S]\n k =3\r\nK=2\n"},
+                                   {"[S]\nK= '3' \n", " 3", "[S]\nK= '3' \n"},
+                                   {"[S]\nK=1", "", "[S]\nK="},
+                                   {"[T]\n[S]\n[s]\nK=2\n", "3", "[T]\n[S]\nK=3\n[s]\nK=2\n"},
+                                   {"\r[S]\r", "1", "\r[S]\rK=1\n"},
+                                   {"\xFF\0[\n=\x1A"s, "1", "\xFF\0[\n=\x1A\n[S]\nK=1\n"s}};
     for (const auto& row : rows) {
         ProfileText text(row[0]);
         text.setValue(" S", "K\t", row[1]);
@@ -81,45 +76,34 @@ TEST(ProfileText, RefusesWhatTheFormatCannotHold) {
 // Whatever a file holds, a written value is read back and no other value moves.
 TEST(ProfileText, KeepsEveryOtherValueOfAnyText) {
     const std::string alphabet = "[[]==;\"' \t\r\n\n\n\nabab\0"s;
+    const std::pair<const char*, const char*> others[] = {
+        {"a", "a"}, {"a", "ab"}, {"b", "b"}, {"b", "a"}, {"ab", "b"}, {"\"a", "b"}, {"a", "\"b"}};
     std::mt19937 random(1);
     for (int round = 0; round < 5'000; ++round) {
         std::string before(random() % 60, ' ');
-        std::generate(before.begin(), before.end(),
-                      [&] { return alphabet[random() % alphabet.size()]; });
+        std::ranges::generate(before, [&] { return alphabet[random() % alphabet.size()]; });
         const ProfileText old(before);
         ProfileText text(before);
         text.setValue("a", "b", "x 1");
-        ASSERT_EQ(text.value("a", "b"), "x 1") << testing::PrintToString(before);
-        for (const auto& [section, key] : {std::pair("a", "a"),
-                                           {"a", "ab"},
-                                           {"b", "b"},
-                                           {"b", "a"},
-                                           {"ab", "b"},
-                                           {"\"a", "b"},
-                                           {"a", "\"b"}}) {
-            ASSERT_EQ(text.value(section, key), old.value(section, key))
-                << testing::PrintToString(before);
+        ASSERT_EQ(text.value("a", "b"), "x 1") << before;
+        for (const auto& [section, key] : others) {
+            ASSERT_EQ(text.value(section, key), old.value(section, key)) << before;
         }
     }
 }
 
 TEST(ThroughBuffer, CutsAndTrimsLikeTheProfileCall) {
-    const auto expectSeen = [](SettingBuffer buffer,
-                               const std::map<std::string, std::string>& rows) {
-        for (const auto& [value, seen] : rows) {
-            EXPECT_EQ(throughBuffer(value, buffer), seen) << value << buffer.length;
-        }
-    };
-    expectSeen({3, 3}, {{"", ""}, {" 1", "1"}, {"123", "12"}, {"1 3", "1 "}, {"宋体字", "宋体"}});
-    expectSeen({9, 10}, {{"123456789", "12345678"},
-                         {"1234567 9", "1234567 "},
-                         {"12345678 ", "1234567"},
-                         {"a\0b"s, "a\0b"s}});
-    expectSeen({9, 4}, {{"12345", "123"}, {"\t1", "\t1"}, {"    ", ""}});
-    expectSeen({3, 9},
-               {{"宋体字", "宋体"}, {"宋\xE5\xAE", "宋\xE5"}, {"\xFF\x80\xC3", "\xFF\x80"}});
-    expectSeen({9, 0}, {{"1", ""}});
-    expectSeen({-1, 9}, {{"1", ""}});
+    const std::tuple<SettingBuffer, std::string, std::string> rows[] = {
+        // buffer, value, what is seen of it
+        {{9, 10}, "123456789", "12345678"},   {{3, 3}, "123", "12"},      {{3, 3}, "", ""},
+        {{9, 10}, "1234567 9", "1234567 "},   {{3, 3}, "1 3", "1 "},      {{3, 3}, " 1", "1"},
+        {{9, 10}, "12345678 ", "1234567"},    {{9, 4}, "12345", "123"},   {{9, 0}, "1", ""},
+        {{3, 9}, "宋\xE5\xAE", "宋\xE5"},     {{9, 4}, "\t1", "\t1"},     {{-1, 9}, "1", ""},
+        {{3, 9}, "\xFF\x80\xC3", "\xFF\x80"}, {{3, 3}, "宋体字", "宋体"}, {{9, 4}, "    ", ""},
+        {{9, 10}, "a\0b"s, "a\0b"s},          {{3, 9}, "宋体字", "宋体"}};
+    for (const auto& [buffer, value, seen] : rows) {
+        EXPECT_EQ(throughBuffer(value, buffer), seen) << value << buffer.length;
+    }
 }
 
 }  // namespace

@@ -2,27 +2,21 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <array>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "app/mdimoduMain.h"
-#include "app/modShowErr.h"
-#include "app/modSoftFace.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
-#include "image/modIicDat.h"
-#include "support/TempFolder.h"
+#include "support/ProgramFolder.h"
 
 namespace k520::test {
 
 /// The channel modules as a start leaves them: an image of 8 KiB, English, eight columns with four
 /// parameters, colours, and an empty grid. There is no settings file.
-class ChannelFixture : public ::testing::Test {
+class ChannelFixture : public ProgramFolder {
   protected:
     using Bytes = std::vector<int>;
     using Labels = std::vector<std::string>;
@@ -31,14 +25,10 @@ class ChannelFixture : public ::testing::Test {
     static constexpr const char* blank = "|||||||";
 
     void SetUp() override {
-        mdimoduMain::state() = {};
-        modShowErr::state() = {};
         modModel::state() = {};
         modChMem::state() = {};
-        mdimoduMain::state().programFolder = folder.path();
         mdimoduMain::state().DefColor = "#FFFFFF";
         mdimoduMain::state().OverColor = "255";
-        modSoftFace::FillSoftFace(mdimoduMain::state().Language);
         modIicDat::sizeArrays(0x1FFF);
         modChMem::initChannelForm();
         defineColumns();
@@ -88,8 +78,6 @@ class ChannelFixture : public ::testing::Test {
         }
         return texts;
     }
-
-    TempFolder folder;
 };
 
 }  // namespace k520::test

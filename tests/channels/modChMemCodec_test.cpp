@@ -29,9 +29,9 @@ class Codec : public test::ChannelFixture {
             put(base + 4, {0xFF, 0xFF, 0xFF, 0xFF});
         }
         for (const int tone : {base + 8, base + 10}) {
-            const Bytes words{0xFFFF, pick(600, 2650), 0x2800 + pick(0, 511),
-                              0xA800 + pick(0, 511)};
-            const int word = words[static_cast<std::size_t>(pick(0, 3))];
+            const int dcs = 0x2800 + pick(0, 511);
+            const int word =
+                std::array{0xFFFF, pick(600, 2650), dcs, dcs | 0x8000}.at(random() % 4);
             put(tone, {word & 0xFF, word >> 8});
         }
         put(base + 12, {image()(base + 12) & ~(pick(0, 1) == 0 ? 0x08 : 0x10)});
@@ -44,8 +44,8 @@ TEST_F(Codec, RoundTripsOverRandomImages) {
     for (int round = 0; round < 100; ++round) {
         const bool valid = round % 2 == 0;
         std::ranges::generate(image().bytes(), [&] { return static_cast<std::uint8_t>(random()); });
-        for (int n = 1; valid && n <= 16; ++n) {
-            makeValid(0x10 * n);
+        for (int base = 0x10; valid && base <= 0x100; base += 0x10) {
+            makeValid(base);
         }
         const MemoryImage before = image();
         ChInfoSaveSol(1);
@@ -71,9 +71,8 @@ TEST_F(Codec, OneRecordByteForByte) {
     EXPECT_EQ(c.decodeTone + c.encodeTone, "67.0D023I");
     c.txFre() = 14501250;
     c.field(5) = 0;
-    c.field(6) = 1;
+    c.field(6) = c.field(8) = 1;
     c.field(7) = 2;  // no value of a single bit
-    c.field(8) = 1;
     channel(16).field(7) = 0;
     ChInfoSaveSol(0);
     EXPECT_EQ(get(image(), 0x34, 10),

@@ -10,9 +10,6 @@ namespace {
 
 class Grid : public test::ChannelFixture {
   protected:
-    void settings(const std::string& keys) const {
-        static_cast<void>(folder.write(mdimoduMain::settingsFileName, "[ChInfo]\n" + keys));
-    }
     static void setChannel(int number, std::int32_t rx, std::int32_t tx) {
         channel(number).rxFre() = rx;
         channel(number).txFre() = tx;
@@ -23,7 +20,7 @@ class Grid : public test::ChannelFixture {
 
 TEST_F(Grid, TheDefinitionIsTheLanguages) {
     settings(
-        "1001=71\n3001=73\n3000=102\n3002=2\n3003=No|Rx|Tx|more\n3102=1500\n"
+        "[ChInfo]\n1001=71\n3001=73\n3000=102\n3002=2\n3003=No|Rx|Tx|more\n3102=1500\n"
         "3200=RxFre\n3201=a\n3202=3\n3203=on\n3204=off\n3205=*EndOfThisItem*\n3206=x\n");
     for (const std::int16_t language : std::array<std::int16_t, 4>{1, 2, 7, 3}) {
         mdimoduMain::state().Language = language;
@@ -39,20 +36,12 @@ TEST_F(Grid, TheDefinitionIsTheLanguages) {
     EXPECT_EQ(columnOf(1).defaultValue(), 3);
 }
 
-TEST_F(Grid, WithoutASettingsFileTheDefaultsHold) {
-    ReadChInfo();
-    SetChGrid();
-    setChannel(1, 44000000, -1);
-    ShowChTblGrid();
-    EXPECT_EQ(row(0) + row(1), "0|0|0|0|0|0|0|0|0440||67.0||0|0|0|0|0");
-    EXPECT_EQ(grid().rows() + grid().columnWidth(9), 17 + 1000);
-}
-
 TEST_F(Grid, HostileDefinitionsAreReportedAndLeaveAGrid) {
     const std::string read = "modChMem->ReadChInfo ";
     const std::string set = "modChMem->SetChGrid ";
     const std::tuple<const char*, int, int, Labels> cases[] = {
         {"3000=abc\n3001=99999\n3103=x\n", 17, 10, {read + "13", read + "6", read + "13"}},
+        {"", 17, 10, {}},
         {"3000=-1\n3002=0\n", 1, 10, {}},
         {"3000=300\n", 261, 10, {set + "9"}},
         {"3002=60\n", 17, 61, {read + "9", set + "9"}},
@@ -60,12 +49,13 @@ TEST_F(Grid, HostileDefinitionsAreReportedAndLeaveAGrid) {
     for (const auto& [changes, rows, columns, log] : cases) {
         SCOPED_TRACE(changes);
         state() = {};
-        settings(changes);
+        settings(std::string("[ChInfo]\n") + changes);
         ReadChInfo();
         SetChGrid();
-        EXPECT_EQ(grid().rows(), rows);
-        EXPECT_EQ(grid().columns(), columns);
+        EXPECT_EQ(std::pair(grid().rows(), grid().columns()), std::pair(rows, columns));
+        EXPECT_EQ(row(0).substr(0, 5), "0|0|0");
         EXPECT_EQ(failures(), log);
+        EXPECT_EQ(grid().columnWidth(9), columns == 201 ? 0 : 1000);
     }
 }
 

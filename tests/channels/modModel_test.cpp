@@ -4,21 +4,15 @@
 
 #include <gtest/gtest.h>
 
-#include "app/Dialogs.h"
 #include "channels/ChannelFixture.h"
+#include "support/ScriptedDialogs.h"
 
 namespace k520::modModel {
 namespace {
 
 /// Answers the range dialog with 140 to 141 MHz, or cancels it.
-class RangeDialog : public Dialogs {
+class RangeDialog : public test::ScriptedDialogs {
   public:
-    RangeDialog() { setDialogs(this); }
-    ~RangeDialog() override { setDialogs(nullptr); }
-    bool ask(const std::string&, const std::string&) override { return false; }
-    void tell(BoxIcon, const std::string&, const std::string&) override {}
-    std::string openFile(const FileChoice&) override { return {}; }
-    std::string saveFile(const FileChoice&) override { return {}; }
     void customRange() override {
         ++shown;
         EXPECT_EQ(!cancel && acceptCustomRange("140", "141"), !cancel);
@@ -48,8 +42,7 @@ TEST_F(Model, EveryBandIsWrittenAndFoundAgain) {
     expectBand(5, 40000000, 47000000, 0x40004700);
     for (int index = 0; index < 11; ++index) {
         const std::string name(bands()[static_cast<std::size_t>(index)].name);  // "136 - 174 MHz"
-        const std::string low = name.substr(0, 3);
-        const std::string high = name.substr(6, 3);
+        const std::string low = name.substr(0, 3), high = name.substr(6, 3);
         const auto bytes = std::stoul(low + "0" + high + "0", nullptr, 16);
         for (const bool fromImage : {false, true}) {
             state() = {};
@@ -64,10 +57,9 @@ TEST_F(Model, EveryBandIsWrittenAndFoundAgain) {
 }
 
 TEST_F(Model, OtherLimitsInTheImageAreNotKept) {
-    for (const Bytes& bytes : {Bytes{0x13, 0x70, 0x17, 0x30}, Bytes{0x17, 0x40, 0x13, 0x60},
-                               Bytes{0, 0, 0, 0}, Bytes{0x0D, 0x60, 0x17, 0x40}}) {
+    for (const int low : {0x1370, 0x1750, 0, 0x0D60}) {
         selectBand(3);
-        put(0x37A, bytes);
+        put(0x37A, {low >> 8, low & 0xFF, 0x17, 0x40});
         const auto before = stored();
         selectBandFromImage();
         expectBand(11, 12000000, 52000000, before);

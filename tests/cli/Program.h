@@ -4,14 +4,12 @@
 
 #include <fcntl.h>
 #include <signal.h>
-#include <spawn.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdio>
-#include <stdexcept>
+#include <functional>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -45,34 +43,41 @@ class Program {
             pointers.push_back(word.data());
         }
         pointers.push_back(nullptr);
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        const auto out = file(name + ".out");
-        const auto err = file(name + ".err");
-        posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-        posix_spawn_file_actions_addopen(&actions, 1, out.c_str(), O_CREAT | O_TRUNC | O_WRONLY,
-                                         0600);
-        posix_spawn_file_actions_addopen(&actions, 2, err.c_str(), O_CREAT | O_TRUNC | O_WRONLY,
-                                         0600);
-        pid_t child = 0;
-        const int error =
-            posix_spawn(&child, K520_CLI, &actions, nullptr, pointers.data(), environ);
-        posix_spawn_file_actions_destroy(&actions);
-        if (error != 0) {
-            throw std::runtime_error("the program cannot be started");
+        std::fflush(nullptr);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const bool ready = std::freopen("/dev/null", "r", stdin) != nullptr &&
+                               std::freopen(file(name + ".out").c_str(), "w", stdout) != nullptr &&
+                               std::freopen(file(name + ".err").c_str(), "w", stderr) != nullptr;
+            ::_exit(ready ? ::execv(K520_CLI, pointers.data()) : 127);
         }
         return child;
     }
 
-    Outcome finish(pid_t child, const std::string& name) const {
+    /// Waits for the end of a started program; `meanwhile` is called until then.
+    Outcome finish(pid_t child, const std::string& name,
+                   const std::function<void()>& meanwhile = {}) const {
         int status = 0;
-        waitpid(child, &status, 0);
+        while (::waitpid(child, &status, meanwhile ? WNOHANG : 0) == 0) {
+            meanwhile();
+        }
         return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status),
                 folder.read(name + ".out"), folder.read(name + ".err")};
     }
 
     Outcome operator()(const std::vector<std::string>& words) const {
         return finish(start(words, "run"), "run");
+    }
+    /// A command line of words between blanks; "@name" is a file of the folder.
+    Outcome operator()(const std::string& line) const { return (*this)(wordsOf(line)); }
+
+    [[nodiscard]] std::vector<std::string> wordsOf(const std::string& line) const {
+        std::vector<std::string> words;
+        std::istringstream blankSeparated(line);
+        for (std::string word; std::getline(blankSeparated, word, ' ');) {
+            words.push_back(word.starts_with('@') ? file(word.substr(1)) : word);
+        }
+        return words;
     }
 
     TempFolder folder;

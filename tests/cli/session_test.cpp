@@ -2,14 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fcntl.h>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <chrono>
-#include <cstddef>
 #include <functional>
 #include <memory>
+#include <tuple>
 
 #include "cli/Program.h"
 #include "image/datFile.h"
@@ -24,8 +22,6 @@ using std::chrono::milliseconds;
 using test::Outcome;
 using test::Program;
 using testing::HasSubstr;
-using testing::Not;
-using Words = std::vector<std::string>;
 
 /// Fast enough for the first attempt's time-out, so that nothing fails but by a fault.
 constexpr int fastLine = 230'400;
@@ -34,10 +30,10 @@ constexpr int fastLine = 230'400;
 class Sessions : public testing::Test {
   protected:
     Sessions() {
-        for (const char* key : {"ReadEndAddr", "WriteEndAddr"}) {
-            EXPECT_EQ(run({"config", "set", "Setting", key, "01FF"}).code, 0);
+        for (const char* line : {"config set Setting ReadEndAddr 01FF",
+                                 "config set Setting WriteEndAddr 01FF", "new @a.dat"}) {
+            EXPECT_EQ(run(line).code, 0);
         }
-        EXPECT_EQ(run({"new", file("a.dat")}).code, 0);
         plug();
     }
 
@@ -46,23 +42,21 @@ class Sessions : public testing::Test {
         terminal = std::make_unique<PtyRadio>(radio);
     }
 
-    /// Runs a command and plays the radio until it ends; `meanwhile` gets its process.
-    Outcome with(const Words& words, const std::function<void(pid_t)>& meanwhile = {}) {
+    /// Runs a command at the radio's port and plays the radio until it ends; `meanwhile` gets its
+    /// process.
+    Outcome with(const std::string& line, const std::function<void(pid_t)>& meanwhile = {}) {
+        auto words = run.wordsOf(line);
+        words.insert(words.end(), {"-p", terminal->devicePath()});
         const pid_t child = run.start(words, "session");
-        int status = 0;
-        while (waitpid(child, &status, WNOHANG) == 0) {
+        return run.finish(child, "session", [&] {
             if (meanwhile) {
                 meanwhile(child);
             }
             terminal->step(milliseconds(2));
-        }
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status),
-                run.folder.read("session.out"), run.folder.read("session.err")};
+        });
     }
-    [[nodiscard]] std::string port() const { return terminal->devicePath(); }
-    [[nodiscard]] std::string file(const std::string& name) const { return run.file(name); }
     [[nodiscard]] bool exists(const std::string& name) const {
-        return std::filesystem::exists(file(name));
+        return std::filesystem::exists(run.file(name));
     }
 
     Program run;
@@ -71,27 +65,26 @@ class Sessions : public testing::Test {
 };
 
 TEST_F(Sessions, WhatIsWrittenIsReadAgain) {
-    EXPECT_EQ(run({"set", file("a.dat"), "ch7.rx=433.5", "ch7.encode=D023I"}).code, 0);
+    EXPECT_EQ(run("set @a.dat ch7.rx=433.5 ch7.encode=D023I").code, 0);
     const auto sent = run.folder.read("a.dat");
     // A tone of the radio's channel 5, which is empty in the file, must not come along.
     radio->memory()[0x58] = 0x9E;
     radio->memory()[0x59] = 0x02;
-    const auto outcome =
-        with({"write", "-p", port(), file("a.dat"), "--backup", file("old.dat"), "--verify"});
+    const auto outcome = with("write @a.dat --backup @old.dat --verify");
     EXPECT_EQ(outcome.code, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_EQ(run.folder.read("a.dat"), sent) << "the file stays as it is";
     EXPECT_EQ(radio->memory()[0x73], 0x43);
     EXPECT_EQ(radio->memory()[0x58], 0xFF);
-    EXPECT_THAT(run({"export", file("old.dat")}).out, HasSubstr("5,111.11111,111.11111,67.0"));
+    EXPECT_THAT(run("export @old.dat").out, HasSubstr("5,111.11111,111.11111,67.0"));
     EXPECT_EQ(radio->memory()[0x200], 0x11) << "beyond the write range nothing changes";
-    EXPECT_EQ(with({"verify", "-p", port(), file("a.dat")}).code, 0);
-    EXPECT_EQ(with({"read", "-p", port(), "-o", file("b.dat"), "--verify"}).code, 0);
-    EXPECT_EQ(run({"diff", file("a.dat"), file("b.dat")}).code, 0);
+    EXPECT_EQ(with("verify @a.dat").code, 0);
+    EXPECT_EQ(with("read -o @b.dat --verify").code, 0);
+    EXPECT_EQ(run("diff @a.dat @b.dat").code, 0);
     EXPECT_THAT(radio->complaints(), testing::IsEmpty());
 
     radio->memory()[0x74] ^= 0x01;
-    const auto differs = with({"verify", "-p", port(), file("a.dat")});
+    const auto differs = with("verify @a.dat");
     EXPECT_EQ(differs.code, 1);
     EXPECT_THAT(differs.out, HasSubstr("channel 7"));
 }
@@ -100,9 +93,9 @@ TEST_F(Sessions, AFlippedByteIsFoundByTheSecondPassOnly) {
     // Behind the handshake's two bytes and the header's four comes the first data byte.
     const SimFaults flip{.replyBytes = {{.kind = ByteFaultKind::corrupt, .byte = 30, .value = 1}}};
     plug(flip);
-    EXPECT_EQ(with({"read", "-p", port(), "-o", file("wrong.dat")}).code, 0);
+    EXPECT_EQ(with("read -o @wrong.dat").code, 0);
     plug(flip);
-    const auto verified = with({"read", "-p", port(), "-o", file("right.dat"), "--verify"});
+    const auto verified = with("read -o @right.dat --verify");
     EXPECT_EQ(verified.code, 1);
     EXPECT_THAT(verified.err, HasSubstr("two reads of the radio differ"));
     EXPECT_FALSE(exists("right.dat"));
@@ -110,7 +103,7 @@ TEST_F(Sessions, AFlippedByteIsFoundByTheSecondPassOnly) {
 
 TEST_F(Sessions, FailedAttemptsAreRepeated) {
     plug({.failAttempts = 3});
-    EXPECT_EQ(with({"read", "-p", port(), "-o", file("b.dat"), "--trace", file("t.txt")}).code, 0);
+    EXPECT_EQ(with("read -o @b.dat --trace @t.txt").code, 0);
     const auto trace = run.folder.read("t.txt");
     EXPECT_THAT(trace, HasSubstr("Tx: 50 52 4F 47 \n    52 41 4D \nRx：Communication failed!"));
     EXPECT_THAT(trace, HasSubstr("Rx: 57 00 10 10 \n       11 11 "));
@@ -118,58 +111,43 @@ TEST_F(Sessions, FailedAttemptsAreRepeated) {
 }
 
 TEST_F(Sessions, AReadOfAnOddRangeTakesTheRestFromTheDefaultImage) {
-    EXPECT_EQ(run({"config", "set", "Setting", "ReadEndAddr", "0023"}).code, 0);
-    EXPECT_EQ(with({"read", "-p", port(), "-o", file("b.dat")}).code, 0);
+    EXPECT_EQ(run("config set Setting ReadEndAddr 0023").code, 0);
+    EXPECT_EQ(with("read -o @b.dat").code, 0);
     // Channel 2 has the radio's receive frequency and everything else as it is shipped.
-    EXPECT_THAT(run({"export", file("b.dat")}).out,
-                HasSubstr("2,111.11111,446.01875,,,Narrow,Low,On,Off\n"));
+    EXPECT_THAT(run("export @b.dat").out, HasSubstr("2,111.11111,446.01875,,,Narrow,Low,On,Off\n"));
 }
 
 TEST_F(Sessions, WhatFailsIsToldAndLeavesEveryFile) {
     run.folder.write("old.dat", "old");
-    const auto old = file("old.dat");
-    const auto expectOld = [&] { EXPECT_EQ(run.folder.read("old.dat"), "old"); };
-
-    plug({.silentFrom = 1});
-    const auto silent = with({"write", "-p", port(), file("a.dat"), "--backup", old});
-    EXPECT_EQ(silent.code, 1);
-    EXPECT_THAT(silent.err, HasSubstr("is the radio on"));
-    EXPECT_EQ(radio->counters().writes, 0U) << "without a backup nothing is written";
-    expectOld();
-
-    plug({.goneAfter = 6});
-    const auto gone = with({"read", "-p", port(), "-o", old});
-    EXPECT_EQ(gone.code, 1);
-    EXPECT_THAT(gone.err, HasSubstr("gone away"));
-    expectOld();
-
-    plug({.silentFrom = 9});
-    const auto partly = with({"write", "-p", port(), file("a.dat")});
-    EXPECT_EQ(partly.code, 1);
-    EXPECT_THAT(partly.err, HasSubstr("partly written"));
+    const std::tuple<SimFaults, const char*, const char*> cases[] = {
+        {{.silentFrom = 1}, "write @a.dat --backup @old.dat", "is the radio on"},
+        {{.goneAfter = 6}, "read -o @old.dat", "gone away"},
+        {{.silentFrom = 9}, "write @a.dat", "partly written"}};
+    for (const auto& [faults, line, reason] : cases) {
+        plug(faults);
+        const auto outcome = with(line);
+        EXPECT_EQ(outcome.code, 1) << line;
+        EXPECT_THAT(outcome.err, HasSubstr(reason));
+        EXPECT_EQ(radio->counters().writes, 0U);
+        EXPECT_EQ(run.folder.read("old.dat"), "old");
+    }
 }
 
 TEST_F(Sessions, PortsAreRefusedWithTheReason) {
     run.folder.write("plain", "x");
-    struct Case {
-        std::string port;
-        const char* reason;
-    };
-    for (const auto& c :
-         {Case{file("missing"), "no such device"}, Case{file("plain"), "serial"},
-          Case{run.folder.path().string(), "serial"}, Case{"/dev/null", "serial"}}) {
-        const auto outcome = run({"read", "-p", c.port, "-o", file("b.dat")});
-        EXPECT_EQ(outcome.code, 1) << c.port;
-        EXPECT_THAT(outcome.err, HasSubstr(c.reason)) << c.port;
+    for (const std::string name : {"@missing", "@plain"}) {
+        const auto outcome = run("read -o @b.dat -p " + name);
+        EXPECT_EQ(outcome.code, 1) << name;
+        EXPECT_THAT(outcome.err, HasSubstr(name == "@plain" ? "serial" : "no such device"));
         EXPECT_FALSE(exists("b.dat"));
     }
-    EXPECT_EQ(run.folder.read("plain"), "x") << "not one byte was sent";
+    EXPECT_EQ(run.folder.read("plain"), "x");
 
     bool asked = false;
-    with({"read", "-p", port(), "-o", file("b.dat")}, [&](pid_t) {
+    with("read -o @b.dat", [&](pid_t) {
         if (!asked && radio->counters().exchanges > 2) {
             asked = true;
-            const auto second = run({"read", "-p", port(), "-o", file("c.dat")});
+            const auto second = run("read -o @c.dat -p " + terminal->devicePath());
             EXPECT_EQ(second.code, 1);
             EXPECT_THAT(second.err, HasSubstr("in use"));
         }
@@ -180,45 +158,43 @@ TEST_F(Sessions, PortsAreRefusedWithTheReason) {
 
 TEST_F(Sessions, CtrlCEndsASessionCleanly) {
     bool sent = false;
-    const auto outcome = with({"read", "-p", port(), "-o", file("b.dat")}, [&](pid_t child) {
+    const auto outcome = with("read -o @b.dat", [&](pid_t child) {
         if (!sent && radio->counters().exchanges > 3) {
             sent = true;
             kill(child, SIGINT);
         }
     });
     EXPECT_EQ(outcome.code, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("stopped by Ctrl-C"));
+    EXPECT_THAT(outcome.err, HasSubstr("stopped on request"));
     EXPECT_FALSE(exists("b.dat"));
-    EXPECT_EQ(with({"read", "-p", port(), "-o", file("b.dat")}).code, 0) << "the port is free";
+    EXPECT_EQ(with("read -o @b.dat").code, 0) << "the port is free";
 }
 
 TEST_F(Sessions, SimulateIsARadioForOthers) {
-    const auto link = file("radio");
-    const auto out = file("simulate.out");
     // A FIFO in place of the output file, so that its first line can be waited for.
+    const auto out = run.file("simulate.out");
     ASSERT_EQ(mkfifo(out.c_str(), 0600), 0);
-    const int reader = open(out.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    const pid_t child = run.start({"simulate", "--image", file("a.dat"), "--link", link, "--save",
-                                   file("kept.dat"), "--baud", "230400"},
-                                  "simulate");
-    fcntl(reader, F_SETFL, 0);
+    const pid_t child = run.start(
+        run.wordsOf("simulate --image @a.dat --link @radio --save @kept.dat --baud 230400"),
+        "simulate");
+    const int reader = open(out.c_str(), O_RDONLY | O_CLOEXEC);
     std::string first;
     for (char c = 0; read(reader, &c, 1) == 1 && c != '\n';) {
         first += c;
     }
     close(reader);
     EXPECT_THAT(first, testing::StartsWith("port: /dev/"));
-    EXPECT_EQ(run({"read", "-p", link, "-o", file("b.dat")}).code, 0);
-    EXPECT_EQ(run({"diff", file("a.dat"), file("b.dat")}).code, 0);
-    EXPECT_EQ(run({"set", file("b.dat"), "ch3.tx="}).code, 0);
-    EXPECT_EQ(run({"write", "-p", first.substr(6), file("b.dat"), "--verify"}).code, 0);
+    EXPECT_EQ(run("read -p @radio -o @b.dat").code, 0);
+    EXPECT_EQ(run("diff @a.dat @b.dat").code, 0);
+    EXPECT_EQ(run("set @b.dat ch3.tx=").code, 0);
+    EXPECT_EQ(run("write @b.dat --verify -p " + first.substr(6)).code, 0);
     kill(child, SIGTERM);
     int status = 0;
     waitpid(child, &status, 0);
     EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0);
     EXPECT_THAT(run.folder.read("simulate.err"), HasSubstr("1 writes, 0 violations"));
-    EXPECT_FALSE(std::filesystem::is_symlink(link));
-    EXPECT_EQ(run({"diff", file("b.dat"), file("kept.dat")}).code, 0);
+    EXPECT_FALSE(std::filesystem::is_symlink(run.file("radio")));
+    EXPECT_EQ(run("diff @b.dat @kept.dat").code, 0);
 }
 
 }  // namespace

@@ -4,52 +4,34 @@
 
 #include <gtest/gtest.h>
 
-#include "app/mdimoduMain.h"
-#include "app/modShowErr.h"
+#include <algorithm>
+#include <tuple>
+
 #include "image/stamp.h"
-#include "support/TempFolder.h"
+#include "support/ProgramFolder.h"
 
 namespace k520 {
 namespace {
 
-class Image : public testing::Test {
-  protected:
-    Image() {
-        modIicDat::state() = {};
-        modShowErr::state() = {};
-        mdimoduMain::state() = {};
-        mdimoduMain::state().programFolder = folder.path();
-    }
-    ~Image() override {
-        modIicDat::state() = {};
-        mdimoduMain::state() = {};
-    }
-
-    test::TempFolder folder;
-};
+using Image = test::ProgramFolder;
 
 TEST_F(Image, DefaultImageFillsBothArraysAsFarAsItReaches) {
     modIicDat::sizeArrays(7);
+    modIicDat::InitTempArray();
+    EXPECT_EQ(failure(), "mdifrmMain->InitTempArray 53");
+    EXPECT_EQ(modIicDat::IicDat(), MemoryImage(8));
+    modShowErr::state() = {};
     modIicDat::IicDat()(7) = 0x55;
     folder.write(mdimoduMain::defaultImageFileName, "ABCDEF");
     modIicDat::InitTempArray();
     EXPECT_EQ(modIicDat::IicDat()(5), 'F');
     EXPECT_EQ(modIicDat::IicDatDef()(0), 'A');
-    EXPECT_EQ(modIicDat::IicDat()(7), 0x55) << "beyond the file nothing changes";
-    EXPECT_EQ(modShowErr::state().listShowErr.size(), 0);
-}
-
-TEST_F(Image, MissingDefaultImageIsReportedAndChangesNothing) {
-    modIicDat::sizeArrays(3);
-    modIicDat::InitTempArray();
-    ASSERT_EQ(modShowErr::state().entries.size(), 1U);
-    EXPECT_EQ(modShowErr::state().entries[0].label, "mdifrmMain->InitTempArray");
-    EXPECT_EQ(modShowErr::state().entries[0].number, errNum::fileNotFound);
-    EXPECT_EQ(modIicDat::IicDat(), MemoryImage(4));
+    EXPECT_EQ(modIicDat::IicDat()(7), 0x55);
+    EXPECT_EQ(failure(), "");
 }
 
 TEST_F(Image, SizesAndBounds) {
-    EXPECT_EQ(modIicDat::IicDat().size(), 1U) << "one byte until the settings say more";
+    EXPECT_EQ(modIicDat::IicDat().size(), 1U);
     EXPECT_THROW(modIicDat::sizeArrays(-1), RuntimeError);
     modIicDat::sizeArrays(8191);
     EXPECT_EQ(modIicDat::IicDatDef().size(), modIicDat::state().IicDatSpare.size());
@@ -58,46 +40,36 @@ TEST_F(Image, SizesAndBounds) {
 }
 
 TEST_F(Image, SeparateCharSplitsFromTheLeftAndStopsBehindFourBytes) {
-    struct Case {
-        const char* text;
-        std::array<std::uint8_t, 4> expected;
-        std::int16_t error;
-    };
-    for (const Case& c :
-         {Case{"1A2B", {0x1A, 0x2B, 9, 9}, 0}, Case{"123", {0x12, 0x03, 9, 9}, 0},
-          Case{"", {9, 9, 9, 9}, 0}, Case{"0102030405", {1, 2, 3, 4}, errNum::subscript},
-          Case{"01XY03", {1, 9, 9, 9}, errNum::typeMismatch}}) {
-        SCOPED_TRACE(c.text);
+    const std::tuple<const char*, std::array<std::uint8_t, 4>, const char*> cases[] = {
+        {"1A2B", {0x1A, 0x2B, 9, 9}, ""},
+        {"123", {0x12, 0x03, 9, 9}, ""},
+        {"", {9, 9, 9, 9}, ""},
+        {"0102030405", {1, 2, 3, 4}, "mdifrmMain->SeparateChar 9"},
+        {"01XY03", {1, 9, 9, 9}, "mdifrmMain->SeparateChar 13"}};
+    for (const auto& [text, expected, error] : cases) {
         modShowErr::state() = {};
         modIicDat::state().separated = {9, 9, 9, 9};
-        modIicDat::SeparateChar(c.text);
-        EXPECT_EQ(modIicDat::state().separated, c.expected);
-        const auto& entries = modShowErr::state().entries;
-        EXPECT_EQ(entries.empty() ? 0 : entries[0].number, c.error);
+        modIicDat::SeparateChar(text);
+        EXPECT_EQ(modIicDat::state().separated, expected) << text;
+        EXPECT_EQ(failure(), error) << text;
     }
-    EXPECT_TRUE(modShowErr::state().listShowErr.lines().back().starts_with(
-        "         错误:  mdifrmMain->SeparateChar     出错号:  13"));
 }
 
 TEST_F(Image, StampHasItsOddForm) {
     MemoryImage image(0x400);
     const DateTime when{2026, 11, 21, 13, 5, 9};
     stamp::write(image, when);
-    const std::vector<std::uint8_t> expected{0x26, 0x11, 21, 0x13, 0x05};
-    const auto written = image.bytes().subspan(816, 5);
-    EXPECT_EQ(std::vector<std::uint8_t>(written.begin(), written.end()), expected);
+    const std::array<std::uint8_t, 5> expected{0x26, 0x11, 21, 0x13, 0x05};
+    EXPECT_TRUE(std::ranges::equal(image.bytes().subspan(816, 5), expected));
     EXPECT_EQ(stamp::read(image), (DateTime{2026, 11, 21, 13, 5, 0}));
 
-    struct Case {
-        int address;
-        std::uint8_t value;
-    };
-    for (const Case& bad : {Case{816, 0xFF}, Case{817, 0x13}, Case{817, 0x00}, Case{818, 31},
-                            Case{818, 0}, Case{819, 0x24}, Case{820, 0x60}, Case{820, 0x0A}}) {
-        SCOPED_TRACE(testing::Message() << bad.address << " = " << int{bad.value});
+    const std::pair<int, std::uint8_t> wrong[] = {{816, 0xFF}, {817, 0x13}, {817, 0x00},
+                                                  {818, 31},   {818, 0},    {819, 0x24},
+                                                  {820, 0x60}, {820, 0x0A}};
+    for (const auto& [address, value] : wrong) {
         MemoryImage changed = image;
-        changed(bad.address) = bad.value;
-        EXPECT_FALSE(stamp::read(changed));
+        changed(address) = value;
+        EXPECT_FALSE(stamp::read(changed)) << address << " = " << int{value};
     }
     EXPECT_FALSE(stamp::read(MemoryImage(820)));
 }

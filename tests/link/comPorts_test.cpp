@@ -4,12 +4,9 @@
 
 #include <gmock/gmock.h>
 
-#include "app/mdimoduMain.h"
-#include "app/modShowErr.h"
-#include "link/modCommun.h"
 #include "link/virtualPort.h"
+#include "support/ProgramFolder.h"
 #include "support/Raised.h"
-#include "support/TempFolder.h"
 
 namespace k520::comPorts {
 namespace {
@@ -17,15 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 using testing::HasSubstr;
 
-class Ports : public testing::Test {
-  protected:
-    Ports() { mdimoduMain::state().programFolder = folder.path(); }
-    ~Ports() override {
-        modCommun::state() = {};
-        mdimoduMain::state() = {};
-    }
-    test::TempFolder folder;
-};
+using Ports = test::ProgramFolder;
 
 TEST_F(Ports, DevicesFollowThePlatformUnlessTheSettingsNameOne) {
     const std::pair<std::int16_t, const char*> devices[] = {
@@ -34,7 +23,7 @@ TEST_F(Ports, DevicesFollowThePlatformUnlessTheSettingsNameOne) {
         EXPECT_EQ(platformDevice(Platform::gnuLinux, number), device);
     }
     EXPECT_EQ(platformDevice(Platform::windows, 12), "COM12");
-    folder.write(mdimoduMain::settingsFileName, "[Ports]\ncom2 = virtual\nCOM3=/gone/x y\n");
+    settings("[Ports]\ncom2 = virtual\nCOM3=/gone/x y\n");
     EXPECT_EQ(describe(2).description, "simulated radio");
     EXPECT_TRUE(describe(2).usable);
     EXPECT_EQ(describe(3).device, "/gone/x y");
@@ -45,7 +34,6 @@ TEST_F(Ports, DevicesFollowThePlatformUnlessTheSettingsNameOne) {
 }
 
 TEST_F(Ports, HighestUsablePortIsChosenAndStored) {
-    modShowErr::state() = {};
     std::string usable;
     const auto radio = std::make_shared<SimRadio>();
     modCommun::state().portMaker = [&](std::int16_t number) -> std::unique_ptr<SerialPort> {
@@ -64,7 +52,7 @@ TEST_F(Ports, HighestUsablePortIsChosenAndStored) {
     EXPECT_THAT(folder.read(mdimoduMain::settingsFileName), HasSubstr("COM= 3\n"));
     EXPECT_EQ(state().probeTable(3), 1);
     EXPECT_EQ(state().probeTable(16), -1);
-    EXPECT_TRUE(modShowErr::state().entries.empty());
+    EXPECT_EQ(failure(), "");
 }
 
 TEST_F(Ports, NamesOfUsbDevicesComeFromTheSystemsTree) {

@@ -5,11 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <numeric>
+#include <tuple>
 
 #include "app/Clock.h"
-#include "app/modShowErr.h"
-#include "app/modSoftFace.h"
-#include "image/modIicDat.h"
+#include "support/ProgramFolder.h"
 #include "support/SimulatedClock.h"
 
 namespace k520::modCommun {
@@ -22,7 +21,7 @@ using Bytes = std::vector<std::uint8_t>;
 class FakePort : public SerialPort {
   public:
     void open() override {}
-    [[nodiscard]] bool isOpen() const override { return true; }
+    bool isOpen() const override { return true; }
     void close() override { call("close"); }
     void emptyInput() override { call("emptyInput"); }
     void emptyOutput() override { call("emptyOutput"); }
@@ -32,16 +31,10 @@ class FakePort : public SerialPort {
         arriving = written.size() > replies.size() ? Bytes{} : replies[written.size() - 1];
         arrival = theClock().now() + replyTime;
     }
-    [[nodiscard]] std::size_t waiting() override {
-        return theClock().now() >= arrival ? arriving.size() : 0;
-    }
-    [[nodiscard]] Bytes readAll() override {
-        call("readAll");
-        return arriving;
-    }
+    std::size_t waiting() override { return theClock().now() >= arrival ? arriving.size() : 0; }
+    Bytes readAll() override { return call("readAll"), arriving; }
 
-    std::vector<Bytes> replies;
-    std::vector<Bytes> written;
+    std::vector<Bytes> replies, written;
     milliseconds replyTime{0};
     std::string failsAt;
 
@@ -55,15 +48,8 @@ class FakePort : public SerialPort {
     Clock::Microseconds arrival{0};
 };
 
-class Commun : public testing::Test {
+class Commun : public test::ProgramFolder {
   protected:
-    Commun() {
-        std::int16_t english = 3;
-        modSoftFace::FillSoftFace(english);
-        modIicDat::state() = {};
-    }
-    ~Commun() override { state() = {}; }
-
     /// A fresh link with an open port.
     FakePort& start() {
         state() = {};
@@ -77,10 +63,9 @@ class Commun : public testing::Test {
     static std::string run(const std::string& script) {
         ConvComCode(script);
         ProtocolCom();
-        return (state().failureFlag == flagTrue ? "failed " : "") + errors();
+        return errors(state().failureFlag == flagTrue ? "failed " : "");
     }
-    static std::string errors() {
-        std::string text;
+    static std::string errors(std::string text = "") {
         for (const auto& entry : modShowErr::state().entries) {
             text += entry.label.substr(11) + std::to_string(entry.number) + ' ';
         }
@@ -94,15 +79,10 @@ class Commun : public testing::Test {
 };
 
 TEST_F(Commun, RunsScripts) {
-    struct Case {
-        std::string script;
-        std::vector<Bytes> replies;
-        std::vector<Bytes> written;
-        std::string result;
-    };
-    const Bytes program{0x50, 0x52, 0x4F, 0x47, 0x52, 0x41, 0x4D};
-    const Case cases[] = {
-        {"TX50524F4752414DRX06TX06RX06EN", {{6}, {6}}, {program, {6}}, ""},
+    using Frames = std::vector<Bytes>;
+    // A script, the replies, what is written, and what it comes to.
+    const std::tuple<std::string, Frames, Frames, std::string> cases[] = {
+        {"TX5052RX06TX06RX06EN", {{6}, {6}}, {{0x50, 0x52}, {6}}, ""},
         {"TX06RX06TX07RX06TX08EN", {{6}, {7}}, {{6}, {7}}, "failed "},
         {"TX06RX06TX07EN", {}, {{6}}, "failed "},
         {"TX06RX0607EN", {{6}}, {{6}}, "failed "},
@@ -120,14 +100,12 @@ TEST_F(Commun, RunsScripts) {
         {"TX06RX" + times(101, "VA") + "EN", {Bytes(101)}, {{6}}, "failed RxComDat9 "},
         {"TX06RX" + times(102, "00") + "EN", {}, {}, "failed ProtocolCom9 "},
         {times(50, "RF000000"), {}, {}, "failed ProtocolCom9 "},
-        {"TX06EN" + times(198, "EN"), {}, {{6}}, "failed ConvComCode9 "},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.script);
+        {"TX06EN" + times(198, "EN"), {}, {{6}}, "failed ConvComCode9 "}};
+    for (const auto& [script, replies, written, result] : cases) {
         FakePort& port = start();
-        port.replies = c.replies;
-        EXPECT_EQ(run(c.script), c.result);
-        EXPECT_EQ(port.written, c.written);
+        port.replies = replies;
+        EXPECT_EQ(run(script), result) << script;
+        EXPECT_EQ(port.written, written) << script;
     }
 }
 

@@ -4,7 +4,6 @@
 
 #include <gmock/gmock.h>
 
-#include "app/Dialogs.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
@@ -13,6 +12,8 @@
 #include "link/modCommun.h"
 #include "link/virtualPort.h"
 #include "memview/modMemDat.h"
+#include "settings/modSysSet.h"
+#include "support/ScriptedDialogs.h"
 #include "support/SimulatedClock.h"
 #include "support/TempFolder.h"
 
@@ -20,39 +21,37 @@ namespace k520::modSession {
 namespace {
 
 using modIicDat::IicDat;
-using testing::Contains;
+using testing::HasSubstr;
 using testing::Not;
-using Texts = std::vector<std::string>;
+using Texts = test::ScriptedDialogs::Texts;
 
-/// Keeps the status texts, and the other calls as letters.
+/// Keeps every call in order, "|" behind each: the status texts as they are, percents behind a "p",
+/// the others as letters.
 struct RecordingView : NullView {
-    void setStatus(const std::string& text) override { statuses.push_back(text); }
-    void enableStart(Direction /*direction*/, bool on) override { calls += on ? 'S' : 's'; }
-    void setBusy(bool on) override { calls += on ? 'B' : 'b'; }
-    void setBlinking(bool on) override { calls += on ? 'L' : 'l'; }
-    void resetStopBox() override { calls += 'r'; }
-    void enableStopBox() override { calls += 'e'; }
-    bool stopTicked() override { return wantsStop && calls.ends_with('e'); }
+    void setStatus(const std::string& text) override {
+        ++statuses;
+        note(text);
+    }
+    void setPercentText(const std::string& text) override { note("%" + text); }
+    void setProgress(std::int16_t percent) override { note("p" + std::to_string(percent)); }
+    void enableStart(Direction direction, bool on) override {
+        note(std::string(on ? "S" : "s") + (direction == Direction::read ? "r" : "w"));
+    }
+    void setBusy(bool on) override { note(on ? "B" : "b"); }
+    void setBlinking(bool on) override { note(on ? "L" : "l"); }
+    void resetStopBox() override { note("r"); }
+    void enableStopBox() override { note("e"); }
+    bool stopTicked() override { return alwaysTicked || (wantsStop && log.ends_with("e|")); }
     bool showMemDatTicked() override { return gridTicked; }
-    bool abandoned() override { return statuses.size() > abandonedAfter; }
+    bool abandoned() override { return statuses > abandonedAfter; }
+    void note(const std::string& what) { log += what + "|"; }
 
-    Texts statuses;
-    std::string calls;
+    std::string log;
+    bool alwaysTicked = false;
     bool wantsStop = false;
     bool gridTicked = false;
-    std::size_t abandonedAfter = 10'000;
-};
-
-struct CountingBoxes : Dialogs {
-    bool ask(const std::string&, const std::string&) override { return false; }
-    void tell(BoxIcon, const std::string& title, const std::string& text) override {
-        told += title + ": " + text;
-    }
-    std::string openFile(const FileChoice&) override { return {}; }
-    std::string saveFile(const FileChoice&) override { return {}; }
-    void customRange() override {}
-
-    std::string told;
+    int statuses = 0;
+    int abandonedAfter = 10'000;
 };
 
 class Session : public testing::Test {
@@ -65,13 +64,13 @@ class Session : public testing::Test {
         modIicDat::state() = {};
         modIicDat::sizeArrays(8191);
         modChMem::state() = {};
+        modSysSet::state() = {};
+        modMemDat::state() = {};
         modChMem::SetChGrid();
         modMemDat::SetGridMemDat();
         modMemDat::TableFreDat();
-        setDialogs(&boxes);
     }
     ~Session() override {
-        setDialogs(nullptr);
         modCommun::state() = {};
         modChMem::state() = {};
         mdimoduMain::state() = {};
@@ -95,7 +94,7 @@ class Session : public testing::Test {
 
     test::TempFolder folder;
     test::SimulatedClock clock;
-    CountingBoxes boxes;
+    test::ScriptedDialogs dialogs;
     RecordingView view;
     std::shared_ptr<SimRadio> radio;
 };
@@ -129,16 +128,21 @@ TEST_F(Session, ShowsItsProgressInOrder) {
     modIicDat::state().readRange = modIicDat::state().writeRange = {0x330, 0x34F};
     view.gridTicked = true;
     cmdRead_Click(view);
-    EXPECT_EQ(view.statuses, (Texts{"Reading Now......", " 3 %", " 50 %", " 97 %", " 100 %",
-                                    "Read Successful", ""}));
-    EXPECT_EQ(view.calls, "rLsBbrlSr");
+    EXPECT_EQ(view.log,
+              "r|L|sr|B|Reading Now......|p3| 3 %|p50| 50 %|p97| 97 %|p100| 100 %|b|r|l|"
+              "Read Successful|p100|p0||%|Sr|r|");
     const auto& cell = modMemDat::state().vsfgGridMemDat.text(0x34, 1);
-    EXPECT_EQ(cell, hexText(radio->memory()[0x330], 2));
-    view = {};
-    view.gridTicked = true;
-    cmdWrite_Click(view);
-    EXPECT_EQ(view.statuses, (Texts{"", " 3 %", " 50 %", " 97 %", " 100 %", "Successful", ""}));
-    EXPECT_EQ(cell, "26");
+    const auto asRead = hexText(radio->memory()[0x330], 2);
+    EXPECT_EQ(cell, asRead);
+    for (const bool ticked : {false, true}) {
+        view = {};
+        view.gridTicked = ticked;
+        cmdWrite_Click(view);
+        EXPECT_EQ(view.log,
+                  "r|L|sw|B||p3| 3 %|p50| 50 %|p97| 97 %|p100| 100 %|b|r|l|"
+                  "Successful|p100|p0||%|Sw|r|");
+        EXPECT_EQ(cell, ticked ? "26" : asRead);
+    }
     EXPECT_EQ(displays, 1);
 }
 
@@ -147,21 +151,26 @@ TEST_F(Session, SilenceEndsAfterTwentyAttempts) {
     const Result result = cmdRead_Click(view);
     EXPECT_EQ(result.outcome, Outcome::failed);
     EXPECT_EQ(result.failedAttempts, 20);
-    EXPECT_EQ(boxes.told, "Notice: " + modSoftFace::text(79));
+    EXPECT_EQ(dialogs.take(), Texts{"exclamation|Notice|" + modSoftFace::text(79)});
     EXPECT_EQ(std::ranges::count(modCommun::state().listRtData.lines(), modSoftFace::text(175)),
               20);
-    EXPECT_THAT(view.statuses, Contains(" 9 Reading Now......"));
-    EXPECT_THAT(view.statuses, Not(Contains(" 8 Reading Now......")));
-    EXPECT_THAT(view.statuses, Contains("Read Failed"));
+    EXPECT_THAT(view.log, HasSubstr("| 9 Reading Now......|"));
+    EXPECT_THAT(view.log, Not(HasSubstr(" 8 Reading")));
+    EXPECT_TRUE(view.log.ends_with("|b|r|l|Read Failed|p0||%|Sr|r|"));
     EXPECT_EQ(IicDat(), MemoryImage(8192));
 }
 
 TEST_F(Session, StopsWhenAsked) {
-    plug({.silentFrom = 10});
-    view.wantsStop = true;
-    const Result stopped = cmdRead_Click(view);
-    EXPECT_EQ(stopped.outcome, Outcome::stopped);
-    EXPECT_EQ(stopped.failedAttempts, 6);
+    // A box that stands ticked from the start cuts the waits short, and ends nothing earlier.
+    for (const bool fromTheStart : {false, true}) {
+        plug({.silentFrom = 1});
+        view.wantsStop = !fromTheStart;
+        view.alwaysTicked = fromTheStart;
+        const Result stopped = cmdRead_Click(view);
+        EXPECT_EQ(stopped.outcome, Outcome::stopped);
+        EXPECT_EQ(stopped.failedAttempts, 6);
+        EXPECT_EQ(stopped.duration < std::chrono::milliseconds(60), fromTheStart);
+    }
 
     plug();
     view = {};
@@ -205,8 +214,19 @@ TEST_F(Session, ErrorsEndItWithEverythingReset) {
         EXPECT_EQ(cmdRead_Click(view).outcome, outcome);
         EXPECT_EQ(modShowErr::state().entries.back().label, label);
         EXPECT_FALSE(modCommun::state().comCommun);
-        EXPECT_TRUE(view.calls.ends_with(outcome == Outcome::portFailed ? "rL" : "brlSr"));
+        EXPECT_EQ(dialogs.take().size(), label == "modCommun->ProtocolCom" ? 1U : 0U);
+        EXPECT_TRUE(view.log.ends_with(
+            outcome == Outcome::portFailed ? "r|L|" : "|b|r|l|Read Failed|p0||%|Sr|r|"));
     }
+}
+
+TEST_F(Session, WaitsAreAsLongAsAskedAndNoneForZero) {
+    const auto start = clock.now();
+    modCommun::DelayNms(0);
+    modCommun::DelayNms(-5);
+    modCommun::DelayNms(7);
+    EXPECT_EQ(clock.now() - start, std::chrono::milliseconds(7));
+    EXPECT_EQ(clock.waits, 1);
 }
 
 TEST_F(Session, SecondStartDoesNothing) {

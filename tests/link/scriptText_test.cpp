@@ -2,24 +2,18 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/scriptText.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "link/simRadio.h"
 #include "support/Raised.h"
 
 namespace k520::scriptText {
 namespace {
 
 TEST(ScriptText, AddressHasTheFormThatTheRadioExpects) {
-    const std::pair<int, const char*> known[] = {
-        {0, "0000"}, {0x3F0, "03F0"}, {0x400, "1000"}, {0x810, "2010"}, {0x1FF0, "73F0"}};
-    for (const auto& [address, text] : known) {
-        EXPECT_EQ(addressText(address), text);
-    }
     for (int address = 0; address <= highestAddress; ++address) {
-        const std::string text = addressText(address);
-        ASSERT_EQ(decodeAddress(byteOfToken(text.substr(0, 2)), byteOfToken(text.substr(2))),
-                  address);
+        ASSERT_EQ(addressText(address),
+                  fmt::format("{:X}{:X}{:02X}", address / 1024, address / 256 % 4, address % 256));
     }
     for (const int outside : {-1, -32768, 16384, 32767}) {
         EXPECT_EQ(test::raised([&] { return addressText(outside); }), errNum::invalidCall);

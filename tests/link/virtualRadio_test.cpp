@@ -3,34 +3,22 @@
 #include "link/virtualRadio.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
 
-#include "app/RuntimeError.h"
-#include "app/mdimoduMain.h"
+#include "support/ProgramFolder.h"
 #include "support/Raised.h"
 #include "support/SimulatedClock.h"
-#include "support/TempFolder.h"
 
 namespace k520 {
 namespace {
 
-namespace fs = std::filesystem;
-
-/// The port "virtual" in a program folder of its own.
-class VirtualRadio : public testing::Test {
+/// The port "virtual".
+class VirtualRadio : public test::ProgramFolder {
   protected:
-    VirtualRadio() { mdimoduMain::state().programFolder = folder.path(); }
-    ~VirtualRadio() override {
-        mdimoduMain::state() = {};
-        virtualRadio::state() = {};
-    }
-
+    ~VirtualRadio() override { virtualRadio::state() = {}; }
     static std::span<std::uint8_t> memory() { return virtualRadio::state().radio->memory(); }
 
-    test::TempFolder folder;
     test::SimulatedClock clock;
     std::unique_ptr<SerialPort> port = virtualRadio::makePort();
 };
@@ -63,14 +51,15 @@ TEST_F(VirtualRadio, KeepsItsMemoryBetweenSessionsAndOnlyWhenItChanged) {
 }
 
 TEST_F(VirtualRadio, SaysWhenItsMemoryCannotBeReadOrKept) {
-    fs::create_directory(folder / virtualRadio::fileName);
-    EXPECT_EQ(test::raised([&] { return port->open(), 0; }), errNum::pathAccess);
+    std::filesystem::create_directory(folder / virtualRadio::fileName);
+    EXPECT_EQ(test::raised([&] { port->open(); }), errNum::pathAccess);
     EXPECT_FALSE(port->isOpen());
-    fs::remove(folder / virtualRadio::fileName);
+    std::filesystem::remove(folder / virtualRadio::fileName);
 
     port->open();
     memory()[0] = 1;
-    fs::remove(folder.path());
+    std::filesystem::remove(folder.path());
+    std::ofstream(folder.path()) << "no folder any more";
     EXPECT_THAT([&] { port->close(); }, testing::ThrowsMessage<RuntimeError>(testing::HasSubstr(
                                             "folder " + folder.path().string())));
     EXPECT_FALSE(port->isOpen());

@@ -8,21 +8,19 @@
 #include <set>
 #include <tuple>
 
-#include "app/modShowErr.h"
-#include "image/modIicDat.h"
+#include "support/ProgramFolder.h"
 
 namespace k520::modMemDat {
 namespace {
 
 /// An empty grid over an image whose bytes count from 0 again and again.
-class MemDat : public testing::Test {
+class MemDat : public test::ProgramFolder {
   protected:
     MemDat() { prepare(0x1FFF, 0x1FFF); }
-    ~MemDat() override { modIicDat::state() = {}; }
 
     void prepare(std::int16_t datNum, std::int16_t tableMaxAddr) {
         state() = {};
-        failures = {};
+        modShowErr::state() = {};
         modIicDat::sizeArrays(datNum);
         std::iota(image().bytes().begin(), image().bytes().end(), std::uint8_t{0});
         modIicDat::state().TableMaxAddr = tableMaxAddr;
@@ -31,7 +29,6 @@ class MemDat : public testing::Test {
     static MemoryImage& image() { return modIicDat::IicDat(); }
 
     CellGrid& grid = state().vsfgGridMemDat;
-    std::vector<modShowErr::Entry>& failures = modShowErr::state().entries;
 };
 
 TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
@@ -52,30 +49,31 @@ TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
     grid.setText(1, 11, "0a");
     TableFreDat();
     EXPECT_EQ(grid.text(0x13, 4) + grid.text(1, 11), "770A");
-    EXPECT_EQ(grid.cell(1, 11).background, std::nullopt) << "another spelling of the byte";
-    EXPECT_EQ(grid.cell(0x13, 4).background, (Colour{255, 0, 0})) << "an old mark stays";
+    EXPECT_EQ(grid.cell(1, 11).background, std::nullopt);
+    EXPECT_EQ(grid.cell(0x13, 4).background, (Colour{255, 0, 0}));
     told.clear();
     cmdSetDefCol();
     EXPECT_EQ(told, changed);
     EXPECT_EQ(grid.cell(0x13, 4).background, std::nullopt);
-    EXPECT_TRUE(failures.empty());
+    EXPECT_EQ(failure(), "");
 }
 
 TEST_F(MemDat, HostileLastAddresses) {
-    const std::tuple<std::int16_t, int, bool> rows[] = {{0x10, 2, true},    {0x11, 3, false},
+    const std::tuple<std::int16_t, int, bool> rows[] = {// last address, rows of the grid, error
+                                                        {0x10, 2, true},    {0x11, 3, false},
                                                         {0, 1, true},       {-1, 1, false},
                                                         {-32768, 1, false}, {0x7FFF, 2049, true}};
     for (const auto& [tableMaxAddr, gridRows, isReported] : rows) {
         prepare(0x40F, tableMaxAddr);
         TableFreDat();
         EXPECT_EQ(grid.rows(), gridRows);
-        EXPECT_EQ(!failures.empty() && failures.back().number == 9, isReported);
+        EXPECT_EQ(failure().ends_with(" 9"), isReported);
     }
-    EXPECT_EQ(grid.text(0x41, 16) + grid.text(0x42, 1), "0F") << "as far as the image reaches";
+    EXPECT_EQ(grid.text(0x41, 16) + grid.text(0x42, 1), "0F");
 }
 
 TEST_F(MemDat, EditsAndTips) {
-    EXPECT_EQ(CellTipHint(27, 6), "") << "not filled yet";
+    EXPECT_EQ(CellTipHint(27, 6), "");
     TableFreDat();
     MemoryImage wanted = image();
     wanted(0x1A5) = 0xAB;
@@ -86,14 +84,13 @@ TEST_F(MemDat, EditsAndTips) {
               "地址为: 0x01A5    二进制:10101011    "
               "B0:1 B1:0 B2:1 B3:0   B4:1 B5:0 B6:1 B7:1     十进制171    \r\n");
     EXPECT_EQ(CellTipHint(0, 1) + CellTipHint(1, 0) + CellTipHint(513, 1) + CellTipHint(1, -1), "");
-    EXPECT_TRUE(isByteText("00") && isByteText("fF") && failures.empty());
+    EXPECT_TRUE(isByteText("00") && isByteText("fF") && failure().empty());
     for (const char* text : {"", "0", "000", "G0", "0g", "-1", " 1"}) {
         EXPECT_FALSE(isByteText(text)) << text;
     }
     grid.setText(1, 1, "FFFF");
     GridDataTemp();
-    EXPECT_EQ(failures.back().label, "frmMemDat->GridDataTemp");
-    EXPECT_EQ(failures.back().number, 6);
+    EXPECT_EQ(failure(), "frmMemDat->GridDataTemp 6");
     EXPECT_EQ(image(), wanted);
 }
 

@@ -7,50 +7,34 @@
 
 #include <tuple>
 
-#include "app/mdimoduMain.h"
-#include "app/modShowErr.h"
-#include "app/modSoftFace.h"
-#include "image/modIicDat.h"
 #include "settings/optionPanel.h"
-#include "support/TempFolder.h"
+#include "support/ProgramFolder.h"
 
 namespace k520::modSysSet {
 namespace {
 
-/// Codec, sets and panel over a program folder of their own, in English.
-class SysSet : public testing::Test {
+class SysSet : public test::ProgramFolder {
   protected:
     SysSet() {
-        mdimoduMain::state().programFolder = folder.path();
-        modSoftFace::FillSoftFace(mdimoduMain::state().Language);
-        modShowErr::state() = {};
         modIicDat::sizeArrays(0x3FF);
         state() = {};
         optionPanel::state() = {};
     }
-    ~SysSet() override {
-        mdimoduMain::state() = {};
-        modIicDat::state() = {};
-    }
-    void write(const std::string& settings) { folder.write(fileName, "[Option]\n" + settings); }
-    [[nodiscard]] std::string read() const { return folder.read(fileName).substr(9); }
-    static std::string failure() {
-        const auto& all = modShowErr::state().entries;
-        return all.empty() ? "" : fmt::format("{} {}", all.back().label, all.back().number);
+    void write(const std::string& lines) const { settings("[Option]\n" + lines); }
+    [[nodiscard]] std::string read() const {
+        return folder.read(mdimoduMain::settingsFileName).substr(9);
     }
 
-    const char* fileName = mdimoduMain::settingsFileName;
-    test::TempFolder folder;
     OptionSet& now = state().OptNow;
     OptionSet& def = state().OptDef;
 };
 
 TEST_F(SysSet, EveryLanguageHasItsSets) {
     write("0=2\n1001=11\n1502=12\n2001=21\n2502=22\n3001=31\n3502=32\n");
-    const std::pair<int, const char*> rows[] = {
+    const std::pair<std::int16_t, const char*> rows[] = {
         {2, "21 0 0 22"}, {1, "11 0 0 12"}, {3, "31 0 0 32"}, {4, "31 0 0 32"}};
     for (const auto& [language, values] : rows) {
-        mdimoduMain::state().Language = static_cast<std::int16_t>(language);
+        mdimoduMain::state().Language = language;
         OptNowDefSol(0);
         EXPECT_EQ(fmt::format("{} {} {} {}", def[0], def[1], now[0], now[1]), values);
     }
@@ -83,9 +67,9 @@ TEST_F(SysSet, StopsAtTheFirstBadSetting) {
     }
     now[99] = 8;
     OptNowDefSol(1);
-    EXPECT_TRUE(read().ends_with("\n3600= 8\n")) << "what there is is saved";
+    EXPECT_TRUE(read().ends_with("\n3600= 8\n"));
     OptNowDefSol(2);
-    EXPECT_TRUE(read().ends_with("\n3600= 8\n")) << "the copying failed before the saving";
+    EXPECT_TRUE(read().ends_with("\n3600= 8\n"));
 }
 
 TEST_F(SysSet, ImageAndValues) {
@@ -97,7 +81,7 @@ TEST_F(SysSet, ImageAndValues) {
     modIicDat::IicDat()(0x134) = 9;
     OptSelSaveSol(0);
     EXPECT_EQ(failure(), "modSysSet->OptSelToSave 6");
-    EXPECT_EQ(modIicDat::IicDat()(0x134), 9) << "options behind the failure are not encoded";
+    EXPECT_EQ(modIicDat::IicDat()(0x134), 9);
     modIicDat::sizeArrays(0x3F0);
     now.fill(7);
     OptSelSaveSol(1);
@@ -109,21 +93,19 @@ TEST_F(SysSet, PanelReportsEveryListAndTakesItsDefault) {
     now.fill(33);
     def.fill(1);
     optionPanel::InitOpt();
-    const auto& lines = modShowErr::state().listShowErr.lines();
-    std::size_t i = 0;
+    std::vector<std::string> lines = modShowErr::state().listShowErr.lines();
+    std::erase_if(lines, [](const auto& line) { return line.starts_with("---------2"); });
+    std::vector<std::string> expected;
     for (const char* item :
          {"超时定时器     ", "静噪电平     ", "对讲机音量     ", "语音通知     ",
           "收音机静噪电平   ", "收音机音量     ", "语音片选择     ", "晶体频率     ",
           "超时预警     ", "VOX增益电平     ", "VOX延迟时间[秒]     ", "接收时禁止VOX     "}) {
-        EXPECT_TRUE(lines.at(i++).starts_with("---------2"));
-        EXPECT_EQ(
-            lines.at(i++),
-            fmt::format("        可选功能项:   出错位置: frmChMem->InitOpt->{}错误类型: 不在范围内",
-                        item));
+        expected.push_back("        可选功能项:   出错位置: frmChMem->InitOpt->" +
+                           std::string(item) + "错误类型: 不在范围内");
     }
-    EXPECT_EQ(lines.size(), i);
+    EXPECT_EQ(lines, expected);
     EXPECT_EQ(optionPanel::state().controls[14].selected, 1);
-    EXPECT_EQ(fmt::format("{} {} {}", now[0], now[14], now[15]), "1 1 33") << "no check boxes";
+    EXPECT_EQ(fmt::format("{} {} {}", now[0], now[14], now[15]), "1 1 33");
 }
 
 TEST_F(SysSet, PanelClicksAndFailures) {
@@ -143,7 +125,7 @@ TEST_F(SysSet, PanelClicksAndFailures) {
     now[3] = 2;
     optionPanel::InitOpt();
     EXPECT_EQ(failure(), "frmChMem->InitOpt: 380");
-    EXPECT_EQ(controls[3].selected, 0) << "controls behind the failure stay";
+    EXPECT_EQ(controls[3].selected, 0);
 }
 
 }  // namespace

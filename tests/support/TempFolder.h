@@ -17,10 +17,9 @@ namespace k520::test {
 /// A folder of its own for a test; it goes with everything in it.
 class TempFolder {
   public:
-    TempFolder() : path_(std::filesystem::temp_directory_path() / "k520-test-XXXXXX") {
-        std::string name = path_.string();
-        require(::mkdtemp(name.data()) != nullptr, name);
-        path_ = name;
+    TempFolder() {
+        std::string name = std::filesystem::temp_directory_path() / "k520-test-XXXXXX";
+        path_ = ::mkdtemp(name.data()) != nullptr ? name : throw std::runtime_error(name);
     }
     TempFolder(const TempFolder&) = delete;
     TempFolder& operator=(const TempFolder&) = delete;
@@ -37,14 +36,14 @@ class TempFolder {
     /// Writes a file in place and returns its path.
     std::filesystem::path write(const std::string& name, const std::string& text) const {
         std::ofstream file(path_ / name, std::ios::binary);
+        file.exceptions(std::ios::failbit | std::ios::badbit);
         file << text << std::flush;
-        require(file.good(), name);
         return path_ / name;
     }
     /// A file's bytes; an exception where there is no such file.
     [[nodiscard]] std::string read(const std::string& name) const {
         std::ifstream file(path_ / name, std::ios::binary);
-        require(file.good(), name);
+        file.exceptions(std::ios::failbit | std::ios::badbit);
         return {std::istreambuf_iterator<char>(file), {}};
     }
     /// The names of all that is in the folder, hidden files included.
@@ -57,12 +56,6 @@ class TempFolder {
     }
 
   private:
-    static void require(bool done, const std::string& name) {
-        if (!done) {
-            throw std::runtime_error("no access to " + name);
-        }
-    }
-
     std::filesystem::path path_;
 };
 

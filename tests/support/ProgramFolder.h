@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "image/modIicDat.h"
+#include "link/modCommun.h"
+#include "support/TempFolder.h"
+
+namespace k520::test {
+
+/// The core as a new process has it, in English and with an empty program folder of its own.
+class ProgramFolder : public testing::Test {
+  protected:
+    ProgramFolder() {
+        forget();
+        mdimoduMain::state().programFolder = folder.path();
+        modSoftFace::FillSoftFace(mdimoduMain::state().Language);
+    }
+    ~ProgramFolder() override { forget(); }
+
+    static void forget() {
+        mdimoduMain::state() = {};
+        modShowErr::state() = {};
+        modIicDat::state() = {};
+        modCommun::state() = {};
+    }
+    /// Writes the settings file.
+    void settings(const std::string& text) const {
+        folder.write(mdimoduMain::settingsFileName, text);
+    }
+    /// The last failure logged: label and number; empty when there is none.
+    static std::string failure() {
+        const auto& all = modShowErr::state().entries;
+        return all.empty() ? "" : all.back().label + " " + std::to_string(all.back().number);
+    }
+
+    TempFolder folder;
+};
+
+}  // namespace k520::test
