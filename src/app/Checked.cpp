@@ -81,6 +81,13 @@ std::optional<double> parseNumber(std::string_view text) noexcept {
     return value;
 }
 
+std::optional<std::int32_t> parseWhole(std::string_view text) noexcept {
+    std::int32_t value = 0;
+    const char* end = text.data() + text.size();
+    const auto [rest, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc{} && rest == end ? std::optional(value) : std::nullopt;
+}
+
 std::int16_t textToInt16(std::string_view text) {
     return toInt16(numberOrMismatch(text));
 }

@@ -32,7 +32,11 @@ namespace k520 {
     return parseNumber(text).has_value();
 }
 
-/// As above from a decimal text; raise 13 where the text is no number.
+/// The value of a text that is nothing but decimal digits, perhaps behind a "-"; nothing for any
+/// other text and outside 32 bits.
+[[nodiscard]] std::optional<std::int32_t> parseWhole(std::string_view text) noexcept;
+
+/// A rounded number from a decimal text; raise 13 where the text is no number.
 [[nodiscard]] std::int16_t textToInt16(std::string_view text);
 [[nodiscard]] std::int32_t textToInt32(std::string_view text);
 

@@ -11,7 +11,7 @@ namespace k520 {
 
 namespace {
 
-std::optional<std::uint32_t> parseWhole(std::string_view digits, int base) noexcept {
+std::optional<std::uint32_t> parseColourNumber(std::string_view digits, int base) noexcept {
     std::uint32_t value = 0;
     const char* end = digits.data() + digits.size();
     const auto [rest, error] = std::from_chars(digits.data(), end, value, base);
@@ -30,11 +30,12 @@ constexpr std::uint8_t byteOf(std::uint32_t value, int shift) noexcept {
 std::optional<Colour> parseColour(std::string_view text) noexcept {
     const std::string_view trimmed = trimBlanks(text);
     if (trimmed.starts_with('#')) {
-        const auto rgb = trimmed.size() == 7 ? parseWhole(trimmed.substr(1), 16) : std::nullopt;
+        const auto rgb =
+            trimmed.size() == 7 ? parseColourNumber(trimmed.substr(1), 16) : std::nullopt;
         return rgb ? std::optional(Colour{byteOf(*rgb, 16), byteOf(*rgb, 8), byteOf(*rgb, 0)})
                    : std::nullopt;
     }
-    const auto bgr = parseWhole(trimmed, 10);
+    const auto bgr = parseColourNumber(trimmed, 10);
     return bgr ? std::optional(Colour{byteOf(*bgr, 0), byteOf(*bgr, 8), byteOf(*bgr, 16)})
                : std::nullopt;
 }

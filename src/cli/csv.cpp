@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 #include <set>
 #include <string>
@@ -110,15 +109,12 @@ struct ImportRow {
 };
 
 int channelNumber(const std::string& text) {
-    const auto digits = trimBlanks(text);
-    int number = 0;
-    const char* end = digits.data() + digits.size();
-    const auto [rest, error] = std::from_chars(digits.data(), end, number);
+    const auto number = parseWhole(trimBlanks(text));
     const int channels = modChMem::state().ChNum;
-    if (error != std::errc{} || rest != end || number < 1 || number > channels) {
+    if (!number || *number < 1 || *number > channels) {
         fail(fmt::format("\"{}\" is no channel; there are channels 1 to {}", text, channels));
     }
-    return number;
+    return *number;
 }
 
 ImportRow importRow(const CsvRow& row, const std::vector<int>& columns) {

@@ -4,7 +4,6 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
 #include <cstdint>
 #include <optional>
 #include <utility>
@@ -26,13 +25,6 @@ namespace k520::cli {
 namespace {
 
 namespace column = modChMem::column;
-
-std::optional<int> wholeNumber(std::string_view text) {
-    int value = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc{} && rest == end ? std::optional(value) : std::nullopt;
-}
 
 std::string channelKey(int channel, std::string_view field) {
     return fmt::format("ch{}.{}", channel, field);
@@ -96,7 +88,7 @@ std::optional<std::int32_t> parameterValue(const modChMem::ColumnDefinition& def
             return static_cast<std::int32_t>(i);
         }
     }
-    const auto index = wholeNumber(text);
+    const auto index = parseWhole(text);
     return index && *index >= 0 && *index < std::ssize(texts) ? index : std::nullopt;
 }
 
@@ -114,7 +106,7 @@ void editParameter(int channel, int col, const std::string& text) {
 
 void editChannel(std::string_view key, std::string_view rest, const std::string& value) {
     const auto dot = rest.find('.');
-    const auto channel = wholeNumber(rest.substr(0, dot));
+    const auto channel = parseWhole(rest.substr(0, dot));
     const int channels = modChMem::state().ChNum;
     if (dot == std::string_view::npos || !channel) {
         refuse(fmt::format("there is no key \"{}\"; channel keys look like ch1.rx", key));
@@ -144,7 +136,7 @@ void editCustomBand(const std::string& value, std::size_t dash) {
 }
 
 void editBand(const std::string& value) {
-    const auto index = wholeNumber(value);
+    const auto index = parseWhole(value);
     if (index && *index >= 0 && *index < modModel::customBand) {
         modModel::selectBand(*index);
         return;
@@ -183,7 +175,7 @@ int columnOfKey(std::string_view name) {
             return col;
         }
     }
-    const auto number = wanted.starts_with('p') ? wholeNumber(wanted.substr(1)) : std::nullopt;
+    const auto number = wanted.starts_with('p') ? parseWhole(wanted.substr(1)) : std::nullopt;
     return number && *number >= modChMem::firstParameter && *number <= last ? *number : 0;
 }
 

@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
 
-#include <charconv>
 #include <chrono>
 #include <memory>
 #include <optional>
 #include <string_view>
 
+#include "app/Checked.h"
 #include "app/RuntimeError.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
@@ -32,10 +32,8 @@ constexpr std::uint32_t highestBaud = 4'000'000;
 constexpr std::uint32_t usualDelay = 100;
 
 std::optional<std::uint32_t> parseCount(std::string_view text) {
-    std::uint32_t value = 0;
-    const char* end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, value);
-    return error == std::errc{} && rest == end && value > 0 ? std::optional(value) : std::nullopt;
+    const auto value = parseWhole(text);
+    return value && *value > 0 ? std::optional(static_cast<std::uint32_t>(*value)) : std::nullopt;
 }
 
 [[noreturn]] void refuseCount(std::string_view name, const std::string& text) {
