@@ -8,15 +8,16 @@
 set -euo pipefail
 
 declare -A sets=(
-    [build]="g++ cmake ninja-build libfmt-dev nlohmann-json3-dev libcli11-dev"
-    [tests]="libgtest-dev libgmock-dev"
+    [build]="g++ cmake ninja-build libfmt-dev nlohmann-json3-dev libcli11-dev
+        qt6-base-dev libqt6svg6-dev qt6-translations-l10n fonts-dejavu-core fonts-noto-cjk"
+    [tests]="libgtest-dev libgmock-dev xvfb openbox xdotool"
     [checks]="clang-format-14 clang-tidy-14 shellcheck"
     [bench]="libbenchmark-dev"
 )
 
 wanted=()
 for name in "$@"; do
-    read -ra packages <<<"${sets[$name]}"
+    read -rd "" -a packages <<<"${sets[$name]}" || true
     wanted+=("${packages[@]}")
 done
 

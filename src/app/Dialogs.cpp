@@ -13,6 +13,8 @@ class SilentDialogs : public Dialogs {
     std::string openFile(const FileChoice&) override { return {}; }
     std::string saveFile(const FileChoice&) override { return {}; }
     void customRange() override {}
+    void openDocument(const std::string&) override {}
+    void print(const std::string&) override {}
 };
 
 SilentDialogs silentDialogs;

@@ -38,6 +38,12 @@ class Dialogs {
     virtual std::string saveFile(const FileChoice& choice) = 0;
     /// Shows the custom range dialog; it sets the band limits itself.
     virtual void customRange() = 0;
+    /// Hands a document to the program that the system keeps for such files. Raises a RuntimeError
+    /// that names the file where there is no such program.
+    virtual void openDocument(const std::string& path) = 0;
+    /// Prints a document, given as HTML, after the user has chosen where and how; does nothing when
+    /// cancelled. Raises a RuntimeError where the printer fails.
+    virtual void print(const std::string& html) = 0;
 };
 
 /// The dialogs in force: ones that answer No, choose nothing and show nothing until setDialogs puts

@@ -41,6 +41,20 @@ void tellFailure(int textIndex) {
     theDialogs().tell(BoxIcon::critical, modSoftFace::text(70), modSoftFace::text(textIndex));
 }
 
+/// Opens the file that `choose` names, if it names one.
+void openWith(const std::function<std::string()>& choose) {
+    const bool done = guarded("mdifrmMain->OpenFile", [&] {
+        const auto name = choose();
+        if (!name.empty()) {
+            openDatFile(name);
+            setCurrentFile(name);
+        }
+    });
+    if (!done) {
+        tellFailure(83);
+    }
+}
+
 }  // namespace
 
 State& state() {
@@ -97,17 +111,12 @@ void openDatFile(const std::string& path) {
     modChMem::SoftDisplay();
 }
 
+void openNamed(const std::string& path) {
+    openWith([&] { return path; });
+}
+
 void OpenFile() {
-    const bool done = guarded("mdifrmMain->OpenFile", [] {
-        const auto name = theDialogs().openFile({dataFilter, state().currentFilePath, ""});
-        if (!name.empty()) {
-            openDatFile(name);
-            setCurrentFile(name);
-        }
-    });
-    if (!done) {
-        tellFailure(83);
-    }
+    openWith([] { return theDialogs().openFile({dataFilter, state().currentFilePath, ""}); });
 }
 
 void SaveFile() {

@@ -48,6 +48,9 @@ void customRangeOk(std::string_view minText, std::string_view maxText);
 /// Asks for a data file and shows it. A failure also shows box 83; the current path stays.
 void OpenFile();
 
+/// The same with a file that is known already, as from the program's arguments.
+void openNamed(const std::string& path);
+
 /// What OpenFile does with the chosen file. Raises the system's error where it cannot be read.
 void openDatFile(const std::string& path);
 

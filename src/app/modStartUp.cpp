@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <optional>
 #include <span>
+#include <system_error>
 
 #include "app/Checked.h"
 #include "app/Dialogs.h"
@@ -15,6 +16,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
 #include "app/modSoftFace.h"
+#include "app/ownTexts.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/comPorts.h"
@@ -120,6 +122,32 @@ void readLimitsAndRanges() {
     s.partialFillRange = {0, s.TableMaxAddr};
 }
 
+void readPort() {
+    modCommun::state().portNumber = readNumber("COM", Form::decimal, shortBuffer, " 1");
+}
+
+void chooseUsablePort() {
+    if (!comPorts::ProbeCom(modCommun::state().portNumber)) {
+        comPorts::AutoSetPort();
+    }
+}
+
+/// Everything behind the port number, in the order of the settings' table.
+void readOthers() {
+    for (const char* discarded : {"ModelType", "ModelRange"}) {
+        readText(discarded, shortBuffer, "0");
+    }
+    readImageSize();
+    readLook();
+    readLimitsAndRanges();
+}
+
+void runStep(const std::function<void()>& step) {
+    if (step) {
+        guarded(formLoad, step);
+    }
+}
+
 /// True when this is the first start without settings, which only leaves its mark. Where the mark
 /// cannot be read or left the program goes on: it would end without a word at every start.
 bool isVeryFirstStart() {
@@ -172,13 +200,8 @@ void GetSysLang() {
 
 void readSettings() {
     readLanguage();
-    modCommun::state().portNumber = readNumber("COM", Form::decimal, shortBuffer, " 1");
-    for (const char* discarded : {"ModelType", "ModelRange"}) {
-        readText(discarded, shortBuffer, "0");
-    }
-    readImageSize();
-    readLook();
-    readLimitsAndRanges();
+    readPort();
+    readOthers();
 }
 
 void prepareCore() {
@@ -188,21 +211,29 @@ void prepareCore() {
     modChMem::initChannelForm();
 }
 
-StartResult Form_Load() {
+StartResult Form_Load(const WindowSteps& windows) {
     if (isVeryFirstStart()) {
         return StartResult::quit;
     }
     GetSysLang();
-    readSettings();
-    const auto port = modCommun::state().portNumber;
-    if (!comPorts::ProbeCom(port)) {
-        comPorts::AutoSetPort();
-    }
-    prepareCore();
+    readLanguage();
+    runStep(windows.checkLanguageItem);
+    modChMem::GetValidCharTbl();
+    modSoftFace::FillSoftFace(mdimoduMain::state().Language);
+    readPort();
+    chooseUsablePort();
+    readOthers();
+    modFileCmd::setCurrentFile(modFileCmd::state().defaultFilePath);
+    modCommun::InitProtocol();
     modFileCmd::GenerateDatFolder();
+    runStep(windows.setSoftFace);
+    modChMem::initChannelForm();
+    runStep(windows.initChannelForm);
     modFileCmd::NewFileSol();
     modMemDat::SetGridMemDat();
+    runStep(windows.showChannelForm);
     mdimoduMain::state().lockState = readText("ChannelLock", addressBuffer, mdimoduMain::unlocked);
+    runStep(windows.showLockState);
     return StartResult::running;
 }
 
@@ -227,6 +258,31 @@ void SaveMdiFormShape(const Shape& shape) {
         }};
         mdimoduMain::writeSettings(section, values);
     });
+}
+
+void lockChannels(bool lock) {
+    guarded("mdifrmMain->mnuLockCh_Click", [&] {
+        mdimoduMain::state().lockState = lock ? mdimoduMain::locked : mdimoduMain::unlocked;
+        mdimoduMain::writeSetting(section, "ChannelLock", mdimoduMain::state().lockState);
+    });
+}
+
+std::filesystem::path helpFile() {
+    constexpr std::array names{"ChsHelp", "ChtHelp", "EngHelp"};
+    mdimoduMain::correctLanguage();
+    const auto& s = mdimoduMain::state();
+    const std::string name = checkedAt(names, s.Language - 1, "help file");
+    std::error_code error;
+    const auto own = s.programFolder / (name + ".CHM");
+    return std::filesystem::exists(own, error) ? own : s.shippedFolder / "help" / (name + ".html");
+}
+
+void Help() {
+    const auto path = helpFile().string();
+    if (!guarded("mdifrmMain->Help", [&] { theDialogs().openDocument(path); })) {
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(70),
+                          ownText(OwnText::helpCannotOpen) + "\n" + path);
+    }
 }
 
 bool SwiLangFace(std::int16_t language) {

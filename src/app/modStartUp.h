@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 
 /// The start-up sequence, the closing question and what else belongs to the main window's life.
@@ -35,8 +36,17 @@ void readSettings();
 /// before it can show an image. readSettings() comes first.
 void prepareCore();
 
-/// The whole start-up in its order, without the windows.
-[[nodiscard]] StartResult Form_Load();
+/// The windows' steps of the start-up, each in its place; a program without windows has none.
+struct WindowSteps {
+    std::function<void()> checkLanguageItem = {};  ///< the language in force is known
+    std::function<void()> setSoftFace = {};        ///< texts, font and settings are there
+    std::function<void()> initChannelForm = {};    ///< grid and lists are there, still empty
+    std::function<void()> showChannelForm = {};    ///< everything is filled
+    std::function<void()> showLockState = {};      ///< the lock state is known
+};
+
+/// The whole start-up in its order.
+[[nodiscard]] StartResult Form_Load(const WindowSteps& windows = {});
 
 /// The closing question (none while quitting). Returns whether the program may close.
 [[nodiscard]] bool MDIForm_QueryUnload();
@@ -51,6 +61,17 @@ struct Shape {
 
 /// Writes the main window's geometry; nothing reads it back.
 void SaveMdiFormShape(const Shape& shape);
+
+/// Locks or unlocks the channel window, and stores that. Label "mdifrmMain->mnuLockCh_Click".
+void lockChannels(bool lock);
+
+/// The Help command: opens the help file of the language in force ("ChsHelp", "ChtHelp" or
+/// "EngHelp"), ".CHM" where it lies in the program folder, else the shipped ".html". Label
+/// "mdifrmMain->Help"; the user is told when nothing can open it. A language outside 1..3 is first
+/// set to 3.
+void Help();
+/// What Help opens.
+[[nodiscard]] std::filesystem::path helpFile();
 
 /// Stores a new language, tells that it takes effect at the next start, and returns true when the
 /// caller has to close the main window: false when the language is in force already.

@@ -244,14 +244,15 @@ std::vector<MenuItem> channelMenu(std::int16_t channel) {
     std::vector<MenuItem> items;
     guarded("frmChMem->vsfgGridCh_MouseDown:", [&] {
         const bool present = channelAt(channel).present();
+        const bool unlocked = !locked();
         modChMem::state().currentChannel = channel;
         const auto numbered = [&](int index) {
             return fmt::format("{} {}", modSoftFace::text(index), channel);
         };
-        items = {{numbered(114), !present},
-                 {numbered(110), present},
-                 {modSoftFace::text(112), true},
-                 {modSoftFace::text(113), present}};
+        items = {{numbered(114), unlocked && !present},
+                 {numbered(110), unlocked && present},
+                 {modSoftFace::text(112), unlocked},
+                 {modSoftFace::text(113), unlocked && present}};
     });
     return items;
 }

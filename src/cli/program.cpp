@@ -3,11 +3,7 @@
 #include "cli/program.h"
 
 #include <fmt/format.h>
-#include <pwd.h>
-#include <unistd.h>
 
-#include <array>
-#include <cstdlib>
 #include <set>
 #include <system_error>
 
@@ -18,6 +14,7 @@
 #include "app/modFileCmd.h"
 #include "app/modShowErr.h"
 #include "app/modStartUp.h"
+#include "app/programFolder.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/output.h"
@@ -29,77 +26,6 @@ namespace k520::cli {
 namespace fs = std::filesystem;
 
 namespace {
-
-constexpr std::array shippedNames{mdimoduMain::settingsFileName, mdimoduMain::defaultImageFileName};
-
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
-/// Beside the programs in an installed tree and in a build tree alike.
-fs::path findShippedFolder() {
-    const fs::path beside = executableFolder() / ".." / "share" / "k520";
-    std::error_code error;
-    const fs::path normal = fs::weakly_canonical(beside, error);
-    return fs::exists(beside / mdimoduMain::settingsFileName, error) ? normal : K520_DATA_DIR;
-}
-
-fs::path dataHome() {
-    if (const auto xdg = environment("XDG_DATA_HOME"); !xdg.empty()) {
-        return xdg;
-    }
-    if (const auto home = environment("HOME"); !home.empty()) {
-        return fs::path(home) / ".local" / "share";
-    }
-    const passwd* user = getpwuid(getuid());
-    return user == nullptr ? fs::path() : fs::path(user->pw_dir) / ".local" / "share";
-}
-
-/// The per-user folder needs no seeding to work, so a home that cannot be written is no failure.
-void seed(const fs::path& folder, const fs::path& shipped) {
-    std::error_code error;
-    fs::create_directories(folder, error);
-    for (const char* name : shippedNames) {
-        if (!fs::exists(folder / name, error)) {
-            fs::copy_file(shipped / name, folder / name, error);
-            fs::permissions(folder / name, fs::perms::owner_write, fs::perm_options::add, error);
-        }
-    }
-}
-
-bool isPortable(const fs::path& folder) {
-    std::error_code error;
-    return fs::exists(folder / mdimoduMain::settingsFileName, error) &&
-           access(folder.c_str(), W_OK) == 0;
-}
-
-fs::path usableFolder(const std::string& path, const char* origin) {
-    std::error_code error;
-    const auto status = fs::status(path, error);
-    if (fs::exists(status) && !fs::is_directory(status)) {
-        fail(fmt::format("{} {} is not a folder", origin, path));
-    }
-    if (!fs::exists(status)) {
-        warn(fmt::format("{} {} does not exist; the shipped settings are used", origin, path));
-    }
-    return fs::absolute(path);
-}
-
-fs::path programFolder(const std::optional<std::string>& chosen, const fs::path& shipped) {
-    if (chosen) {
-        return usableFolder(*chosen, "program folder");
-    }
-    if (const auto home = environment("K520_HOME"); !home.empty()) {
-        return usableFolder(home, "K520_HOME");
-    }
-    if (auto own = executableFolder(); isPortable(own)) {
-        return own;
-    }
-    auto folder = dataHome() / "k520";
-    seed(folder, shipped);
-    return folder;
-}
 
 std::string chosenFolder;
 
@@ -205,17 +131,15 @@ void warnOfDefaultImage() {
 
 }  // namespace
 
-fs::path executableFolder() {
-    std::error_code error;
-    const fs::path self = fs::read_symlink("/proc/self/exe", error);
-    return error ? fs::current_path(error) : self.parent_path();
-}
-
 void chooseProgramFolder(const std::optional<std::string>& chosen) {
-    auto& s = mdimoduMain::state();
-    s.shippedFolder = findShippedFolder();
     chosenFolder = chosen.value_or(std::string());
-    s.programFolder = programFolder(chosen, s.shippedFolder);
+    try {
+        if (const auto remark = programFolder::choose(chosen, "program folder")) {
+            warn(*remark);
+        }
+    } catch (const RuntimeError& error) {
+        fail(error.source());
+    }
 }
 
 void startCore() {

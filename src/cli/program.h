@@ -2,21 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
 /// The program around the commands: its folder, its settings, its warnings.
 namespace k520::cli {
 
-/// Finds the program folder and the shipped files and hands them to the core. In this order:
-/// `chosen` (--program-folder), $K520_HOME, the executable's folder when it holds a settings file
-/// and can be written, $XDG_DATA_HOME/k520 (by default ~/.local/share/k520), which is made and
-/// seeded from the shipped files on first use. A chosen path that is no folder raises Failure 1.
+/// Chooses the program folder (see programFolder.h) and warns of one that does not exist. A path
+/// that is no folder raises Failure 1.
 void chooseProgramFolder(const std::optional<std::string>& chosen);
-
-/// The folder of the running executable.
-[[nodiscard]] std::filesystem::path executableFolder();
 
 /// Reads the settings and builds texts, scripts, grid and tone tables. Nothing is written. Failures
 /// of single settings become warnings; Failure 1, with the setting to mend, where image size,

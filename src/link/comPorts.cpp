@@ -82,14 +82,16 @@ std::string firstLine(const fs::path& path) {
 }
 
 /// Opens a port and closes it; what went wrong, or nothing.
-std::optional<std::string> troubleWith(std::int16_t number) {
+std::optional<RuntimeError> troubleWith(std::int16_t number) {
     try {
         const auto port = modCommun::makePort(number);
         port->open();
         port->close();
         return std::nullopt;
+    } catch (const RuntimeError& error) {
+        return error;
     } catch (const std::exception& error) {
-        return error.what();
+        return RuntimeError(errNum::internal, error.what());
     }
 }
 
@@ -160,7 +162,10 @@ PortInfo describe(std::int16_t number) {
     info.description = deviceDescription(info.device);
     const auto trouble = troubleWith(number);
     info.usable = !trouble;
-    info.reason = trouble.value_or("");
+    if (trouble) {
+        info.reason = trouble->source();
+        info.errorNumber = trouble->number();
+    }
     return info;
 }
 
@@ -173,6 +178,11 @@ bool ProbeCom(std::int16_t number) {
     return usable;
 }
 
+void storePort(std::int16_t number) {
+    modCommun::state().portNumber = number;
+    mdimoduMain::writeSetting("Setting", "COM", numberText(number));
+}
+
 void AutoSetPort() {
     guarded("mdifrmMain->AutoSetPort", [] {
         std::optional<std::int16_t> highest;
@@ -182,8 +192,7 @@ void AutoSetPort() {
             }
         }
         if (highest) {
-            modCommun::state().portNumber = *highest;
-            mdimoduMain::writeSetting("Setting", "COM", numberText(*highest));
+            storePort(*highest);
         }
     });
 }

@@ -52,6 +52,7 @@ struct PortInfo {
     std::string description;
     bool usable = false;
     std::string reason;  ///< why it is not usable, in the words of the error that opening raised
+    std::int16_t errorNumber = 0;  ///< that error's number
 };
 
 /// Describes a port and tries to open it. Raises 9 outside 1..16.
@@ -61,8 +62,11 @@ struct PortInfo {
 /// well. Nothing is reported. A number outside 1..16 is never usable and has no entry.
 bool ProbeCom(std::int16_t number);
 
-/// Probes all ports. The highest usable one becomes the port number and is stored under "COM";
-/// without a usable port nothing changes. Label "mdifrmMain->AutoSetPort".
+/// Makes a number the port number and stores it under "COM".
+void storePort(std::int16_t number);
+
+/// Probes all ports. The highest usable one becomes the port number and is stored; without a usable
+/// port nothing changes. Label "mdifrmMain->AutoSetPort".
 void AutoSetPort();
 
 }  // namespace k520::comPorts

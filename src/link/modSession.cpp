@@ -171,10 +171,18 @@ class Session {
         result_.lastAddress.reset();
         while (result_.stepsDone < list_.count && !view_.abandoned() &&
                runStep(static_cast<std::int16_t>(result_.stepsDone + 1))) {
-            ++result_.stepsDone;
+            noteStep();
         }
         result_.lastAttempt = theClock().now() - start;
         return result_.stepsDone == list_.count;
+    }
+
+    void noteStep() {
+        ++result_.stepsDone;
+        if (result_.stepsDone > result_.mostSteps) {
+            result_.mostSteps = result_.stepsDone;
+            result_.furthestAddress = result_.lastAddress;
+        }
     }
 
     bool runStep(std::int16_t number) {
@@ -300,9 +308,9 @@ void WriteComDat() {
             [] { stamp::write(modIicDat::IicDat(), theClock().dateTime()); });
 }
 
-void addressFieldChanged(AddressField field, std::string_view text) {
+bool addressFieldChanged(AddressField field, std::string_view text) {
     const FieldRow& row = fieldRows[static_cast<std::size_t>(field)];
-    guarded("frmCommun->" + std::string(row.control) + "_Change", [&] {
+    return guarded("frmCommun->" + std::string(row.control) + "_Change", [&] {
         mdimoduMain::writeSetting("Setting", row.key, text);
         row.target() = hexToInt16(text);
     });

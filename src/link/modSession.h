@@ -41,6 +41,9 @@ struct Result {
     std::int16_t stepCount = 0;
     /// The image address of the last block that succeeded in the last attempt.
     std::optional<std::int16_t> lastAddress;
+    /// The most steps that succeeded in any attempt, and the address of the last block among them.
+    std::int16_t mostSteps = 0;
+    std::optional<std::int16_t> furthestAddress;
     /// From the opening of the port to its closing, and the last attempt alone.
     Clock::Microseconds duration{0};
     Clock::Microseconds lastAttempt{0};
@@ -66,7 +69,8 @@ enum class AddressField : std::uint8_t { maxAddr, readStart, readEnd, writeStart
 
 /// After every keystroke in a field: writes the text to the settings file as it is typed, then
 /// takes it as a hexadecimal address. A text that is none (13, or 6 above FFFF) leaves the address
-/// as it was. Label "frmCommun->txtReadStartAddr_Change" and the like.
-void addressFieldChanged(AddressField field, std::string_view text);
+/// as it was. Returns whether the address was taken. Label "frmCommun->txtReadStartAddr_Change" and
+/// the like.
+bool addressFieldChanged(AddressField field, std::string_view text);
 
 }  // namespace k520::modSession

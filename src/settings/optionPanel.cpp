@@ -74,9 +74,9 @@ void setCheckBoxes() {
     }
 }
 
-void tellRefilled() {
-    if (state().onRefill) {
-        state().onRefill();
+void tellChanged() {
+    if (state().onChange) {
+        state().onChange();
     }
 }
 
@@ -94,7 +94,7 @@ void InitFace() {
             controlOf(option).caption = optionTable::captionText(option);
         }
     });
-    tellRefilled();
+    tellChanged();
 }
 
 void InitOpt() {
@@ -102,7 +102,7 @@ void InitOpt() {
         fillLists();
         setCheckBoxes();
     });
-    tellRefilled();
+    tellChanged();
 }
 
 void optionClicked(int number, int value) {
@@ -114,6 +114,7 @@ void optionClicked(int number, int value) {
             check(option, value != 0);
         }
     });
+    tellChanged();
 }
 
 }  // namespace k520::optionPanel

@@ -28,8 +28,8 @@ struct State {
     std::string frameCaption;
     /// The controls by option number.
     std::array<OptionControl, optionTable::optionCount> controls;
-    /// Called when captions, entries or selections were set by the program.
-    std::function<void()> onRefill;
+    /// Called when captions, entries or selections were set, by the program or a user.
+    std::function<void()> onChange;
 };
 
 [[nodiscard]] State& state();
@@ -46,7 +46,7 @@ void InitFace();
 void InitOpt();
 
 /// The user has selected an entry (`value` = its index) or has switched a check box (1 or 0): it
-/// goes into OptNow, and nothing else happens. An option that does not exist fails with 9, an
+/// goes into OptNow and no further. An option that does not exist fails with 9, an
 /// entry that does not exist with 380.
 void optionClicked(int number, int value);
 

@@ -8,6 +8,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
 #include "app/modShowErr.h"
+#include "app/modSoftFace.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/comPorts.h"
@@ -186,6 +187,58 @@ TEST_F(StartUp, ClosingAsksUnlessQuitting) {
     EXPECT_TRUE(MDIForm_QueryUnload());
 }
 
+// A step that fails is reported and costs nothing behind it.
+TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
+    folder.write("Uninstall.exe",
+                 "[Setting]\nFirRun=0\nLanguage=1\nDatNum=8191\nChannelLock=ShowLock\n");
+    shipped = K520_SHARE_DIR;
+    std::string seen;
+    const auto note = [&](const char* step) {
+        const auto& channels = modChMem::state();
+        seen += fmt::format("{}: text {}, font {}, rows {}, channel 1 {}, {}\n", step,
+                            modSoftFace::text(0), mdimoduMain::state().fontInUse,
+                            channels.vsfgGridCh.rows(), channels.ChInfo(1).present(),
+                            mdimoduMain::state().lockState);
+    };
+    forget();
+    mdimoduMain::state().programFolder = home;
+    mdimoduMain::state().shippedFolder = shipped;
+    modSoftFace::state() = {};
+    const WindowSteps steps{.checkLanguageItem = [&] { note("language"); },
+                            .setSoftFace = [&] { throw std::runtime_error("no face"); },
+                            .initChannelForm = [&] { note("channels"); },
+                            .showChannelForm = [&] { note("show"); },
+                            .showLockState = [&] { note("lock"); }};
+    EXPECT_EQ(Form_Load(steps), StartResult::running);
+    EXPECT_EQ(seen,
+              "language: text , font , rows 0, channel 1 false, ShowNo\n"
+              "channels: text 新建, font 宋体, rows 17, channel 1 false, ShowNo\n"
+              "show: text 新建, font 宋体, rows 17, channel 1 true, ShowNo\n"
+              "lock: text 新建, font 宋体, rows 17, channel 1 true, ShowLock\n");
+    EXPECT_EQ(reports(), 1);
+}
+
+TEST_F(StartUp, HelpPrefersTheFileInTheProgramFolder) {
+    startWith("Language=3\n");
+    const std::string html = (shipped / "help" / "EngHelp.html").string();
+    const std::string chm = folder.path() / "EngHelp.CHM";
+    dialogs.answers = {"document ", "document fail", "document ", "document "};
+    Help();
+    Help();
+    folder.write("EngHelp.CHM", "");
+    Help();
+    mdimoduMain::state().Language = 2;
+    Help();
+    EXPECT_EQ(
+        dialogs.take(),
+        (Texts{"document|" + html, "document|" + html,
+               "critical|Notice|There is no program to open the help file:\n" + html,
+               "document|" + chm, "document|" + (shipped / "help" / "ChtHelp.html").string()}));
+    EXPECT_EQ(reports("mdifrmMain->Help"), 1);
+    mdimoduMain::state().Language = 9;
+    EXPECT_EQ(helpFile(), chm);
+}
+
 TEST_F(StartUp, LanguageAndGeometryAreStored) {
     startWith("Language=3\n");
     EXPECT_FALSE(SwiLangFace(3));
@@ -197,6 +250,11 @@ TEST_F(StartUp, LanguageAndGeometryAreStored) {
               "MdiFormLeft=-15\nMdiFormTop= 0\n");
     EXPECT_EQ(dialogs.take(),
               Texts{"question|Message|Language has changed, you need to restart the software."});
+    lockChannels(true);
+    EXPECT_EQ(mdimoduMain::state().lockState, mdimoduMain::locked);
+    EXPECT_THAT(settings(), HasSubstr("ChannelLock=ShowLock\n"));
+    lockChannels(false);
+    EXPECT_THAT(settings(), HasSubstr("ChannelLock=ShowNo\n"));
     mdimoduMain::state().programFolder /= "Uninstall.exe";
     EXPECT_FALSE(SwiLangFace(3));
     EXPECT_EQ(mdimoduMain::state().Language, 1);

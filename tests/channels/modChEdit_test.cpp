@@ -150,6 +150,9 @@ TEST_F(Edit, ThePopUpMenu) {
         return menu;
     };
     EXPECT_EQ(menuOf(1), "-Open channel 1+Delete channel 1+Delete all channels+Save as default");
+    mdimoduMain::state().lockState = mdimoduMain::locked;
+    EXPECT_EQ(menuOf(1), "-Open channel 1-Delete channel 1-Delete all channels-Save as default");
+    mdimoduMain::state().lockState = mdimoduMain::unlocked;
     EXPECT_EQ(menuOf(2), "+Open channel 2-Delete channel 2+Delete all channels-Save as default");
     EXPECT_EQ(menuOf(0), "");
     EXPECT_EQ(modChMem::state().currentChannel, 2);

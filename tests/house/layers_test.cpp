@@ -31,7 +31,8 @@ constexpr std::pair<std::string_view, Floor> floors[] = {
     {"channels/", Floor::channels},
     {"memview/", Floor::memview},
     {"link/", Floor::link},
-    {"cli/", Floor::cli}};
+    {"cli/", Floor::cli},
+    {"desktop/", Floor::windows}};
 
 /// The floor of a file below src; nothing where its folder is not in the plan of the house.
 std::optional<Floor> floorOf(const std::string& path) {
@@ -39,7 +40,8 @@ std::optional<Floor> floorOf(const std::string& path) {
     if (name.starts_with("frm") || name.starts_with("mdifrmMain.")) {
         return Floor::windows;
     }
-    if (name.starts_with("modStartUp.") || name.starts_with("modFileCmd.")) {
+    if (name.starts_with("modStartUp.") || name.starts_with("modFileCmd.") ||
+        name.starts_with("modPrint.")) {
         return Floor::startUp;
     }
     const auto* found =
@@ -91,10 +93,12 @@ std::vector<Source> sourcesOf(const char* treeName) {
 TEST(Layers, RulesTellGoodFromBad) {
     EXPECT_TRUE(mayInclude("channels/modChMem.cpp", "channels/grid.h"));
     EXPECT_TRUE(mayInclude("app/mdifrmMain.cpp", "channels/frmChMem.h"));
+    EXPECT_TRUE(mayInclude("channels/frmChMem.cpp", "desktop/icons.h"));
     for (const auto& [source, header] : {std::pair("image/stamp.cpp", "channels/grid.h"),
                                          {"app/Guard.h", "app/modFileCmd.h"},
                                          {"cli/program.cpp", "app/mdifrmMain.h"},
                                          {"app/mdifrmMain.cpp", "cli/program.h"},
+                                         {"link/modCommun.cpp", "desktop/icons.h"},
                                          {"attic/old.cpp", "app/Guard.h"}}) {
         EXPECT_FALSE(mayInclude(source, header)) << source;
     }

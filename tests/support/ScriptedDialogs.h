@@ -38,11 +38,14 @@ class ScriptedDialogs : public Dialogs {
         return replyTo("save", c.filter + "|" + c.folder + "|" + c.defaultExtension);
     }
     void customRange() override { replyTo("range", ""); }
+    void openDocument(const std::string& path) override { replyTo("document", path); }
+    void print(const std::string& html) override { replyTo("print", html); }
     /// Returns what was shown, and forgets it.
     Texts take() { return std::exchange(shown, {}); }
 
     /// In order: "ask yes", "ask no", "open " or "save " and a path (none = cancelled), "range ",
-    /// or a kind and "fail" for a dialog that fails with 57.
+    /// "document ",
+    /// "print ", or a kind and "fail" for a dialog that fails with 57.
     Texts answers;
     /// In order: the kind, of a box its icon, then title and text, or filter and folder ...
     Texts shown;

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/frmStatusPanels.h"
+
+#include <fmt/format.h>
+
+#include <QLabel>
+#include <QTimer>
+#include <QToolButton>
+
+#include "app/Clock.h"
+#include "app/mdimoduMain.h"
+#include "app/modFileCmd.h"
+#include "desktop/ElidedLabel.h"
+#include "desktop/icons.h"
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+#include "link/modCommun.h"
+
+namespace k520 {
+
+namespace {
+
+constexpr int statusText = 90;
+constexpr int timeText = 91;
+constexpr int portText = 92;
+constexpr int fileText = 93;
+constexpr int readyText = 94;
+constexpr int lockedText = 116;
+constexpr int refreshMs = 1000;
+
+void setFace(QLabel& label, int text) {
+    label.setToolTip(softText(text));
+    label.setAccessibleName(softText(text));
+}
+
+}  // namespace
+
+frmStatusPanels::frmStatusPanels(QWidget* parent)
+    : QStatusBar(parent),
+      status_(ownNamed<QLabel>("panStatus", this)),
+      port_(ownNamed<QLabel>("panPort", this)),
+      file_(ownNamed<ElidedLabel>("panFile", this)),
+      time_(ownNamed<QLabel>("panTime", this)),
+      failures_(ownNamed<QToolButton>("cmdFailures", this)) {
+    constexpr int wide = 1;
+    addWidget(status_);
+    addWidget(port_);
+    addWidget(file_, wide);
+    addPermanentWidget(failures_);
+    addPermanentWidget(time_);
+    failures_->setAutoRaise(true);
+    failures_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    failures_->setIcon(icons::line(QStringLiteral("error-list")));
+    failures_->hide();
+    connect(failures_, &QToolButton::clicked, this, &frmStatusPanels::errorListWanted);
+    auto* tick = own<QTimer>(this);
+    connect(tick, &QTimer::timeout, this, &frmStatusPanels::showTime);
+    tick->start(refreshMs);
+    showTime();
+}
+
+void frmStatusPanels::SetSoftFace() {
+    setFace(*status_, statusText);
+    setFace(*port_, portText);
+    setFace(*file_, fileText);
+    setFace(*time_, timeText);
+    failures_->setToolTip(ownQText(OwnText::errorListTitle));
+    failures_->setAccessibleName(ownQText(OwnText::errorListTitle));
+    refresh();
+}
+
+void frmStatusPanels::refresh() {
+    const bool locked = mdimoduMain::state().lockState == mdimoduMain::locked;
+    status_->setText(softText(locked ? lockedText : readyText));
+    port_->setText(QStringLiteral("COM%1").arg(modCommun::state().portNumber));
+    file_->setText(qPath(modFileCmd::state().filePanel));
+}
+
+void frmStatusPanels::setFailures(int count) {
+    failures_->setText(QString::number(count));
+    failures_->setVisible(count > 0);
+}
+
+void frmStatusPanels::showTime() {
+    const DateTime now = theClock().dateTime();
+    time_->setText(qText(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", now.year, now.month,
+                                     now.day, now.hour, now.minute, now.second)));
+}
+
+}  // namespace k520

@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <QMainWindow>
+#include <QTranslator>
+
+#include "app/modStartUp.h"
+#include "link/communView.h"
+
+class QMdiArea;
+
+namespace k520 {
+
+class frmChMem;
+class frmCommun;
+class frmMemDat;
+class frmRadioInfo;
+class frmShowErr;
+class frmStatusPanels;
+class frmSysSet;
+class frmTreeView;
+
+/// The main window: menus, toolbar, status bar, the docked tree and error list, and the child
+/// windows of the radio's data. Its commands are those of modFileCmd, modStartUp and the dialogs;
+/// it only reaches them.
+class mdifrmMain : public QMainWindow {
+    Q_OBJECT
+
+  public:
+    mdifrmMain();
+    ~mdifrmMain() override;
+    mdifrmMain(const mdifrmMain&) = delete;
+    mdifrmMain& operator=(const mdifrmMain&) = delete;
+
+    /// The start-up. The caller shows the window, unless the program is to quit.
+    [[nodiscard]] modStartUp::StartResult Form_Load();
+
+    /// Applies interface texts and font to every window.
+    void SetSoftFace();
+    /// Takes maximising and minimising from the window.
+    void ForbidMaxForm();
+
+    /// What a toolbar button does, by its key; nothing for an unknown one.
+    void tlbmdifrmMain_ButtonClick(const QString& key);
+    void mnuReadFre_Click();
+    void mnuWriteFre_Click();
+    /// The port dialog; afterwards the status bar shows the port.
+    void selectPort();
+    void mnuLangSel_Click(int language);
+    void mnuLockCh_Click(bool lock);
+    /// Shows one of the windows that the tree stands for ("RadioInfo", "ChInfo", "SysSet").
+    void showWindow(const QString& key);
+    void showMemDat();
+    void ExitSoft();
+
+  protected:
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+
+  private:
+    void makeMenus();
+    void makeToolBar();
+    void makeDocks();
+    void connectCore();
+    void setToolBarFace();
+    void setMenuFace();
+    void showChild(QWidget& child);
+    void communicate(Direction direction);
+    void checkLanguageItem();
+    void showLockState();
+    void followFormRefresh();
+    void followPanel();
+
+    QMdiArea* mdi_;
+    frmStatusPanels* status_;
+    frmTreeView* tree_ = nullptr;
+    frmShowErr* errors_ = nullptr;
+    frmCommun* commun_ = nullptr;
+    // Children of the frame, made on first use and kept.
+    frmChMem* chMem_;
+    frmRadioInfo* radioInfo_ = nullptr;
+    frmSysSet* sysSet_ = nullptr;
+    frmMemDat* memDat_ = nullptr;
+    QTranslator toolkitTexts_;
+};
+
+}  // namespace k520

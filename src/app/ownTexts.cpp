@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/ownTexts.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "app/RuntimeError.h"
+#include "app/mdimoduMain.h"
+
+namespace k520 {
+
+namespace {
+
+struct Row {
+    OwnText text;
+    std::string chinese;
+    std::string english;
+};
+
+// clang-format off
+const Row rows[] = {
+    // Main window
+    {OwnText::menuView, "视图(&V)", "&View"},
+    {OwnText::viewErrorList, "错误列表(&E)", "&Error List"},
+    {OwnText::viewTree, "导航树(&T)", "Navigation &Tree"},
+    {OwnText::treeTitle, "导航", "Navigation"},
+    {OwnText::toolbarTitle, "工具栏", "Toolbar"},
+    {OwnText::helpCannotOpen, "没有能打开帮助文件的程序:", "There is no program to open the help file:"},
+    // Channel window
+    {OwnText::outOfBandTip, "频率超出频段 {} - {} MHz，对讲机可能无法工作。",
+     "Outside the band {} - {} MHz: the radio may not work on it."},
+    {OwnText::openedTip, "新开启的信道，请输入频率。", "A channel just opened: type its frequency."},
+    // Communication dialog
+    {OwnText::stopSession, "停止通信(&S)", "&Stop"},
+    {OwnText::showMemDat, "显示内存数据(&M)", "Show &memory data"},
+    {OwnText::dataList, "通信数据(&A)", "D&ata"},
+    {OwnText::addressRanges, "地址范围（十六进制）", "Address ranges (hexadecimal)"},
+    {OwnText::maxAddress, "最大地址(&X)", "Ma&ximum"},
+    {OwnText::readFrom, "读起始(&F)", "Read &from"},
+    {OwnText::readTo, "读结束(&T)", "Read &to"},
+    {OwnText::writeFrom, "写起始(&O)", "Write fr&om"},
+    {OwnText::writeTo, "写结束(&I)", "Wr&ite to"},
+    {OwnText::badAddressTip, "不是十六进制地址 (0000 - FFFF)，仍使用 {:04X}。",
+     "Not a hexadecimal address (0000 to FFFF): {:04X} stays in force."},
+    {OwnText::communLight, "通信指示灯", "Communication light"},
+    {OwnText::closeWindow, "关闭(&C)", "&Close"},
+    // How a session ended
+    {OwnText::readDone, "对讲机已读取：{} 个数据块。", "Radio read: {} blocks."},
+    {OwnText::writeDone, "对讲机已写入：{} 个数据块。", "Radio written: {} blocks."},
+    {OwnText::doneButLogged, "但出现错误：{}", "But an error was reported: {}"},
+    {OwnText::sessionStopped, "通信已停止。", "Stopped on request."},
+    {OwnText::portMissing, "端口没有设备 ({1})。请插好写频线并安装驱动程序，或选择其他端口。",
+     "There is no device at the port ({1}). Plug in the programming cable and see that its driver "
+     "is there, or choose another port."},
+    {OwnText::portDenied, "没有使用端口的权限。{0}", "You may not use the port. {0}"},
+    {OwnText::portInUse, "端口已被占用 ({0})。请关闭占用它的程序，或选择其他端口。",
+     "The port is taken ({0}). Close the program that has it, or choose another port."},
+    {OwnText::portNotSerial, "这不是串口 ({1})。请选择其他端口。",
+     "This is no serial port ({1}). Choose another port."},
+    {OwnText::portTroubleOther, "端口无法打开 ({0})。请检查写频线，或选择其他端口。",
+     "The port cannot be opened ({0}). Check the cable, or choose another port."},
+    {OwnText::contactLost, "通信中途端口断开 ({0})。请重新插好写频线，再试一次。",
+     "The port broke off in the middle ({0}). Plug the cable in again, then start once more."},
+    {OwnText::rangeUnusable, "地址范围不可用 ({0})。请检查下面的起始和结束地址。",
+     "The address range cannot be used ({0}). Check its first and last address below."},
+    {OwnText::endedByError, "通信因错误结束：{0}。", "An error ended it: {0}."},
+    {OwnText::radioSilent,
+     "尝试 {} 次，对讲机没有有效应答。请检查：对讲机是否开机，写频线两端是否插好，端口是否正确，型号是否相符。",
+     "No valid answer from a radio in {} attempts. Is it switched on, is the cable plugged in at "
+     "both ends, is it the right port and the right kind of radio?"},
+    {OwnText::radioUnclear, "对讲机有应答，但 {} 次尝试均中断。请检查插头、电池和周围的干扰，再试一次。",
+     "The radio answered, but each of {} attempts broke off. Check plugs and battery, keep away "
+     "from sources of noise, then start once more."},
+    {OwnText::imageUnchanged, "这里的数据没有改变。", "The data here is unchanged."},
+    {OwnText::imageMixed, "这里的数据现在新旧混杂（已读到 {:04X}）：请重新读取，或重新打开文件。",
+     "The data here is now a mixture of old and new (read up to {:04X}): read again, or open your "
+     "file again."},
+    {OwnText::radioUnchanged, "对讲机的数据没有改变。", "The radio is unchanged."},
+    {OwnText::radioTouched, "对讲机可能已被部分写入：使用前请重新写入。",
+     "The radio may be partly written: write again before it is used."},
+    {OwnText::radioPartlyWritten, "对讲机只写入了一部分（到 {:04X}）：使用前请重新写入。",
+     "The radio is only partly written (up to {:04X}): write again before it is used."},
+    // Port dialog: why a port cannot be chosen
+    {OwnText::portMissingShort, "没有设备", "no device"},
+    {OwnText::portDeniedShort, "没有权限", "no permission"},
+    {OwnText::portInUseShort, "已被占用", "in use"},
+    {OwnText::portNotSerialShort, "不是串口", "not a serial port"},
+    {OwnText::portNotUsable, "不可用", "not usable"},
+    // Option panel
+    {OwnText::groupTransmit, "发射", "Transmit"},
+    {OwnText::groupReceiver, "接收", "Receiver"},
+    {OwnText::groupVoice, "语音与提示音", "Voice and tones"},
+    {OwnText::groupPower, "电源", "Power"},
+    {OwnText::groupVox, "声控 (VOX)", "VOX"},
+    {OwnText::groupBroadcast, "收音机", "Broadcast receiver"},
+    {OwnText::neverStoredTip, "对讲机的硬件特性，不会写入对讲机。",
+     "A property of the radio's hardware; it is never stored in the radio."},
+    // Memory data window
+    {OwnText::memDatTitle, "内存数据", "Memory data"},
+    {OwnText::fillGrid, "重新填充(&F)", "Re&fill"},
+    {OwnText::clearMarks, "清除标记(&C)", "&Clear marks"},
+    {OwnText::badByteTip, "请输入两位十六进制数 00 - FF。", "Two hexadecimal digits, 00 to FF."},
+    {OwnText::goToAddress, "地址(&A)", "&Address"},
+    {OwnText::goToTip, "十六进制地址，按回车键跳转。", "A hexadecimal address; Enter goes there."},
+    // Error list
+    {OwnText::errorListTitle, "错误列表", "Error list"},
+    {OwnText::copyLines, "复制(&C)", "&Copy"},
+    {OwnText::copyAll, "全部复制(&A)", "Copy &all"},
+    {OwnText::errorListEmpty, "没有错误。", "No errors."},
+};
+// clang-format on
+
+}  // namespace
+
+const std::string& ownText(OwnText text) {
+    const auto* row = std::ranges::find(rows, text, &Row::text);
+    if (row == std::end(rows)) {
+        throw RuntimeError(errNum::subscript, "own text");
+    }
+    const bool chinese = mdimoduMain::state().Language == mdimoduMain::languageChinese;
+    return chinese ? row->chinese : row->english;
+}
+
+}  // namespace k520

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Where the program keeps its settings, default image and data files.
+namespace k520::programFolder {
+
+/// Finds the program folder and the shipped files and hands them to mdimoduMain. In this order:
+/// `chosen` (called `origin` in messages), $K520_HOME, the executable's folder when it holds a
+/// settings file and can be written, $XDG_DATA_HOME/k520 (by default ~/.local/share/k520), which is
+/// made and seeded from the shipped files on first use. Returns a remark about a chosen folder that
+/// does not exist; raises 76 for a chosen path that is no folder.
+[[nodiscard]] std::optional<std::string> choose(const std::optional<std::string>& chosen,
+                                                std::string_view origin);
+
+/// The folder of the running executable.
+[[nodiscard]] std::filesystem::path executableFolder();
+
+}  // namespace k520::programFolder

@@ -1,0 +1,256 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/frmChEditors.h"
+
+#include <QAbstractItemView>
+#include <QCompleter>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QValidator>
+#include <QWheelEvent>
+
+#include "channels/channelTable.h"
+#include "channels/modCtdcs.h"
+#include "desktop/CellGridModel.h"
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+
+namespace k520 {
+
+namespace {
+
+using Delegate = QAbstractItemDelegate;
+
+constexpr int longestFrequency = 20;
+
+/// Where a key goes that ends an edit; NoHint for all other keys.
+Delegate::EndEditHint hintOf(int key) {
+    switch (key) {
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            return Delegate::SubmitModelCache;
+        case Qt::Key_Tab:
+            return Delegate::EditNextItem;
+        case Qt::Key_Backtab:
+            return Delegate::EditPreviousItem;
+        default:
+            return Delegate::NoHint;
+    }
+}
+
+/// Reads what was meant: many keyboards have a comma in their number block, and a DCS code may be
+/// typed without shift. Nothing is refused: a text that is no number has a meaning of its own.
+class MeantText : public QValidator {
+  public:
+    using QValidator::QValidator;
+    State validate(QString& input, int&) const override {
+        input.replace(u',', u'.');
+        if (input.startsWith(u'd')) {
+            input[0] = u'D';
+        }
+        return Acceptable;
+    }
+};
+
+QLineEdit* frequencyEditor(const QString& text, QWidget* parent) {
+    auto* editor = own<QLineEdit>(text, parent);
+    editor->setMaxLength(longestFrequency);
+    editor->setValidator(own<MeantText>(editor));
+    editor->setInputMethodHints(Qt::ImhPreferNumbers);
+    editor->setAlignment(Qt::AlignCenter);
+    editor->setFrame(false);
+    editor->setAutoFillBackground(true);
+    return editor;
+}
+
+}  // namespace
+
+void SteadyComboBox::wheelEvent(QWheelEvent* event) {
+    event->ignore();
+}
+
+void CellComboBox::finish(Delegate::EndEditHint hint) {
+    if (!std::exchange(finished_, true)) {
+        // An open list would keep the focus from going back to the grid.
+        if (completer() != nullptr) {
+            completer()->popup()->hide();
+        }
+        hidePopup();
+        emit finished(hint);
+    }
+}
+
+bool CellComboBox::focusNextPrevChild(bool) {
+    return true;
+}
+
+ListEditor::ListEditor(const QStringList& choices, const QString& text, QWidget* parent)
+    : CellComboBox(parent) {
+    addItems(choices);
+    setCurrentIndex(static_cast<int>(choices.indexOf(text)));
+    connect(this, &QComboBox::activated, this, [this] { finish(Delegate::NoHint); });
+    // Not before the grid has given the editor its focus; and a choice is told after the list has
+    // been closed.
+    connect(this, &ListEditor::shown, this, &ListEditor::open, Qt::QueuedConnection);
+    connect(
+        this, &ListEditor::listClosed, this, [this] { finish(Delegate::RevertModelCache); },
+        Qt::QueuedConnection);
+    view()->installEventFilter(this);
+    view()->window()->installEventFilter(this);
+}
+
+bool ListEditor::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::Hide && watched == view()->window()) {
+        emit listClosed();
+    }
+    if (event->type() == QEvent::KeyPress && watched == view() &&
+        leaveByTab(static_cast<QKeyEvent*>(event)->key())) {
+        return true;
+    }
+    return CellComboBox::eventFilter(watched, event);
+}
+
+void ListEditor::showEvent(QShowEvent* event) {
+    CellComboBox::showEvent(event);
+    emit shown();
+}
+
+void ListEditor::keyPressEvent(QKeyEvent* event) {
+    if (event->text().isEmpty()) {
+        CellComboBox::keyPressEvent(event);
+        return;
+    }
+    open();
+    view()->keyboardSearch(event->text());
+}
+
+void ListEditor::open() {
+    if (!view()->isVisible()) {
+        showPopup();
+    }
+}
+
+bool ListEditor::leaveByTab(int key) {
+    if (key != Qt::Key_Tab && key != Qt::Key_Backtab) {
+        return false;
+    }
+    setCurrentIndex(view()->currentIndex().row());
+    finish(hintOf(key));
+    return true;
+}
+
+ToneEditor::ToneEditor(const QString& text, QWidget* parent) : CellComboBox(parent) {
+    setObjectName(QStringLiteral("cboGridChCtdcs"));
+    setEditable(true);
+    setInsertPolicy(NoInsert);
+    for (const std::string& tone : modCtdcs::state().cboGridChCtdcs) {
+        addItem(qText(tone));
+    }
+    auto* offers = own<QCompleter>(model(), this);
+    offers->setFilterMode(Qt::MatchContains);
+    offers->setCaseSensitivity(Qt::CaseInsensitive);
+    offers->setCompletionMode(QCompleter::PopupCompletion);
+    setCompleter(offers);
+    setCurrentIndex(findText(text));
+    lineEdit()->setObjectName(QStringLiteral("txtGridChCtdcs"));
+    lineEdit()->setAlignment(Qt::AlignCenter);
+    setValidator(own<MeantText>(this));
+    lineEdit()->setText(text);
+    lineEdit()->selectAll();
+    connect(this, &QComboBox::activated, this, [this] { finish(Delegate::NoHint); });
+    connect(offers, qOverload<const QString&>(&QCompleter::activated), this,
+            [this](const QString& tone) {
+                setEditText(tone);
+                finish(Delegate::NoHint);
+            });
+}
+
+bool ToneEditor::event(QEvent* event) {
+    // From the list of offers, which hands its keys on; the delegate sees all others before.
+    if (event->type() == QEvent::KeyPress) {
+        const auto hint = hintOf(static_cast<QKeyEvent*>(event)->key());
+        if (hint != Delegate::NoHint) {
+            finish(hint);
+            return true;
+        }
+    }
+    return CellComboBox::event(event);
+}
+
+QWidget* ChannelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                       const QModelIndex& index) const {
+    namespace column = modChMem::column;
+    const auto* model = qobject_cast<const CellGridModel*>(index.model());
+    const int col = CellGridModel::gridColumn(index);
+    const QString text = index.data(Qt::EditRole).toString();
+    QWidget* editor = nullptr;
+    switch (model->grid().cell(CellGridModel::gridRow(index), col).editMode) {
+        case EditMode::keyboard:
+            editor = frequencyEditor(text, parent);
+            break;
+        case EditMode::list:
+            editor = watched(own<ListEditor>(index.data(CellGridModel::choicesRole).toStringList(),
+                                             text, parent));
+            break;
+        case EditMode::none:
+            if (col == column::decode || col == column::encode) {
+                editor = watched(own<ToneEditor>(text, parent));
+            }
+            break;
+    }
+    if (editor != nullptr) {
+        const auto title = [&](int section, Qt::Orientation side) {
+            return model->headerData(section, side, Qt::DisplayRole).toString();
+        };
+        editor->setAccessibleName(title(index.column(), Qt::Horizontal) + u' ' +
+                                  title(index.row(), Qt::Vertical));
+    }
+    return editor;
+}
+
+void ChannelDelegate::setEditorData(QWidget*, const QModelIndex&) const {}
+
+void ChannelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                                           const QModelIndex&) const {
+    QRect place = option.rect;
+    if (qobject_cast<CellComboBox*>(editor) != nullptr) {
+        place.setWidth(std::max(place.width(), editor->minimumSizeHint().width()));
+        const int beyond = place.right() - editor->parentWidget()->rect().right();
+        place.translate(-std::max(0, beyond), 0);
+    }
+    editor->setGeometry(place);
+}
+
+bool ChannelDelegate::eventFilter(QObject* editor, QEvent* event) {
+    auto* widget = qobject_cast<QWidget*>(editor);
+    if (widget != nullptr && event->type() == QEvent::KeyPress) {
+        const auto hint = hintOf(static_cast<QKeyEvent*>(event)->key());
+        if (hint != NoHint) {
+            end(widget, hint);
+            return true;
+        }
+    }
+    return QStyledItemDelegate::eventFilter(editor, event);
+}
+
+void ChannelDelegate::end(QWidget* editor, EndEditHint hint) {
+    if (auto* list = qobject_cast<CellComboBox*>(editor)) {
+        return list->finish(hint);
+    }
+    emit commitData(editor);
+    emit closeEditor(editor, hint);
+}
+
+QWidget* ChannelDelegate::watched(CellComboBox* editor) const {
+    // Making an editor is const, ending an edit is not.
+    auto* self = const_cast<ChannelDelegate*>(this);
+    connect(editor, &CellComboBox::finished, self, [self, editor](EndEditHint hint) {
+        if (hint != RevertModelCache) {
+            emit self->commitData(editor);
+        }
+        emit self->closeEditor(editor, hint);
+    });
+    return editor;
+}
+
+}  // namespace k520

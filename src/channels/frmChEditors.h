@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <QComboBox>
+#include <QStyledItemDelegate>
+
+/// The in-cell editors of the channel grid and the delegate that makes them.
+namespace k520 {
+
+/// A drop-down list that the mouse wheel leaves alone: a page that is scrolled must not change what
+/// happens to be under the pointer.
+class SteadyComboBox : public QComboBox {
+    Q_OBJECT
+
+  public:
+    using QComboBox::QComboBox;
+
+  protected:
+    void wheelEvent(QWheelEvent* event) override;
+};
+
+/// A drop-down list in a cell. It says once how it ends.
+class CellComboBox : public SteadyComboBox {
+    Q_OBJECT
+
+  public:
+    using SteadyComboBox::SteadyComboBox;
+
+    void finish(QAbstractItemDelegate::EndEditHint hint);
+
+  signals:
+    /// RevertModelCache: nothing was chosen. Any other hint: the text is to be stored, and where
+    /// to go from there.
+    void finished(QAbstractItemDelegate::EndEditHint hint);
+
+  protected:
+    /// No way out: a list that is hidden with the focus would take the grid for the next control
+    /// and make it go on to its next cell.
+    bool focusNextPrevChild(bool next) override;
+
+  private:
+    bool finished_ = false;
+};
+
+/// The list of a cell. It opens at once; a choice ends it, and so does closing it without one.
+class ListEditor : public CellComboBox {
+    Q_OBJECT
+
+  public:
+    ListEditor(const QStringList& choices, const QString& text, QWidget* parent);
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  signals:
+    void shown();
+    void listClosed();
+
+  protected:
+    void showEvent(QShowEvent* event) override;
+    /// A letter goes to the next entry that starts with it.
+    void keyPressEvent(QKeyEvent* event) override;
+
+  private:
+    void open();
+    bool leaveByTab(int key);
+};
+
+/// The tone editor `cboGridChCtdcs`: all tones in a list, and a line `txtGridChCtdcs` that offers
+/// those which contain what is typed.
+class ToneEditor : public CellComboBox {
+    Q_OBJECT
+
+  public:
+    ToneEditor(const QString& text, QWidget* parent);
+
+  protected:
+    bool event(QEvent* event) override;
+};
+
+/// Makes the editor that the cell's edit mode asks for, filled with the cell's text. Return and the
+/// choice of an entry end an edit as described at CellComboBox.
+class ChannelDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// Null for a cell that has no way of editing.
+    [[nodiscard]] QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                        const QModelIndex& index) const override;
+    /// Nothing: a change beside the edit must not replace what is being typed.
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override;
+    void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
+                              const QModelIndex& index) const override;
+
+  protected:
+    bool eventFilter(QObject* editor, QEvent* event) override;
+
+  private:
+    void end(QWidget* editor, EndEditHint hint);
+    QWidget* watched(CellComboBox* editor) const;
+};
+
+}  // namespace k520

@@ -1,0 +1,416 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/frmChGrid.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QContextMenuEvent>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QMenu>
+#include <algorithm>
+#include <numeric>
+#include <set>
+
+#include "app/Guard.h"
+#include "channels/frmChEditors.h"
+#include "channels/frmChGridHeader.h"
+#include "channels/frmChGridRules.h"
+#include "channels/modChEdit.h"
+#include "channels/modChMem.h"
+#include "desktop/CellGridModel.h"
+#include "desktop/icons.h"
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+
+namespace k520 {
+
+namespace {
+
+namespace column = modChMem::column;
+
+constexpr int cellMargin = 6;  ///< pixels beside a text
+constexpr int rowMargin = 8;   ///< pixels above and below a text, together: an editor fits in
+
+std::int16_t currentChannel() {
+    return modChMem::state().currentChannel;
+}
+
+/// An item of the pop-up menu, in the order of modChEdit::channelMenu.
+struct MenuCommand {
+    const char* name;
+    const char* icon;
+    void (*run)();
+};
+
+constexpr MenuCommand menuCommands[] = {
+    {"mnuOpenCh", "channel-open", [] { modChEdit::openChannel(currentChannel()); }},
+    {"mnuDelOne", "channel-delete", modChMem::mnuDelOne_Click},
+    {"mnuDelAll", "channels-delete-all", modChMem::mnuDelAll_Click},
+    {"mnuSaveDef", "channel-default", [] { modChEdit::saveAsDefault(currentChannel()); }}};
+
+}  // namespace
+
+struct frmChGrid::KeyCommand {
+    QKeyCombination keys;
+    void (frmChGrid::*run)();
+};
+
+const frmChGrid::KeyCommand frmChGrid::keyCommands[] = {
+    {Qt::Key_Return, &frmChGrid::goDown},
+    {Qt::Key_Enter, &frmChGrid::goDown},
+    {Qt::ShiftModifier | Qt::Key_Return, &frmChGrid::goUp},
+    {Qt::ShiftModifier | Qt::Key_Enter, &frmChGrid::goUp},
+    {Qt::Key_Delete, &frmChGrid::clearCells},
+    {Qt::Key_Backspace, &frmChGrid::clearCells},
+    {Qt::Key_Space, &frmChGrid::startEdit},
+    {Qt::Key_F4, &frmChGrid::openList},
+    {Qt::AltModifier | Qt::Key_Down, &frmChGrid::openList},
+    {Qt::Key_Menu, &frmChGrid::showMenuOfCurrent},
+    {Qt::ShiftModifier | Qt::Key_F10, &frmChGrid::showMenuOfCurrent},
+    {Qt::ControlModifier | Qt::Key_C, &frmChGrid::copyCells},
+    {Qt::ControlModifier | Qt::Key_Insert, &frmChGrid::copyCells},
+    {Qt::ControlModifier | Qt::Key_X, &frmChGrid::cutCells},
+    {Qt::ControlModifier | Qt::Key_V, &frmChGrid::pasteCells},
+    {Qt::ShiftModifier | Qt::Key_Insert, &frmChGrid::pasteCells},
+};
+
+frmChGrid::frmChGrid(QWidget* parent)
+    : QTableView(parent),
+      model_(own<CellGridModel>(
+          modChMem::state().vsfgGridCh,
+          CellGridModel::Rules{// Asked at every paint; edit() asks the core.
+                               .mayEdit = [](int, int) { return !chGridRules::locked(); },
+                               .edited =
+                                   [](int row, int col, const QString& text) {
+                                       return chGridRules::store(row, col, stdText(text));
+                                   },
+                               .tip = chGridRules::tipOf},
+          this)),
+      titles_(own<TitleHeader>(this)),
+      menu_(own<QMenu>(this)),
+      corner_(own<QLabel>()) {
+    setObjectName(QStringLiteral("vsfgGridCh"));
+    setHorizontalHeader(titles_);
+    setModel(model_);
+    setItemDelegate(own<ChannelDelegate>(this));
+    setSelectionMode(ExtendedSelection);
+    setSelectionBehavior(SelectItems);
+    // Not DoubleClicked: it steps a list, see doubleClicked().
+    setEditTriggers(AnyKeyPressed | EditKeyPressed | SelectedClicked);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    setTabKeyNavigation(true);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setMinimumSize(240, 160);
+    for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
+        header->setSectionResizeMode(QHeaderView::Fixed);
+        header->setHighlightSections(true);
+    }
+    makeMenu();
+    makeCorner();
+    connect(this, &QTableView::doubleClicked, this, &frmChGrid::doubleClicked);
+    connect(model_, &CellGridModel::modelReset, this, &frmChGrid::afterReset);
+    connect(model_, &CellGridModel::headerDataChanged, this, &frmChGrid::fit);
+    afterReset();
+}
+
+void frmChGrid::makeMenu() {
+    menu_->setObjectName(QStringLiteral("mnuChannel"));
+    for (const MenuCommand& command : menuCommands) {
+        QAction* action = menu_->addAction(icons::line(QLatin1String(command.icon)), QString());
+        action->setObjectName(QLatin1String(command.name));
+        connect(action, &QAction::triggered, this, [&command] { command.run(); });
+    }
+    verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(verticalHeader(), &QWidget::customContextMenuRequested, this, [this](QPoint where) {
+        showMenu(verticalHeader()->logicalIndexAt(where) + 1,
+                 verticalHeader()->viewport()->mapToGlobal(where));
+    });
+}
+
+/// The title of the numbers' column stands in the corner, which a table leaves empty.
+void frmChGrid::makeCorner() {
+    auto* button = findChild<QAbstractButton*>();
+    corner_->setParent(button != nullptr ? static_cast<QWidget*>(button) : this);
+    corner_->setAlignment(Qt::AlignCenter);
+    corner_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    if (button != nullptr) {
+        auto* layout = own<QHBoxLayout>(button);
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->addWidget(corner_);
+    }
+}
+
+void frmChGrid::afterReset() {
+    fit();
+    goTo(model_->indexOf(1, 1));
+}
+
+// Sizes.
+
+int frmChGrid::neededWidth(int column) const {
+    int widest = 0;
+    for (const std::string& text : chGridRules::possibleTexts(column)) {
+        widest = std::max(widest, fontMetrics().horizontalAdvance(qText(text)));
+    }
+    const int word = titles_->widestWord(column - 1);
+    return std::max(word, widest) + 2 * cellMargin;
+}
+
+int frmChGrid::neededRowHeight() const {
+    const int wanted = model_->rowCount() > 0 ? model_->grid().rowHeight(1) : 0;
+    return std::max(pixelsOfTwips(wanted, logicalDpiY()), fontMetrics().height() + rowMargin);
+}
+
+void frmChGrid::fit() {
+    const CellGrid& grid = model_->grid();
+    const int count = model_->columnCount();
+    if (count == 0) {
+        return;
+    }
+    corner_->setText(qText(grid.text(0, 0)));
+    const int height = neededRowHeight();
+    verticalHeader()->setDefaultSectionSize(height);
+    verticalHeader()->setFixedWidth(std::max(
+        {pixelsOfTwips(grid.columnWidth(0), logicalDpiX()), verticalHeader()->sizeHint().width(),
+         fontMetrics().horizontalAdvance(corner_->text()) + 2 * cellMargin}));
+    fitColumns(viewport()->width());
+    horizontalHeader()->setFixedHeight(
+        height + rowMargin / 2 + (titles_->wraps(cellMargin) ? fontMetrics().lineSpacing() : 0));
+}
+
+void frmChGrid::fitColumns(int room) {
+    const int count = model_->columnCount();
+    std::vector<int> widths;
+    std::vector<int> margins;
+    for (int column = 1; column <= count; ++column) {
+        const int needed = neededWidth(column);
+        const int wanted = pixelsOfTwips(model_->grid().columnWidth(column), logicalDpiX());
+        widths.push_back(std::max(needed, wanted));
+        margins.push_back(widths.back() - needed);
+    }
+    const int spare = room - std::accumulate(widths.begin(), widths.end(), 0);
+    // Where it is narrow, columns wider than their texts give way.
+    const std::vector<int> shares = spare < 0 ? margins : std::vector<int>(margins.size(), 1);
+    const int all = std::max(1, std::accumulate(shares.begin(), shares.end(), 0));
+    const int change = spare < 0 ? std::max(spare, -all) : spare;
+    int before = 0;
+    for (int i = 0; i < count; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        const int after = before + shares[at];
+        setColumnWidth(i, widths[at] + change * after / all - change * before / all);
+        before = after;
+    }
+}
+
+void frmChGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    fit();
+}
+
+void frmChGrid::changeEvent(QEvent* event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
+        fit();
+    }
+}
+
+// Going from cell to cell.
+
+bool frmChGrid::canStep(int cellCount) const {
+    const int columns = model_->columnCount();
+    const int target = currentIndex().row() * columns + currentIndex().column() + cellCount;
+    return currentIndex().isValid() && target >= 0 && target < columns * model_->rowCount();
+}
+
+void frmChGrid::step(int cellCount) {
+    if (canStep(cellCount)) {
+        const int columns = model_->columnCount();
+        const int target = currentIndex().row() * columns + currentIndex().column() + cellCount;
+        goTo(model_->index(target / columns, target % columns));
+    }
+}
+
+void frmChGrid::goRows(int rows) {
+    goTo(model_->index(currentIndex().row() + rows, currentIndex().column()));
+}
+
+void frmChGrid::goTo(const QModelIndex& index) {
+    // Shift, held for the way back, must not extend the selection.
+    if (index.isValid()) {
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect);
+    }
+}
+
+void frmChGrid::keyPressEvent(QKeyEvent* event) {
+    const int key = event->key();
+    if ((key == Qt::Key_Tab && !canStep(1)) || (key == Qt::Key_Backtab && !canStep(-1))) {
+        // Out of the table, to the next control.
+        event->ignore();
+        return;
+    }
+    const QKeyCombination keys(event->modifiers() & ~Qt::KeypadModifier, Qt::Key(key));
+    const auto* command = std::ranges::find(keyCommands, keys, &KeyCommand::keys);
+    if (command == std::end(keyCommands)) {
+        QTableView::keyPressEvent(event);
+    } else if (currentIndex().isValid()) {
+        guarded("frmChMem->vsfgGridCh_KeyDown:", [&] { (this->*command->run)(); });
+    }
+}
+
+// Editing.
+
+bool frmChGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* event) {
+    const bool starts = trigger == AllEditTriggers || (trigger & editTriggers()) != 0;
+    if (starts && index.isValid() && state() != EditingState) {
+        const int row = CellGridModel::gridRow(index);
+        const int col = CellGridModel::gridColumn(index);
+        const bool clicked = trigger == SelectedClicked;
+        if ((clicked && (col == column::rx || col == column::tx)) ||
+            chGridRules::refuses(row, col)) {
+            trigger = NoEditTriggers;
+        }
+    }
+    return QTableView::edit(index, trigger, event);
+}
+
+void frmChGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    switch (hint) {
+        case QAbstractItemDelegate::SubmitModelCache:
+            return goDown();
+        case QAbstractItemDelegate::EditNextItem:
+            return step(1);
+        case QAbstractItemDelegate::EditPreviousItem:
+            return step(-1);
+        default:
+            return;
+    }
+}
+
+void frmChGrid::startEdit() {
+    edit(currentIndex(), AllEditTriggers, nullptr);
+}
+
+void frmChGrid::openList() {
+    startEdit();
+    auto* tones = qobject_cast<ToneEditor*>(window()->focusWidget());
+    if (tones != nullptr && state() == EditingState) {
+        tones->showPopup();
+    }
+}
+
+void frmChGrid::doubleClicked(const QModelIndex& index) {
+    const int row = CellGridModel::gridRow(index);
+    const int col = CellGridModel::gridColumn(index);
+    if (col >= modChMem::firstParameter) {
+        modChEdit::vsfgGridCh_DblClick(toInt16(row), toInt16(col));
+    } else {
+        edit(index, AllEditTriggers, nullptr);
+    }
+}
+
+void frmChGrid::clearCells() {
+    QModelIndexList chosen = selectedIndexes();
+    // The receive frequency of a row first: without it there is nothing else to clear.
+    std::sort(chosen.begin(), chosen.end());
+    for (const QModelIndex& index : chosen) {
+        chGridRules::clear(CellGridModel::gridRow(index), CellGridModel::gridColumn(index));
+    }
+}
+
+void frmChGrid::copyCells() {
+    std::set<int> rows;
+    std::set<int> columns;
+    for (const QModelIndex& index : selectedIndexes()) {
+        rows.insert(index.row());
+        columns.insert(index.column());
+    }
+    QStringList lines;
+    for (const int row : rows) {
+        QStringList texts;
+        for (const int col : columns) {
+            const QModelIndex index = model_->index(row, col);
+            texts.append(selectionModel()->isSelected(index) ? index.data().toString() : QString());
+        }
+        lines.append(texts.join(u'\t'));
+    }
+    if (!lines.empty()) {
+        QApplication::clipboard()->setText(lines.join(u'\n'));
+    }
+}
+
+void frmChGrid::cutCells() {
+    copyCells();
+    clearCells();
+}
+
+void frmChGrid::pasteCells() {
+    const QModelIndexList chosen = selectedIndexes();
+    const auto block = chGridRules::blockOf(QApplication::clipboard()->text());
+    if (block.size() == 1 && block[0].size() == 1) {
+        // One text for every chosen cell.
+        for (const QModelIndex& index : chosen) {
+            chGridRules::put(CellGridModel::gridRow(index), CellGridModel::gridColumn(index),
+                             block[0][0]);
+        }
+        return;
+    }
+    QModelIndex corner = currentIndex();
+    for (const QModelIndex& index : chosen) {
+        corner = model_->index(std::min(corner.row(), index.row()),
+                               std::min(corner.column(), index.column()));
+    }
+    int row = CellGridModel::gridRow(corner);
+    for (const auto& line : block) {
+        int col = CellGridModel::gridColumn(corner);
+        for (const std::string& text : line) {
+            if (model_->indexOf(row, col).isValid()) {
+                chGridRules::put(row, col, text);
+            }
+            ++col;
+        }
+        ++row;
+    }
+}
+
+// The pop-up menu.
+
+void frmChGrid::contextMenuEvent(QContextMenuEvent* event) {
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        return showMenuOfCurrent();
+    }
+    const QModelIndex index = indexAt(event->pos());
+    if (index.isValid() && !selectionModel()->isSelected(index)) {
+        goTo(index);
+    }
+    showMenu(rowAt(event->pos().y()) + 1, event->globalPos());
+}
+
+void frmChGrid::showMenuOfCurrent() {
+    showMenu(CellGridModel::gridRow(currentIndex()),
+             viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+}
+
+void frmChGrid::showMenu(int gridRow, const QPoint& where) {
+    if (gridRow < 1) {
+        return;
+    }
+    const auto items = modChEdit::channelMenu(toInt16(gridRow));
+    const auto actions = menu_->actions();
+    for (std::size_t i = 0; i < items.size(); ++i) {
+        QAction* action = actions[static_cast<qsizetype>(i)];
+        action->setText(qText(items[i].caption));
+        action->setEnabled(items[i].enabled);
+    }
+    if (!items.empty()) {
+        menu_->popup(where);
+    }
+}
+
+}  // namespace k520

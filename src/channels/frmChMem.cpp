@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/frmChMem.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QSplitter>
+#include <QVBoxLayout>
+
+#include "app/Guard.h"
+#include "channels/frmChEditors.h"
+#include "channels/frmChGrid.h"
+#include "channels/modModel.h"
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+#include "settings/frmOptPanel.h"
+
+namespace k520 {
+
+namespace {
+
+void fill(const modModel::DropDown& list, QComboBox& box) {
+    const QSignalBlocker silent(box);
+    box.clear();
+    for (const std::string& item : list.items) {
+        box.addItem(qText(item));
+    }
+    box.setCurrentIndex(list.selected);
+}
+
+void caption(QLabel& label, QWidget& control, int text) {
+    label.setText(softText(text));
+    label.setBuddy(&control);
+    control.setAccessibleName(plainCaption(softText(text)));
+}
+
+}  // namespace
+
+frmChMem::frmChMem(QWidget* parent)
+    : QWidget(parent),
+      fraModel_(ownNamed<QGroupBox>("fraModel")),
+      lblModel_(own<QLabel>(fraModel_)),
+      cboModel_(ownNamed<SteadyComboBox>("cboModel", fraModel_)),
+      lblFrequency_(own<QLabel>(fraModel_)),
+      cboFrequency_(ownNamed<SteadyComboBox>("cboFrequency", fraModel_)),
+      vsfgGridCh_(own<frmChGrid>()),
+      panel_(own<frmOptPanel>()) {
+    layOut();
+    connect(cboModel_, &QComboBox::activated, this, &frmChMem::modelChosen);
+    connect(cboFrequency_, &QComboBox::activated, this, &frmChMem::bandChosen);
+    SetSoftFace();
+    refresh();
+}
+
+void frmChMem::layOut() {
+    auto* lists = own<QHBoxLayout>(fraModel_);
+    for (auto* control :
+         {static_cast<QWidget*>(lblModel_), static_cast<QWidget*>(cboModel_),
+          static_cast<QWidget*>(lblFrequency_), static_cast<QWidget*>(cboFrequency_)}) {
+        lists->addWidget(control);
+    }
+    lists->insertSpacing(2, 16);
+    lists->addStretch();
+    for (QComboBox* box : {cboModel_, cboFrequency_}) {
+        box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+        box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    }
+    auto* channels = own<QWidget>();
+    auto* column = own<QVBoxLayout>(channels);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(fraModel_);
+    column->addWidget(vsfgGridCh_, 1);
+    auto* parts = own<QSplitter>(Qt::Horizontal);
+    parts->addWidget(channels);
+    parts->addWidget(panel_);
+    parts->setStretchFactor(0, 1);
+    parts->setStretchFactor(1, 0);
+    parts->setCollapsible(0, false);
+    own<QVBoxLayout>(this)->addWidget(parts);
+}
+
+void frmChMem::SetSoftFace() {
+    guarded("modChMem->ChInfoInitFace", [this] {
+        setWindowTitle(softText(66));
+        vsfgGridCh_->setAccessibleName(windowTitle());
+        fraModel_->setTitle(softText(370));
+        caption(*lblModel_, *cboModel_, 371);
+        caption(*lblFrequency_, *cboFrequency_, 372);
+    });
+}
+
+void frmChMem::refresh() {
+    fill(modModel::state().cboModel, *cboModel_);
+    fill(modModel::state().cboFrequency, *cboFrequency_);
+    vsfgGridCh_->fit();
+}
+
+frmOptPanel* frmChMem::panel() const {
+    return panel_;
+}
+
+void frmChMem::modelChosen(int index) {
+    modModel::state().cboModel.selected = index;
+    modModel::cboModel_Click();
+    refresh();
+}
+
+void frmChMem::bandChosen(int index) {
+    auto& core = modModel::state();
+    const auto limits = [&core] { return std::pair(core.bandLow, core.bandHigh); };
+    const auto limitsBefore = limits();
+    const int before = std::exchange(core.cboFrequency.selected, index);
+    modModel::cboFrequency_Click();
+    if (index == modModel::customBand && limits() == limitsBefore) {
+        // Cancelled, or nothing new: the entry that stands for these limits stays selected.
+        core.cboFrequency.selected = before;
+    }
+    refresh();
+}
+
+}  // namespace k520

@@ -1,0 +1,71 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/frmCustomFre.h"
+
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "app/Guard.h"
+#include "app/modFileCmd.h"
+#include "channels/modModel.h"
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+
+namespace k520 {
+
+namespace {
+
+QLineEdit* limitBox(const char* name, const std::string& text, QWidget* parent) {
+    auto* box = ownNamed<QLineEdit>(name, qText(text), parent);
+    box->setInputMethodHints(Qt::ImhPreferNumbers);
+    box->setAlignment(Qt::AlignRight);
+    return box;
+}
+
+}  // namespace
+
+frmCustomFre::frmCustomFre(QWidget* parent)
+    : QDialog(parent),
+      txtFreMin_(limitBox("txtFreMin", modModel::state().customMin, this)),
+      txtFreMax_(limitBox("txtFreMax", modModel::state().customMax, this)),
+      cmdOk_(ownNamed<QPushButton>("cmdOk", this)),
+      cmdCancel_(ownNamed<QPushButton>("cmdCancel", this)),
+      form_(own<QFormLayout>(this)) {
+    form_->addRow(own<QLabel>(this), txtFreMin_);
+    form_->addRow(own<QLabel>(this), txtFreMax_);
+    auto* buttons = own<QHBoxLayout>();
+    buttons->addStretch();
+    buttons->addWidget(cmdOk_);
+    buttons->addWidget(cmdCancel_);
+    form_->addRow(buttons);
+    form_->setVerticalSpacing(form_->verticalSpacing() + 4);
+    cmdOk_->setDefault(true);
+    connect(cmdOk_, &QPushButton::clicked, this, [this] {
+        modFileCmd::customRangeOk(stdText(txtFreMin_->text()), stdText(txtFreMax_->text()));
+        accept();
+    });
+    connect(cmdCancel_, &QPushButton::clicked, this, &QDialog::reject);
+    InitFace();
+    txtFreMin_->setFocus();
+    txtFreMin_->selectAll();
+}
+
+void frmCustomFre::InitFace() {
+    guarded("frmCustomFre->InitFace", [this] {
+        setWindowTitle(softText(374));
+        const std::pair<QLineEdit*, int> limits[] = {{txtFreMin_, 375}, {txtFreMax_, 376}};
+        for (const auto& [box, text] : limits) {
+            auto* label = qobject_cast<QLabel*>(form_->labelForField(box));
+            label->setText(softText(text));
+            label->setBuddy(box);
+            box->setAccessibleName(plainCaption(softText(text)));
+        }
+        cmdOk_->setText(softText(377));
+        cmdCancel_->setText(softText(378));
+    });
+}
+
+}  // namespace k520

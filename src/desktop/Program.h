@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <QApplication>
+#include <memory>
+
+#include "desktop/DesktopClock.h"
+#include "desktop/QtDialogs.h"
+
+namespace k520 {
+
+class mdifrmMain;
+
+/// The desktop program: its arguments, its clock and dialogs, its main window. What escapes from an
+/// event's handler goes to the error list and no further.
+class Program : public QApplication {
+    Q_OBJECT
+
+  public:
+    Program(int& count, char** words);
+    ~Program() override;
+
+    /// Runs to the end; the exit code of the process.
+    [[nodiscard]] int run();
+
+    bool notify(QObject* receiver, QEvent* event) override;
+
+  private:
+    /// Closes the main window without a question.
+    void closeUnasked();
+
+    DesktopClock clock_;
+    QtDialogs dialogs_;
+    std::unique_ptr<mdifrmMain> main_;
+    bool untilPainted_ = false;
+};
+
+}  // namespace k520

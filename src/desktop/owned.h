@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <QString>
+#include <utility>
+
+namespace k520 {
+
+/// Makes an object that its parent in the toolkit's tree will own: a widget, a layout, a model. The
+/// one place where such an object is born.
+template <class Object, class... Arguments>
+[[nodiscard]] Object* own(Arguments&&... arguments) {
+    return new Object(std::forward<Arguments>(arguments)...);
+}
+
+/// The same for a control that scripts, tests and accessibility find by its name.
+template <class Object, class... Arguments>
+[[nodiscard]] Object* ownNamed(const char* objectName, Arguments&&... arguments) {
+    auto* object = own<Object>(std::forward<Arguments>(arguments)...);
+    object->setObjectName(QLatin1String(objectName));
+    return object;
+}
+
+}  // namespace k520

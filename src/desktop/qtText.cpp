@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "desktop/qtText.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+#include "app/modSoftFace.h"
+
+namespace k520 {
+
+QString qText(std::string_view utf8) {
+    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+std::string stdText(const QString& text) {
+    return text.toStdString();
+}
+
+QString qPath(const std::filesystem::path& path) {
+    return QFile::decodeName(QByteArray::fromStdString(path.string()));
+}
+
+std::string stdPath(const QString& path) {
+    return QFile::encodeName(path).toStdString();
+}
+
+QString softText(int index) {
+    return qText(modSoftFace::text(index));
+}
+
+QString ownQText(OwnText text) {
+    return qText(ownText(text));
+}
+
+QString plainCaption(QString caption) {
+    static const QRegularExpression bracketed(QStringLiteral("\\(&.\\)"));
+    return caption.remove(bracketed).remove(u'&');
+}
+
+}  // namespace k520

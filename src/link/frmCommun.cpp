@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/frmCommun.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <span>
+
+#include "app/modShowErr.h"
+#include "desktop/LineListModel.h"
+#include "desktop/owned.h"
+#include "link/frmCaption.h"
+#include "link/frmCommunLight.h"
+#include "link/frmCommunList.h"
+#include "link/frmCommunRanges.h"
+#include "link/modCommun.h"
+#include "link/modSession.h"
+#include "link/sessionAdvice.h"
+
+namespace k520 {
+
+namespace {
+
+constexpr int readText = 100;
+constexpr int writeText = 101;
+constexpr int titleText = 156;
+constexpr int adviceLines = 4;
+constexpr int startChars = 14;
+constexpr QSize usualSize(580, 600);
+
+QHBoxLayout* rowOf(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right) {
+    auto* row = own<QHBoxLayout>();
+    for (QWidget* widget : left) {
+        row->addWidget(widget);
+    }
+    row->addStretch(1);
+    for (QWidget* widget : right) {
+        row->addWidget(widget);
+    }
+    return row;
+}
+
+}  // namespace
+
+/// What a session drives.
+class frmCommun::View : public CommunView {
+  public:
+    explicit View(frmCommun& dialog) : dialog_(dialog) {}
+
+    void setStatus(const std::string& text) override {
+        dialog_.lblComStatus_->setText(qText(text));
+    }
+    void setPercentText(const std::string& text) override {
+        dialog_.lblComPercent_->setText(qText(text));
+    }
+    void setProgress(std::int16_t percent) override { dialog_.prgCommunicate_->setValue(percent); }
+    void enableStart(Direction direction, bool enabled) override {
+        dialog_.startButton(direction)->setEnabled(enabled);
+    }
+    void setBusy(bool /*busy*/) override {
+        // The dialog is held open and still for a little longer: see `running_`.
+    }
+    void resetStopBox() override {
+        dialog_.chkStopCom_->setChecked(false);
+        dialog_.chkStopCom_->setEnabled(false);
+    }
+    void enableStopBox() override { dialog_.chkStopCom_->setEnabled(true); }
+    bool stopTicked() override { return dialog_.chkStopCom_->isChecked(); }
+    void setBlinking(bool on) override { dialog_.imgGreen_->setBlinking(on); }
+    bool showMemDatTicked() override { return dialog_.chkShowMemDat_->isChecked(); }
+
+  private:
+    frmCommun& dialog_;
+};
+
+// The tab order is the order of making.
+frmCommun::frmCommun(QWidget* parent)
+    : QDialog(parent),
+      cmdRead_(ownNamed<QPushButton>("cmdRead", this)),
+      cmdWrite_(ownNamed<QPushButton>("cmdWrite", this)),
+      chkStopCom_(ownNamed<QCheckBox>("chkStopCom", this)),
+      imgGreen_(ownNamed<frmCommunLight>("imgGreen", this)),
+      lblComStatus_(ownNamed<QLabel>("lblComStatus", this)),
+      lblComPercent_(ownNamed<QLabel>("lblComPercent", this)),
+      prgCommunicate_(ownNamed<QProgressBar>("prgCommunicate", this)),
+      lblAdvice_(ownNamed<QLabel>("lblAdvice", this)),
+      lblRtData_(own<QLabel>(this)),
+      listRtData_(ownNamed<frmCommunList>("listRtData", this)),
+      ranges_(ownNamed<frmCommunRanges>("fraRanges", this)),
+      chkShowMemDat_(ownNamed<QCheckBox>("chkShowMemDat", this)),
+      cmdClose_(ownNamed<QPushButton>("cmdClose", this)),
+      view_(std::make_unique<View>(*this)) {
+    listRtData_->setModel(own<LineListModel>(modCommun::state().listRtData, this));
+    layOut();
+    connect(cmdRead_, &QPushButton::clicked, this, [this] { run(Direction::read); });
+    connect(cmdWrite_, &QPushButton::clicked, this, [this] { run(Direction::write); });
+    connect(cmdClose_, &QPushButton::clicked, this, &frmCommun::reject);
+    prepare(Direction::read);
+}
+
+frmCommun::~frmCommun() = default;
+
+void frmCommun::prepare(Direction direction) {
+    if (running_) {
+        return;
+    }
+    setCaptions();
+    // Room of its own, so that nothing moves when it speaks; the font goes with the language.
+    lblAdvice_->setFixedHeight(lblAdvice_->fontMetrics().lineSpacing() * adviceLines);
+    cmdRead_->setVisible(direction == Direction::read);
+    cmdWrite_->setVisible(direction == Direction::write);
+    startButton(direction)->setDefault(true);
+    startButton(direction)->setFocus();
+    view_->resetStopBox();
+    view_->setProgress(0);
+    lblComStatus_->clear();
+    lblComPercent_->clear();
+    showAdvice({});
+    ranges_->fill();
+}
+
+void frmCommun::done(int result) {
+    if (!running_) {
+        QDialog::done(result);
+    }
+}
+
+void frmCommun::layOut() {
+    prgCommunicate_->setRange(0, 100);
+    prgCommunicate_->setTextVisible(false);
+    lblAdvice_->setWordWrap(true);
+    lblAdvice_->setTextFormat(Qt::PlainText);
+    lblAdvice_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    lblAdvice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    cmdClose_->setAutoDefault(false);
+    for (QPushButton* start : {cmdRead_, cmdWrite_}) {
+        start->setMinimumWidth(start->fontMetrics().averageCharWidth() * startChars);
+    }
+    lblRtData_->setBuddy(listRtData_);
+
+    auto* column = own<QVBoxLayout>(this);
+    column->addLayout(rowOf({cmdRead_, cmdWrite_}, {chkStopCom_}));
+    column->addLayout(rowOf({imgGreen_, lblComStatus_}, {lblComPercent_}));
+    column->addWidget(prgCommunicate_);
+    column->addWidget(lblAdvice_);
+    column->addWidget(lblRtData_);
+    column->addWidget(listRtData_, 1);
+    column->addWidget(ranges_);
+    column->addLayout(rowOf({chkShowMemDat_}, {cmdClose_}));
+    resize(usualSize);
+}
+
+void frmCommun::setCaptions() {
+    setWindowTitle(softText(titleText));
+    captionControl(*cmdRead_, softText(readText));
+    captionControl(*cmdWrite_, softText(writeText));
+    captionControl(*chkStopCom_, ownQText(OwnText::stopSession));
+    captionControl(*chkShowMemDat_, ownQText(OwnText::showMemDat));
+    captionControl(*cmdClose_, ownQText(OwnText::closeWindow));
+    lblRtData_->setText(ownQText(OwnText::dataList));
+    nameControl(*listRtData_, ownQText(OwnText::dataList));
+    nameControl(*imgGreen_, ownQText(OwnText::communLight));
+    nameControl(*prgCommunicate_, softText(titleText));
+    ranges_->setCaptions();
+}
+
+QPushButton* frmCommun::startButton(Direction direction) const {
+    return direction == Direction::read ? cmdRead_ : cmdWrite_;
+}
+
+void frmCommun::run(Direction direction) {
+    if (running_) {
+        return;
+    }
+    const bool focused = startButton(direction)->hasFocus();
+    showAdvice({});
+    const std::size_t mark = modShowErr::state().entries.size();
+    setRunning(true);
+    const auto result = direction == Direction::read ? modSession::cmdRead_Click(*view_)
+                                                     : modSession::cmdWrite_Click(*view_);
+    setRunning(false);
+    listRtData_->showNow();
+    // A session without a port leaves the light as it is.
+    imgGreen_->setBlinking(false);
+    if (focused) {
+        startButton(direction)->setFocus();
+    }
+    if (result.outcome == modSession::Outcome::busy) {
+        return;
+    }
+    const std::span logged(modShowErr::state().entries);
+    showAdvice(sessionAdvice::adviceAfter(direction, result,
+                                          logged.subspan(std::min(mark, logged.size()))));
+
+    const bool succeeded = result.outcome == modSession::Outcome::succeeded;
+    emit sessionEnded(direction, succeeded);
+    if (succeeded && chkShowMemDat_->isChecked()) {
+        emit memDatWanted();
+    }
+}
+
+void frmCommun::showAdvice(const std::string& text) {
+    lblAdvice_->setText(qText(text));
+    lblAdvice_->setToolTip(qText(text));
+}
+
+void frmCommun::setRunning(bool running) {
+    running_ = running;
+    ranges_->setEnabled(!running);
+    cmdClose_->setEnabled(!running);
+}
+
+}  // namespace k520

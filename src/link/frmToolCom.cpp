@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/frmToolCom.h"
+
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <algorithm>
+
+#include "app/Guard.h"
+#include "desktop/ElidedLabel.h"
+#include "desktop/owned.h"
+#include "link/comPorts.h"
+#include "link/frmCaption.h"
+#include "link/modCommun.h"
+#include "link/sessionAdvice.h"
+
+namespace k520 {
+
+namespace {
+
+enum Text { titleText = 60, frameText, labelText, okText, cancelText };
+
+constexpr int usualWidth = 520;
+/// Room for the longest of the system's own device names; longer paths give way.
+constexpr int deviceChars = 26;
+constexpr int buttonChars = 12;
+
+/// What stands beside a port: its own description, or what keeps it from being used.
+QString remarkOn(const comPorts::PortInfo& port) {
+    return qText(port.usable ? port.description
+                             : sessionAdvice::portTroubleInShort(port.errorNumber));
+}
+
+QPushButton* buttonOf(const char* name, int text, QWidget* parent) {
+    auto* button = ownNamed<QPushButton>(name, parent);
+    captionControl(*button, softText(text));
+    button->setMinimumWidth(button->fontMetrics().averageCharWidth() * buttonChars);
+    return button;
+}
+
+}  // namespace
+
+frmToolCom::frmToolCom(QWidget* parent)
+    : QDialog(parent),
+      fraToolCom_(ownNamed<QGroupBox>("fraToolCom", this)),
+      COM1_(ownNamed<QButtonGroup>("COM1", this)),
+      remembered_(modCommun::state().portNumber) {
+    guarded("frmToolCom->Form_Load", [this] { Form_Load(); });
+}
+
+void frmToolCom::Form_Load() {
+    setWindowTitle(softText(titleText));
+    captionControl(*fraToolCom_, softText(frameText));
+    auto* ports = own<QGridLayout>();
+    layOut(ports);
+    for (auto number = comPorts::firstPort; number <= comPorts::lastPort; ++number) {
+        addPort(*ports, comPorts::describe(number));
+    }
+    tickPort(remembered_);
+}
+
+void frmToolCom::accept() {
+    guarded("frmToolCom->cmdOK_Click", [this] {
+        if (const int ticked = COM1_->checkedId(); ticked >= comPorts::firstPort) {
+            comPorts::storePort(static_cast<std::int16_t>(ticked));
+        }
+    });
+    QDialog::accept();
+}
+
+void frmToolCom::reject() {
+    modCommun::state().portNumber = remembered_;
+    QDialog::reject();
+}
+
+void frmToolCom::layOut(QGridLayout* ports) {
+    auto* lblToolCom = ownNamed<QLabel>("lblToolCom", fraToolCom_);
+    captionControl(*lblToolCom, softText(labelText));
+    ports->setHorizontalSpacing(16);
+    ports->setVerticalSpacing(3);
+    ports->setColumnStretch(2, 1);
+    auto* frame = own<QVBoxLayout>(fraToolCom_);
+    frame->addWidget(lblToolCom);
+    frame->addLayout(ports);
+
+    auto* cmdOk = buttonOf("cmdOk", okText, this);
+    cmdOk->setDefault(true);
+    auto* cmdCancel = buttonOf("cmdCancel", cancelText, this);
+    connect(cmdOk, &QPushButton::clicked, this, &frmToolCom::accept);
+    connect(cmdCancel, &QPushButton::clicked, this, &frmToolCom::reject);
+    auto* buttons = own<QHBoxLayout>();
+    buttons->addStretch(1);
+    buttons->addWidget(cmdOk);
+    buttons->addWidget(cmdCancel);
+
+    auto* column = own<QVBoxLayout>(this);
+    column->addWidget(fraToolCom_);
+    column->addStretch(1);
+    column->addLayout(buttons);
+    resize(usualWidth, sizeHint().height());
+}
+
+void frmToolCom::addPort(QGridLayout& ports, const comPorts::PortInfo& port) {
+    const int row = port.number - comPorts::firstPort;
+    auto* button = own<QRadioButton>(qText(port.name), fraToolCom_);
+    button->setObjectName(QStringLiteral("COM1_%1").arg(row));
+    button->setEnabled(port.usable);
+    button->setAccessibleDescription(qText(port.device) + u' ' + remarkOn(port));
+    COM1_->addButton(button, port.number);
+    ports.addWidget(button, row, 0);
+
+    int column = 1;
+    for (const QString& text : {qText(port.device), remarkOn(port)}) {
+        auto* label = own<ElidedLabel>(fraToolCom_);
+        label->setText(text);
+        if (!port.usable) {
+            label->setForegroundRole(QPalette::PlaceholderText);
+        }
+        label->setToolTip(port.usable ? text : qText(port.reason));
+        if (column == 1) {
+            label->setMaximumWidth(label->fontMetrics().averageCharWidth() * deviceChars);
+        }
+        ports.addWidget(label, row, column++);
+    }
+    button->setToolTip(qText(port.reason));
+}
+
+/// Ticks a port, which may be one that cannot be used now, and gives the focus to one that can.
+void frmToolCom::tickPort(int number) {
+    QAbstractButton* ticked = COM1_->button(number);
+    if (ticked != nullptr) {
+        ticked->setChecked(true);
+    }
+    const auto buttons = COM1_->buttons();
+    const auto firstUsable =
+        std::ranges::find_if(buttons, [](const auto* button) { return button->isEnabled(); });
+    if (ticked != nullptr && ticked->isEnabled()) {
+        ticked->setFocus();
+    } else if (firstUsable != buttons.end()) {
+        // The group leads the tab key to the ticked button alone.
+        (*firstUsable)->setFocusPolicy(Qt::StrongFocus);
+        (*firstUsable)->setFocus();
+    }
+}
+
+}  // namespace k520

@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/sessionAdvice.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+#include "app/RuntimeError.h"
+#include "app/ownTexts.h"
+#include "link/scriptText.h"
+
+namespace k520::sessionAdvice {
+
+namespace {
+
+using modSession::Outcome;
+using modSession::Result;
+using Entries = std::span<const modShowErr::Entry>;
+
+/// The handshake and the end of a script move no block.
+constexpr int stepsWithoutBlock = 2;
+
+struct PortTrouble {
+    std::int16_t number;
+    OwnText inShort;
+    OwnText advice;
+};
+
+constexpr PortTrouble portTroubles[] = {
+    {errNum::fileNotFound, OwnText::portMissingShort, OwnText::portMissing},
+    {errNum::permissionDenied, OwnText::portDeniedShort, OwnText::portDenied},
+    {errNum::alreadyOpen, OwnText::portInUseShort, OwnText::portInUse},
+    {errNum::deviceUnavailable, OwnText::portNotSerialShort, OwnText::portNotSerial},
+};
+constexpr PortTrouble anyTrouble{0, OwnText::portNotUsable, OwnText::portTroubleOther};
+
+const PortTrouble& troubleOf(std::int16_t number) {
+    const auto* row = std::ranges::find(portTroubles, number, &PortTrouble::number);
+    return row != std::end(portTroubles) ? *row : anyTrouble;
+}
+
+template <class... Arguments>
+std::string say(OwnText text, const Arguments&... arguments) {
+    return fmt::format(fmt::runtime(ownText(text)), arguments...);
+}
+
+/// Two sentences; Chinese ones have no blank between them.
+std::string joined(const std::string& first, const std::string& second) {
+    return first + (first.ends_with("。") ? "" : " ") + second;
+}
+
+/// The last entry that a predicate holds for; an empty one where there is none.
+template <class Predicate>
+modShowErr::Entry lastWhere(Entries logged, Predicate holds) {
+    const auto found = std::find_if(logged.rbegin(), logged.rend(), holds);
+    return found != logged.rend() ? *found : modShowErr::Entry{};
+}
+
+modShowErr::Entry lastOf(Entries logged, std::string_view label) {
+    return lastWhere(logged, [&](const auto& entry) { return entry.label == label; });
+}
+
+std::string success(Direction direction, const Result& result, Entries logged) {
+    const auto line = say(direction == Direction::read ? OwnText::readDone : OwnText::writeDone,
+                          std::max(0, result.stepCount - stepsWithoutBlock));
+    return logged.empty() ? line : joined(line, say(OwnText::doneButLogged, logged.back().source));
+}
+
+std::string portAdvice(Entries logged) {
+    const auto entry = lastOf(logged, "modCommun->OpenCom");
+    const auto device = entry.source.substr(0, entry.source.find(": "));
+    return say(troubleOf(entry.number).advice, entry.source, device);
+}
+
+/// The port's own failure on the way, not one of the opening.
+bool tellsOfLostContact(const modShowErr::Entry& entry) {
+    return entry.number == errNum::deviceIo &&
+           (entry.label == "modCommun->ProtocolCom" || entry.label == "modCommun->RxComDat");
+}
+
+std::string errorAdvice(Entries logged) {
+    const auto& entry = logged.empty() ? modShowErr::Entry{} : logged.back();
+    return say(entry.number == errNum::subscript ? OwnText::rangeUnusable : OwnText::endedByError,
+               entry.source);
+}
+
+std::string causeOfFailure(const Result& result, Entries logged) {
+    if (result.stepCount == 0) {
+        return say(OwnText::rangeUnusable, lastOf(logged, "modCommun->InitProtocol").source);
+    }
+    if (const auto lost = lastWhere(logged, tellsOfLostContact); lost.number != 0) {
+        return say(OwnText::contactLost, lost.source);
+    }
+    if (result.failedAttempts < modSession::mostAttempts) {
+        return errorAdvice(logged);
+    }
+    return say(result.mostSteps == 0 ? OwnText::radioSilent : OwnText::radioUnclear,
+               result.failedAttempts);
+}
+
+std::string stateLeft(Direction direction, const Result& result) {
+    const bool read = direction == Direction::read;
+    if (result.furthestAddress) {
+        return say(read ? OwnText::imageMixed : OwnText::radioPartlyWritten,
+                   *result.furthestAddress + scriptText::blockLength - 1);
+    }
+    if (read) {
+        return say(OwnText::imageUnchanged);
+    }
+    // Behind the handshake the first block may have been stored without an answer that came back.
+    return say(result.mostSteps == 0 ? OwnText::radioUnchanged : OwnText::radioTouched);
+}
+
+}  // namespace
+
+std::string adviceAfter(Direction direction, const Result& result, Entries logged) {
+    switch (result.outcome) {
+        case Outcome::succeeded:
+            return success(direction, result, logged);
+        case Outcome::portFailed:
+            return portAdvice(logged);
+        case Outcome::failed:
+            return joined(causeOfFailure(result, logged), stateLeft(direction, result));
+        case Outcome::stopped:
+            return joined(say(OwnText::sessionStopped), stateLeft(direction, result));
+        case Outcome::busy:
+            break;
+    }
+    return {};
+}
+
+const std::string& portTroubleInShort(std::int16_t number) {
+    return ownText(troubleOf(number).inShort);
+}
+
+}  // namespace k520::sessionAdvice

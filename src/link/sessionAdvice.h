@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "app/modShowErr.h"
+#include "link/communView.h"
+#include "link/modSession.h"
+
+/// How a session ended, in a user's words and in the language in force.
+namespace k520::sessionAdvice {
+
+/// One line for a success; for anything else the likely cause with the next step, and the state in
+/// which the session has left the image (read) or the radio (write). `logged` is what the session
+/// has put into the error list. Empty for a session that was refused.
+[[nodiscard]] std::string adviceAfter(Direction direction, const modSession::Result& result,
+                                      std::span<const modShowErr::Entry> logged);
+
+/// Why a port cannot be opened, in a word or two, by the number of the error that says so (see
+/// SerialPort).
+[[nodiscard]] const std::string& portTroubleInShort(std::int16_t number);
+
+}  // namespace k520::sessionAdvice

@@ -1,0 +1,161 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "memview/frmMemDatGrid.h"
+
+#include <QAbstractButton>
+#include <QFontDatabase>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <QToolTip>
+#include <QValidator>
+
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+#include "memview/modMemDat.h"
+
+namespace k520 {
+
+namespace {
+
+/// Room beside the digits of a cell and above and below them, in pixels.
+constexpr int cellPadding = 8;
+constexpr int rowPadding = 3;
+/// The ground of an editor whose text was refused; white can be read on it.
+constexpr QColor refusedGround{176, 0, 32};
+
+class ByteEditor : public QLineEdit {
+  public:
+    explicit ByteEditor(QWidget* parent) : QLineEdit(parent) {
+        setFrame(false);
+        setAlignment(Qt::AlignCenter);
+        setAccessibleDescription(ownQText(OwnText::badByteTip));
+        connect(this, &QLineEdit::textEdited, this, [this] { setPalette({}); });
+    }
+    void refuse() {
+        QPalette refused = palette();
+        refused.setColor(QPalette::Base, refusedGround);
+        refused.setColor(QPalette::Text, Qt::white);
+        setPalette(refused);
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), ownQText(OwnText::badByteTip), this);
+    }
+};
+
+/// Lets any text be typed, in capital letters, and only a byte be accepted.
+class ByteValidator : public QValidator {
+  public:
+    explicit ByteValidator(ByteEditor& editor) : QValidator(&editor), editor_(editor) {}
+
+    State validate(QString& text, int&) const override {
+        text = text.toUpper();
+        return modMemDat::isByteText(stdText(text)) ? Acceptable : Intermediate;
+    }
+    /// Only asked for when a text that is no byte was to be accepted.
+    void fixup(QString&) const override { editor_.refuse(); }
+
+  private:
+    ByteEditor& editor_;
+};
+
+class ByteDelegate : public QStyledItemDelegate {
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                          const QModelIndex&) const override {
+        auto* editor = own<ByteEditor>(parent);
+        editor->setValidator(own<ByteValidator>(*editor));
+        return editor;
+    }
+
+  protected:
+    /// A marked cell keeps its colour, darkened, when it is the selected one.
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const QVariant mark = index.data(Qt::BackgroundRole);
+        if (mark.isValid()) {
+            option->palette.setColor(QPalette::Highlight, mark.value<QColor>().darker(180));
+            option->palette.setColor(QPalette::HighlightedText, Qt::white);
+        }
+    }
+};
+
+}  // namespace
+
+frmMemDatGrid::frmMemDatGrid(QWidget* parent) : QTableView(parent) {
+    setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    setItemDelegate(own<ByteDelegate>(this));
+    setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+    setSelectionMode(SingleSelection);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setAlternatingRowColors(true);
+    setWordWrap(false);
+    for (QHeaderView* header : {horizontalHeader(), verticalHeader()}) {
+        header->setMinimumSectionSize(1);
+        header->setSectionResizeMode(QHeaderView::Fixed);
+    }
+}
+
+void frmMemDatGrid::showModel(QAbstractItemModel& model, const QString& widestTitle,
+                              const QString& corner) {
+    // Headers show the section of the current cell in bold.
+    QFont bold = font();
+    bold.setBold(true);
+    const QFontMetrics metrics(bold);
+    const int titleWidth = metrics.horizontalAdvance(widestTitle) + 2 * cellPadding;
+    const int byteWidth = metrics.horizontalAdvance(QStringLiteral("FF")) + 2 * cellPadding;
+    verticalHeader()->setDefaultSectionSize(metrics.height() + 2 * rowPadding);
+    verticalHeader()->setFixedWidth(titleWidth);
+    horizontalHeader()->setDefaultSectionSize(byteWidth);
+    setModel(&model);
+    setCornerText(corner);
+    setMinimumWidth(titleWidth + model.columnCount() * byteWidth +
+                    verticalScrollBar()->sizeHint().width() + 2 * frameWidth());
+}
+
+/// The corner is a button without a text of its own.
+void frmMemDatGrid::setCornerText(const QString& text) {
+    auto* corner = findChild<QAbstractButton*>();
+    if (corner == nullptr || corner->layout() != nullptr) {
+        return;
+    }
+    auto* layout = own<QHBoxLayout>(corner);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(own<QLabel>(text), 0, Qt::AlignCenter);
+}
+
+void frmMemDatGrid::go(CursorAction step) {
+    setCurrentIndex(moveCursor(step, Qt::NoModifier));
+}
+
+void frmMemDatGrid::keyPressEvent(QKeyEvent* event) {
+    // An editor hands on the key that will close it.
+    if (state() != EditingState &&
+        (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        go(MoveDown);
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void frmMemDatGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+    // A byte that Tab reaches is chosen, not opened.
+    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    switch (hint) {
+        case QAbstractItemDelegate::SubmitModelCache:
+            return go(MoveDown);
+        case QAbstractItemDelegate::EditNextItem:
+            return go(MoveNext);
+        case QAbstractItemDelegate::EditPreviousItem:
+            return go(MovePrevious);
+        default:
+            return;
+    }
+}
+
+}  // namespace k520

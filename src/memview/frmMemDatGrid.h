@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <QTableView>
+
+namespace k520 {
+
+/// A table of bytes as two hexadecimal digits. Typing, F2 or a double click edits the current cell;
+/// Enter goes down, Tab to the next byte. A text that is no byte is not accepted: the editor stays
+/// open and says so until it is mended or left with Escape.
+class frmMemDatGrid : public QTableView {
+    Q_OBJECT
+
+  public:
+    explicit frmMemDatGrid(QWidget* parent = nullptr);
+
+    /// Shows a model whose row titles look like `widestTitle`; `corner` stands above them.
+    void showModel(QAbstractItemModel& model, const QString& widestTitle, const QString& corner);
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+  private:
+    void setCornerText(const QString& text);
+    void go(CursorAction step);
+};
+
+}  // namespace k520

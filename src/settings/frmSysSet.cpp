@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "settings/frmSysSet.h"
+
+#include <QHBoxLayout>
+
+#include "desktop/owned.h"
+#include "desktop/qtText.h"
+#include "settings/frmOptPanel.h"
+
+namespace k520 {
+
+namespace {
+
+constexpr int captionText = 303;
+/// In a wider window an entry would stand too far from its caption.
+constexpr int greatestWidth = 480;
+
+}  // namespace
+
+frmSysSet::frmSysSet(QWidget* parent) : QWidget(parent), panel_(own<frmOptPanel>()) {
+    setObjectName(QStringLiteral("frmSysSet"));
+    setWindowTitle(softText(captionText));
+    panel_->setMaximumWidth(greatestWidth);
+    auto* layout = own<QHBoxLayout>(this);
+    layout->addStretch();
+    // The panel takes all there is up to its greatest width.
+    layout->addWidget(panel_, 1000);
+    layout->addStretch();
+    setFocusProxy(panel_);
+}
+
+}  // namespace k520

@@ -1,0 +1,123 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <functional>
+#include <string>
+
+#include "app/mdimoduMain.h"
+#include "app/modFileCmd.h"
+#include "app/modShowErr.h"
+#include "app/modStartUp.h"
+#include "channels/modChMem.h"
+#include "channels/modCtdcs.h"
+#include "channels/modModel.h"
+#include "image/modIicDat.h"
+#include "link/comPorts.h"
+#include "link/modCommun.h"
+#include "link/modSession.h"
+#include "link/radioInfo.h"
+#include "link/virtualRadio.h"
+#include "memview/modMemDat.h"
+#include "settings/modSysSet.h"
+#include "settings/optionPanel.h"
+#include "support/ScriptedDialogs.h"
+#include "support/SimulatedClock.h"
+#include "support/TempFolder.h"
+
+namespace k520::test {
+
+/// A simulated clock whose waits serve the event queue, as the desktop's do.
+class EventClock : public SimulatedClock {
+  public:
+    void waitUntil(Microseconds deadline) override {
+        QApplication::processEvents();
+        if (onWait) {
+            onWait();
+        }
+        SimulatedClock::waitUntil(deadline);
+    }
+    /// What a user does while the program waits.
+    std::function<void()> onWait;
+};
+
+/// The core as a new process has it, in a program folder of its own with the shipped settings, in
+/// which every port is the simulated radio. Windows are made by the tests.
+class Desktop : public testing::Test {
+  protected:
+    Desktop() { forget(); }
+    ~Desktop() override { forget(); }
+
+    /// The start-up without windows. Lines of section "Setting" go in front of the shipped ones.
+    void start(int language = mdimoduMain::languageEnglish, const std::string& settings = {}) {
+        writeSettings(language, settings);
+        ASSERT_EQ(modStartUp::Form_Load(), modStartUp::StartResult::running);
+    }
+    void writeSettings(int language, const std::string& settings = {}) {
+        TempFolder shipped;
+        std::filesystem::copy_file(std::filesystem::path(K520_SHARE_DIR) / "Uninstall.exe",
+                                   shipped / "Uninstall.exe");
+        std::string ports;
+        for (int n = comPorts::firstPort; n <= comPorts::lastPort; ++n) {
+            ports += fmt::format("COM{}=virtual\n", n);
+        }
+        std::string text = shipped.read("Uninstall.exe");
+        // Of two equal keys the first wins, and of two equal sections too.
+        const auto putFirst = [&](const std::string& section, const std::string& lines) {
+            text.insert(text.find(section) + section.size(), lines);
+        };
+        putFirst("[Ports]\n", ports);
+        putFirst("[Setting]\n", fmt::format("FirRun=0\nLanguage={}\n{}", language, settings));
+        folder.write("Uninstall.exe", text);
+        mdimoduMain::state().programFolder = folder.path();
+        mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+    }
+    static void forget() {
+        mdimoduMain::state() = {};
+        modShowErr::state() = {};
+        modIicDat::state() = {};
+        modChMem::state() = {};
+        modCtdcs::state() = {};
+        modModel::state() = {};
+        modSysSet::state() = {};
+        optionPanel::state() = {};
+        modMemDat::state() = {};
+        modCommun::state() = {};
+        modSession::state() = {};
+        radioInfo::state() = {};
+        comPorts::state() = {};
+        virtualRadio::state() = {};
+        modFileCmd::state() = {};
+    }
+    /// Serves events until something holds; false when it does not after a great many rounds.
+    static bool served(const std::function<bool()>& holds) {
+        for (int round = 0; round < 1000 && !holds(); ++round) {
+            QApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 1);
+        }
+        return holds();
+    }
+    /// A control by its name; the test ends where there is none.
+    template <class Control>
+    static Control& find(const QWidget& window, const char* name) {
+        auto* found = window.findChild<Control*>(QLatin1String(name));
+        return found != nullptr ? *found : throw std::runtime_error(std::string("no ") + name);
+    }
+    static std::vector<std::string> failures() {
+        std::vector<std::string> all;
+        for (const auto& entry : modShowErr::state().entries) {
+            all.push_back(fmt::format("{} {} {}", entry.label, entry.number, entry.source));
+        }
+        return all;
+    }
+
+    TempFolder folder;
+    EventClock clock;
+    ScriptedDialogs dialogs;
+};
+
+}  // namespace k520::test

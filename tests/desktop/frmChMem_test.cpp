@@ -1,0 +1,127 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "channels/frmChMem.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QTableView>
+#include <QWheelEvent>
+
+#include "desktop/Desktop.h"
+#include "desktop/qtText.h"
+
+namespace k520 {
+namespace {
+
+/// Dialogs in which the custom range dialog does what a test says.
+class RangeDialogs : public test::ScriptedDialogs {
+  public:
+    void customRange() override { onRange(); }
+    std::function<void()> onRange;
+};
+
+class ChMem : public test::Desktop {
+  protected:
+    static void choose(QComboBox& list, int entry) {
+        list.setCurrentIndex(entry);
+        emit list.activated(entry);
+    }
+    static std::string band() {
+        std::string bytes;
+        for (int i = 0; i < modModel::bandLength; ++i) {
+            bytes += fmt::format("{:02X}", modIicDat::IicDat()(modModel::bandAddress + i));
+        }
+        return bytes;
+    }
+};
+
+TEST_F(ChMem, FollowsTheCoreAfterItsStart) {
+    frmChMem window;
+    start();
+    window.refresh();
+    const auto& grid = find<QTableView>(window, "vsfgGridCh");
+    EXPECT_EQ(grid.model()->rowCount() * 10 + grid.model()->columnCount(), 168);
+    auto& bands = find<QComboBox>(window, "cboFrequency");
+    auto& models = find<QComboBox>(window, "cboModel");
+    EXPECT_EQ(models.currentText(), QStringLiteral("ZEV-K520"));
+    EXPECT_EQ(bands.count(), modModel::bandCount);
+    EXPECT_EQ(bands.currentText(), QStringLiteral("400 - 470 MHz"));
+    EXPECT_EQ(bands.itemText(modModel::customBand), QStringLiteral("Custom"));
+    // What the program selects is shown and starts nothing.
+    modModel::state().cboFrequency.selected = modModel::customBand;
+    window.refresh();
+    EXPECT_EQ(bands.currentIndex(), modModel::customBand);
+    EXPECT_EQ(band(), "40004700");
+}
+
+TEST_F(ChMem, AUsersChoiceGoesToTheCore) {
+    start();
+    frmChMem window;
+    window.show();
+    auto& bands = find<QComboBox>(window, "cboFrequency");
+    QTest::keyClick(&bands, Qt::Key_Up);
+    EXPECT_EQ(band(), "24502460");
+    EXPECT_EQ(modModel::state().bandHigh, 24'600'000);
+    EXPECT_EQ(modChMem::state().vsfgGridCh.cell(1, 1).background, modChMem::overColour());
+    QWheelEvent wheel({5, 5}, bands.mapToGlobal(QPointF(5, 5)), {}, {0, -120}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&bands, &wheel);
+    EXPECT_EQ(band(), "24502460");
+    modIicDat::IicDat()(modModel::modelAddress) = 7;
+    choose(find<QComboBox>(window, "cboModel"), 0);
+    EXPECT_EQ(modIicDat::IicDat()(modModel::modelAddress), 0);
+}
+
+TEST_F(ChMem, TheCustomRange) {
+    start();
+    RangeDialogs range;
+    frmChMem window;
+    auto& bands = find<QComboBox>(window, "cboFrequency");
+    struct Case {
+        const char* low;  ///< null: cancelled
+        const char* high;
+        int shown;
+        const char* band;
+    };
+    const Case cases[] = {{nullptr, nullptr, 5, "40004700"},
+                          {"145.12345", "150", 11, "14511500"},
+                          {nullptr, nullptr, 11, "14511500"},
+                          {"130", "125", 11, "12005200"}};
+    for (const auto& [low, high, shown, stored] : cases) {
+        range.onRange = [&low = low, &high = high] {
+            if (low != nullptr) {
+                modModel::acceptCustomRange(low, high);
+            }
+        };
+        choose(bands, modModel::customBand);
+        EXPECT_EQ(bands.currentIndex(), shown) << stored;
+        EXPECT_EQ(modModel::state().cboFrequency.selected, shown);
+        EXPECT_EQ(band(), stored);
+    }
+}
+
+TEST_F(ChMem, EveryLanguage) {
+    const std::tuple<int, const char*, const char*, const char*> cases[] = {
+        {1, "信道信息", "机型信息", "频率"},
+        {2, "", "", ""},
+        {3, "Channel Information", "Model Information", "Frequency"}};
+    for (const auto& [language, title, frame, label] : cases) {
+        forget();
+        start(language);
+        frmChMem window;
+        window.resize(900, 640);
+        window.show();
+        EXPECT_EQ(stdText(window.windowTitle()), title);
+        EXPECT_EQ(stdText(find<QGroupBox>(window, "fraModel").title()), frame);
+        auto& bands = find<QComboBox>(window, "cboFrequency");
+        EXPECT_EQ(stdText(bands.accessibleName()), label);
+        // Whatever the texts, the lists are shown whole and beside each other.
+        EXPECT_GE(bands.width(), bands.sizeHint().width());
+        EXPECT_EQ(bands.y(), find<QComboBox>(window, "cboModel").y());
+        choose(bands, 0);
+        EXPECT_EQ(band(), "13601740");
+    }
+}
+
+}  // namespace
+}  // namespace k520

@@ -1,0 +1,181 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "memview/frmMemDat.h"
+
+#include <gmock/gmock.h>
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+
+#include "desktop/Desktop.h"
+#include "desktop/qtText.h"
+
+namespace k520::test {
+namespace {
+
+using testing::IsEmpty;
+
+class MemDat : public Desktop {
+  protected:
+    void open(int language = mdimoduMain::languageEnglish) {
+        start(language);
+        window = std::make_unique<frmMemDat>();
+        window->show();
+        window->activateWindow();
+        ASSERT_TRUE(served([&] { return window->isActiveWindow(); }));
+    }
+    [[nodiscard]] QTableView& table() const { return find<QTableView>(*window, "vsfgGridMemDat"); }
+    [[nodiscard]] QModelIndex cell(int address) const {
+        return table().model()->index(address / 16, address % 16);
+    }
+    [[nodiscard]] std::string shown(int address) const {
+        return stdText(cell(address).data().toString());
+    }
+    [[nodiscard]] bool isMarked(int address) const {
+        return cell(address).data(Qt::BackgroundRole) == QColor(255, 0, 0);
+    }
+    static std::uint8_t& byte(int address) { return modIicDat::IicDat()(address); }
+    /// The window has heard of it on return: an open editor would follow its cell.
+    static void put(int address, std::uint8_t value) {
+        byte(address) = value;
+        modMemDat::TableFreDat();
+        QApplication::processEvents();
+    }
+
+    /// The open editor. A closed one is hidden, and gone only some time later.
+    [[nodiscard]] QLineEdit* editor() const {
+        for (auto* found : table().viewport()->findChildren<QLineEdit*>()) {
+            if (found->isVisible()) {
+                return found;
+            }
+        }
+        return nullptr;
+    }
+    /// Types at a cell as a user does: the first key opens the editor.
+    void type(int address, const char* keys) const {
+        table().setCurrentIndex(cell(address));
+        for (; *keys != '\0'; ++keys) {
+            QTest::keyClick(editor() != nullptr ? static_cast<QWidget*>(editor()) : &table(),
+                            *keys);
+        }
+    }
+    /// Presses a key in the editor that closes it.
+    void leave(Qt::Key key) const {
+        ASSERT_NE(editor(), nullptr);
+        QTest::keyClick(editor(), key);
+        ASSERT_TRUE(served([&] { return editor() == nullptr; }));
+    }
+    std::unique_ptr<frmMemDat> window;
+};
+
+TEST_F(MemDat, ShowsTheWholeImageFromItsFirstMoment) {
+    open(mdimoduMain::languageTraditional);
+    EXPECT_THAT(failures(), IsEmpty());
+    const QAbstractItemModel& model = *table().model();
+    EXPECT_EQ(model.rowCount() * 100 + model.columnCount(), 51216);
+    EXPECT_EQ(model.headerData(511, Qt::Vertical), QStringLiteral("1FF0H"));
+    for (const int address : {0, 0x130, 0x1FFF}) {
+        EXPECT_EQ(shown(address), fmt::format("{:02X}", byte(address)));
+        EXPECT_FALSE(isMarked(address));
+    }
+    EXPECT_FALSE(table().horizontalScrollBar()->isVisible());
+    for (const char* name : {"cmdFillGrid", "cmdSetDefCol", "vsfgGridMemDat", "txtGoTo"}) {
+        EXPECT_FALSE(find<QWidget>(*window, name).accessibleName().isEmpty()) << name;
+    }
+}
+
+TEST_F(MemDat, ATypedByteGoesIntoTheImageInCapitals) {
+    open();
+    for (const auto& [key, next] : {std::pair(Qt::Key_Return, 0x13F),
+                                    {Qt::Key_Enter, 0x13F},
+                                    {Qt::Key_Tab, 0x130},
+                                    {Qt::Key_Backtab, 0x12E}}) {
+        put(0x12F, 0);
+        type(0x12F, "a5");
+        leave(key);
+        EXPECT_EQ(byte(0x12F), 0xA5);
+        EXPECT_EQ(shown(0x12F), "A5");
+        EXPECT_EQ(table().currentIndex(), cell(next));
+    }
+    QTest::keyClick(&table(), Qt::Key_Return);
+    EXPECT_EQ(table().currentIndex(), cell(0x13E));
+    // Another cell is clicked while one is edited.
+    type(0x140, "5a");
+    QTest::mouseClick(table().viewport(), Qt::LeftButton, {},
+                      table().visualRect(cell(0x125)).center());
+    EXPECT_EQ(editor(), nullptr);
+    EXPECT_EQ(byte(0x140), 0x5A);
+    EXPECT_EQ(table().currentIndex(), cell(0x125));
+}
+
+TEST_F(MemDat, WhatIsNoByteIsRefusedInTheCell) {
+    open();
+    put(0x20, 0x77);
+    for (const char* text : {"g1", "5", "123", "-1", "0x"}) {
+        SCOPED_TRACE(text);
+        type(0x20, text);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab}) {
+            QTest::keyClick(editor(), key);
+            QApplication::processEvents();
+            ASSERT_NE(editor(), nullptr);
+            EXPECT_NE(editor()->palette(), table().palette()) << "shows that it is refused";
+        }
+        leave(Qt::Key_Escape);
+        EXPECT_EQ(shown(0x20), "77");
+        EXPECT_EQ(byte(0x20), 0x77);
+    }
+    type(0x20, "4");
+    QTest::keyClick(editor(), Qt::Key_Return);
+    QTest::keyClick(editor(), 'b');
+    EXPECT_EQ(editor()->palette(), table().palette()) << "is being mended";
+    leave(Qt::Key_Return);
+    EXPECT_EQ(byte(0x20), 0x4B);
+}
+
+TEST_F(MemDat, AByteLeftAsItWasWritesNothingBack) {
+    open();
+    // The grid does not know this byte yet: writing the grid back would undo it.
+    const std::uint8_t changed = byte(0x1000) ^= 0xFF;
+    type(0x20, shown(0x20).c_str());
+    leave(Qt::Key_Return);
+    table().setCurrentIndex(cell(0x20));
+    QTest::keyClick(&table(), Qt::Key_F2);
+    leave(Qt::Key_Return);
+    EXPECT_EQ(byte(0x1000), changed);
+}
+
+TEST_F(MemDat, RefillMarksChangesUntilTheMarksAreCleared) {
+    open();
+    byte(0x1FFF) ^= 0xFF;
+    byte(0x45) = byte(0x45) == 0xA5 ? 0x5A : 0xA5;
+    table().setCurrentIndex(cell(0x45));
+    find<QPushButton>(*window, "cmdFillGrid").click();
+    EXPECT_TRUE(isMarked(0x45) && isMarked(0x1FFF));
+    EXPECT_FALSE(isMarked(0x44) || isMarked(0x1FFE));
+    find<QPushButton>(*window, "cmdSetDefCol").click();
+    EXPECT_FALSE(isMarked(0x45) || isMarked(0x1FFF));
+    EXPECT_EQ(table().currentIndex(), cell(0x45));
+    EXPECT_EQ(stdText(cell(0x45).data(Qt::ToolTipRole).toString()),
+              "地址为: 0x0045    二进制:10100101    "
+              "B0:1 B1:0 B2:1 B3:0   B4:0 B5:1 B6:0 B7:1     十进制165");
+}
+
+TEST_F(MemDat, GoesToAnAddressOfTheGrid) {
+    open();
+    auto& field = find<QLineEdit>(*window, "txtGoTo");
+    for (const auto& [text, address] : {std::pair("0120H", 0x120),
+                                        {"1ff3", 0x1FF3},
+                                        {"2000", 0x1FF3},
+                                        {"-5", 0x1FF3},
+                                        {"xyz", 0x1FF3}}) {
+        field.setText(qText(text));
+        QTest::keyClick(&field, Qt::Key_Return);
+        EXPECT_EQ(table().currentIndex(), cell(address)) << text;
+    }
+    EXPECT_TRUE(table().viewport()->rect().contains(table().visualRect(cell(0x1FF3))));
+}
+
+}  // namespace
+}  // namespace k520::test

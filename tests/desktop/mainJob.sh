@@ -1,0 +1,164 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
+# SPDX-FileCopyrightText: 2026 The K520 authors
+#
+# The main job in a real window: an X server of its own, a window manager, the program as users start
+# it, and nothing but key presses and mouse clicks from outside. Reads the simulated radio, edits a
+# channel and an option, writes, saves, reopens and leaves; then looks at the files.
+#   mainJob.sh K520 K520-CLI LANGUAGE        LANGUAGE: 1 Chinese, 3 English
+set -euo pipefail
+k520=$1
+cli=$2
+language=$3
+readonly skipped=77
+
+for tool in Xvfb openbox xdotool; do
+    command -v $tool >/dev/null || {
+        echo "skipped: there is no $tool on this machine"
+        exit $skipped
+    }
+done
+
+# Titles of the windows, as far as they tell them apart.
+case $language in
+    1) main=K520 communication=通信 notice=提示 ;;
+    *) main=K520 communication=Communicat notice=Notice ;;
+esac
+
+folder=$(mktemp -d)
+export K520_HOME=$folder/home XDG_RUNTIME_DIR=$folder/run QT_QPA_PLATFORM=xcb
+export LC_ALL=C.UTF-8
+mkdir -m 700 "$K520_HOME" "$XDG_RUNTIME_DIR"
+finish() {
+    local status=$?
+    if ((status != 0)); then
+        echo "the windows there were:"
+        xdotool search --onlyvisible --name . getwindowname %@ || true
+    fi
+    # shellcheck disable=SC2046 # one number a word
+    kill $(jobs -p) 2>/dev/null || true
+    rm -r "$folder"
+}
+trap finish EXIT
+
+fail() {
+    echo "failed: $*"
+    exit 1
+}
+
+# Looks every 50 ms, for 20 s at most, whether a command succeeds.
+wait_for() {
+    for _ in {1..400}; do
+        ! "$@" >/dev/null 2>&1 || return 0
+        sleep 0.05
+    done
+    fail "this never came true: $*"
+}
+shown() { [[ -n $(xdotool search --onlyvisible --name "$1") ]]; }
+gone() { ! shown "$1"; }
+active() { [[ $(xdotool getactivewindow getwindowname) == *$1* ]]; }
+# Waits until a window has the keyboard.
+window() { wait_for active "$1"; }
+press() { xdotool key --clearmodifiers "$@"; }
+text() { xdotool type --delay 5 "$1"; }
+# The receive frequencies of channels 1 and 2 in Hz.
+frequencies() {
+    "$cli" show --json "$1" | grep -oP '"rx_hz": *\K\d+' | head -n 2 | tr '\n' ' '
+}
+
+prepare() {
+    for number in {1..16}; do
+        "$cli" config set Ports "COM$number" virtual
+    done
+    "$cli" config set Setting Language "$language"
+    "$cli" config set Setting FirRun 0
+    # A part of the memory, so that a session takes two seconds: the channels, and the options.
+    "$cli" config set Setting ReadEndAddr 03FF
+    "$cli" config set Setting WriteEndAddr 03FF
+}
+
+start() {
+    mkfifo "$folder/number"
+    Xvfb -displayfd 3 -screen 0 1280x900x24 3>"$folder/number" 2>/dev/null &
+    read -r number <"$folder/number"
+    export DISPLAY=:$number
+    openbox &
+    # Until the window manager answers: it gives the keyboard to windows that come after it.
+    wait_for xdotool get_num_desktops
+    "$k520" &
+    program=$!
+    window "$main"
+}
+
+# The dialog closes only after the session: Escape means nothing while it is busy.
+session() {
+    press "$1"
+    window "$communication"
+    press Return
+    closed() {
+        press Escape
+        gone "$communication"
+    }
+    wait_for closed
+    window "$main"
+}
+
+file_dialog_has_keyboard() { ! active "$main" && ! active "$notice"; }
+file_dialog() {
+    wait_for file_dialog_has_keyboard
+    press ctrl+a
+    text "$1"
+    press Return
+    window "$main"
+}
+
+do_the_job() {
+    session F5
+    # A click into the channels, the first cell, a frequency, and the answer of the grid: the next row.
+    eval "$(xdotool getactivewindow getwindowgeometry --shell)"
+    xdotool mousemove $((X + WIDTH * 4 / 10)) $((Y + HEIGHT * 4 / 10)) click 1
+    press ctrl+Home
+    text 446.0124
+    press Return
+    text 446.05
+    press Return
+    press F7
+    press End
+    session F6
+    press ctrl+s
+    window "$notice"
+    press alt+y
+    file_dialog "$folder/saved.dat"
+    wait_for test -s "$folder/saved.dat"
+    press ctrl+n
+    window "$notice"
+    press alt+y
+    window "$main"
+    press ctrl+o
+    file_dialog "$folder/saved.dat"
+    press ctrl+s
+    window "$notice"
+    press alt+y
+    file_dialog "$folder/again.dat"
+    wait_for test -s "$folder/again.dat"
+    press ctrl+q
+    window "$notice"
+    press alt+y
+    wait "$program" || fail "the program ended with $?"
+}
+
+look_at_the_files() {
+    "$cli" read -p virtual -o "$folder/radio.dat"
+    for name in saved again radio; do
+        [[ $(frequencies "$folder/$name.dat") == "446012500 446050000 " ]] ||
+            fail "channels in $name.dat: $(frequencies "$folder/$name.dat")"
+        "$cli" show "$folder/$name.dat" | grep -E '300 ?(s|秒)' || fail "time-out timer in $name.dat"
+    done
+    "$cli" diff "$folder/saved.dat" "$folder/again.dat" || fail "saving again changed something"
+}
+
+prepare
+start
+do_the_job
+look_at_the_files
+echo "the main job is done"

@@ -1,0 +1,231 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include <gmock/gmock.h>
+
+#include <QAbstractItemView>
+#include <QComboBox>
+#include <QDialog>
+#include <QMenu>
+#include <QPushButton>
+#include <QTableView>
+#include <random>
+#include <span>
+
+#include "app/modSoftFace.h"
+#include "channels/modChEdit.h"
+#include "desktop/MainWindow.h"
+#include "desktop/qtText.h"
+#include "image/datFile.h"
+
+namespace k520 {
+namespace {
+
+using testing::IsEmpty;
+
+class MainJob : public test::MainWindow {
+  protected:
+    /// Starts a session with the mouse, in the dialog that a menu item opens.
+    void session(const char* item, const char* button) {
+        action(item).trigger();
+        auto& dialog = find<QDialog>(*main, "frmCommun");
+        ASSERT_TRUE(dialog.isVisible());
+        QTest::mouseClick(&find<QPushButton>(dialog, button), Qt::LeftButton);
+        dialog.close();
+        ASSERT_FALSE(dialog.isVisible());
+    }
+    void type(int row, int column, const char* keys) {
+        auto& grid = find<QTableView>(*main, "vsfgGridCh");
+        // Without a window manager the focus does not come back from a dialog by itself.
+        main->activateWindow();
+        grid.setFocus();
+        ASSERT_TRUE(served([&] { return grid.hasFocus(); }));
+        grid.setCurrentIndex(grid.model()->index(row - 1, column - 1));
+        const std::string before = cell(row, column);
+        QTest::keyClicks(&grid, QLatin1String(keys).left(1));
+        QTest::keyClicks(QApplication::focusWidget(), QLatin1String(keys).mid(1));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        EXPECT_TRUE(served([&] { return cell(row, column) != before; }));
+    }
+    static std::string cell(int row, int column) {
+        return modChMem::state().vsfgGridCh.text(row, column);
+    }
+    static std::span<std::uint8_t> radio() { return virtualRadio::state().radio->memory(); }
+};
+
+TEST_F(MainJob, ReadEditWriteSaveAndReopenInEveryLanguage) {
+    for (const int language : {1, 2, 3}) {
+        SCOPED_TRACE(language);
+        forget();
+        std::filesystem::remove(folder / "virtual-radio.bin");
+        open(language);
+        const std::string first = cell(1, 1);
+        session("mnuReadFre", "cmdRead");
+        EXPECT_NE(cell(1, 1) + cell(5, 1) + cell(6, 1), first) << "the radio has its own channels";
+
+        type(1, 1, "446.0124");
+        EXPECT_EQ(cell(1, 1), "446.0125");
+        type(1, 3, "88");
+        EXPECT_EQ(cell(1, 3), "88.0");
+        auto& timer = find<QComboBox>(*main, "cboTot");
+        timer.setFocus();
+        QTest::keyClick(&timer, Qt::Key_End);
+        EXPECT_EQ(modSysSet::OptNow()[0], 20);
+
+        session("mnuWriteFre", "cmdWrite");
+        EXPECT_EQ(radio()[0x130], 20);
+        const std::vector<std::uint8_t> record(radio().begin() + 0x10, radio().begin() + 0x14);
+        EXPECT_EQ(record, (std::vector<std::uint8_t>{0x50, 0x12, 0x60, 0x44}));
+
+        const std::string path = folder / "job.dat";
+        dialogs.answers = {"ask yes", "save " + path, "ask yes", "open " + path};
+        action("mnuSave").trigger();
+        const auto saved = modIicDat::IicDat();
+        action("mnuNew").trigger();
+        EXPECT_EQ(cell(1, 1), first);
+        action("mnuOpen").trigger();
+        EXPECT_EQ(cell(1, 1), "446.0125");
+        EXPECT_EQ(timer.currentIndex(), 20);
+        EXPECT_EQ(modIicDat::IicDat(), saved);
+        EXPECT_THAT(failures(), IsEmpty());
+        dialogs.take();
+        main.reset();
+    }
+}
+
+/// Answers whatever is asked, by dice.
+class CarelessUser : public Dialogs {
+  public:
+    explicit CarelessUser(const test::TempFolder& folder) : folder_(folder) { setDialogs(this); }
+    ~CarelessUser() override { setDialogs(nullptr); }
+    int roll(int sides) { return std::uniform_int_distribution(0, sides - 1)(dice_); }
+
+    bool ask(const std::string& /*title*/, const std::string& text) override {
+        return text != modSoftFace::text(73) && roll(2) == 0;
+    }
+    void tell(BoxIcon icon, const std::string& /*title*/, const std::string& text) override {
+        boxes.push_back(std::to_string(static_cast<int>(icon)) + text);
+    }
+    std::string openFile(const FileChoice& /*choice*/) override {
+        const auto path = folder_ / ("f" + std::to_string(roll(3)) + ".dat");
+        return std::filesystem::exists(path) ? path.string() : "";
+    }
+    std::string saveFile(const FileChoice& /*choice*/) override {
+        return folder_ / ("f" + std::to_string(roll(3)) + ".dat");
+    }
+    void customRange() override {
+        modFileCmd::customRangeOk(std::to_string(100 + roll(300)), std::to_string(200 + roll(400)));
+    }
+    void openDocument(const std::string& /*path*/) override {}
+    void print(const std::string& html) override { EXPECT_FALSE(html.empty()); }
+
+    std::vector<std::string> boxes;
+
+  private:
+    const test::TempFolder& folder_;
+    std::mt19937 dice_{20261121};
+};
+
+class RandomActions : public MainJob {
+  public:
+    void press() {
+        static constexpr int keys[] = {
+            Qt::Key_1,    Qt::Key_4,      Qt::Key_6,      Qt::Key_Period, Qt::Key_D,
+            Qt::Key_8,    Qt::Key_Return, Qt::Key_Tab,    Qt::Key_Delete, Qt::Key_F2,
+            Qt::Key_Down, Qt::Key_Up,     Qt::Key_Right,  Qt::Key_Left,   Qt::Key_Escape,
+            Qt::Key_Home, Qt::Key_End,    Qt::Key_Return, Qt::Key_N,      Qt::Key_4};
+        QWidget* target = QApplication::focusWidget();
+        if (target == nullptr || target->window() != main.get()) {
+            target = &find<QTableView>(*main, "vsfgGridCh");
+            target->setFocus();
+        }
+        QTest::keyClick(target, static_cast<Qt::Key>(keys[user.roll(std::size(keys))]));
+    }
+    void click() {
+        auto& grid = find<QTableView>(*main, "vsfgGridCh");
+        const QPoint at(user.roll(grid.viewport()->width()), user.roll(grid.viewport()->height()));
+        user.roll(2) == 0 ? QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, at)
+                          : QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, at);
+    }
+    void chooseInAList() {
+        const auto lists = main->findChildren<QComboBox*>();
+        auto* list = lists[user.roll(static_cast<int>(lists.size()))];
+        if (list->isVisible() && list->isEnabled() && !list->isEditable() && list->count() > 0) {
+            list->setCurrentIndex(user.roll(list->count()));
+            emit list->activated(list->currentIndex());
+        }
+    }
+    void command() {
+        static constexpr const char* items[] = {
+            "mnuNew",  "mnuOpen",   "mnuSave",   "mnuSaveAs", "mnuHelp",    "mnuOptFeature",
+            "mnuExit", "mnuLockCh", "mnuLockCh", "mnuPrint",  "mnuShowErr", "mnuShowTree"};
+        if (auto* item = main->findChild<QAction*>(QLatin1String(items[user.roll(12)]))) {
+            item->trigger();
+        }
+    }
+    void channelCommand() {
+        const auto row = static_cast<std::int16_t>(1 + user.roll(16));
+        const auto menu = modChEdit::channelMenu(row);
+        const std::function<void()> commands[] = {
+            [&] { modChEdit::openChannel(row); }, [] { modChMem::mnuDelOne_Click(); },
+            [] { modChMem::mnuDelAll_Click(); }, [&] { modChEdit::saveAsDefault(row); }};
+        const auto chosen = static_cast<std::size_t>(user.roll(4));
+        if (menu.at(chosen).enabled) {
+            commands[chosen]();
+        }
+    }
+    void showSomeWindow() {
+        static constexpr const char* keys[] = {"RadioInfo", "ChInfo", "SysSet", "Radio"};
+        const int chosen = user.roll(5);
+        chosen == 4 ? main->showMemDat() : main->showWindow(QLatin1String(keys[chosen]));
+    }
+    void run() {
+        user.roll(2) == 0 ? session("mnuReadFre", "cmdRead") : session("mnuWriteFre", "cmdWrite");
+    }
+
+    CarelessUser user{folder};
+};
+
+TEST_F(RandomActions, ThreeHundredOfThemLeaveNoFailureBehind) {
+    // Sessions over a part of the memory, as they are one action in fifteen.
+    open(3, "ReadEndAddr=03FF\nWriteEndAddr=03FF\n");
+    setDialogs(&user);
+    using Action = void (RandomActions::*)();
+    const Action actions[] = {&RandomActions::press,
+                              &RandomActions::press,
+                              &RandomActions::press,
+                              &RandomActions::press,
+                              &RandomActions::press,
+                              &RandomActions::press,
+                              &RandomActions::click,
+                              &RandomActions::click,
+                              &RandomActions::chooseInAList,
+                              &RandomActions::chooseInAList,
+                              &RandomActions::command,
+                              &RandomActions::channelCommand,
+                              &RandomActions::channelCommand,
+                              &RandomActions::showSomeWindow,
+                              &RandomActions::run};
+    for (int i = 0; i < 300; ++i) {
+        SCOPED_TRACE(i);
+        const auto chosen = static_cast<std::size_t>(user.roll(std::size(actions)));
+        (this->*actions[chosen])();
+        QApplication::processEvents();
+        ASSERT_THAT(failures(), IsEmpty()) << "after action of kind " << chosen;
+        ASSERT_TRUE(main->isVisible());
+    }
+    EXPECT_THAT(user.boxes, IsEmpty());
+    // What the tables hold can be stored and comes back the same. An empty channel has its default
+    // parameters then.
+    modChMem::SetConvIicDat();
+    modChMem::SoftDisplay();
+    const auto channels = modChMem::ChInfo();
+    modChMem::SetConvIicDat();
+    const auto image = modIicDat::IicDat();
+    modChMem::SoftDisplay();
+    modChMem::SetConvIicDat();
+    EXPECT_EQ(modIicDat::IicDat(), image);
+    EXPECT_EQ(modChMem::ChInfo(), channels);
+}
+
+}  // namespace
+}  // namespace k520

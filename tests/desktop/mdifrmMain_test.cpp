@@ -1,0 +1,229 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/mdifrmMain.h"
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QDialog>
+#include <QLabel>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "desktop/MainWindow.h"
+#include "desktop/qtText.h"
+
+namespace k520 {
+namespace {
+
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Texts = test::ScriptedDialogs::Texts;
+
+class MainWindow : public test::MainWindow {
+  protected:
+    std::string panel(const char* name) { return stdText(find<QLabel>(*main, name).text()); }
+    static std::string captions(const QList<QAction*>& actions) {
+        std::string all;
+        for (const QAction* item : actions) {
+            all += item->isSeparator() ? "---|" : stdText(item->text()) + "|";
+        }
+        return all;
+    }
+    QList<QMdiSubWindow*> shownChildren() {
+        QList<QMdiSubWindow*> shown;
+        for (auto* window : find<QMdiArea>(*main, "mdiArea").subWindowList()) {
+            if (window->isVisible()) {
+                shown.append(window);
+            }
+        }
+        return shown;
+    }
+};
+
+TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
+    const struct {
+        int language;
+        std::string title, menus, file, buttons, status, filePanel;
+    } faces[] = {
+        {1, "NorvikK520对讲机写频软件", "文件(&F)|编程(&P)|选项(&O)|设置(&S)|视图(&V)|帮助(&H)|",
+         "新建(&N)|打开(&O)|保存(&S)|另存为(&A)|打印(&P)|---|退出(&E)|",
+         "新建|打开|保存|读频|写频|串口|打印|帮助|退出|", "就绪", "文件名:"},
+        {3, "ZEV K520 Radio Software", "&File|&Program|&Option|&Settings|&View|&Help|",
+         "&New|&Open|&Save|S&ave As|&Print|---|&Exit|",
+         "New|Open|Save|Read|Write|Port|Print|Help|Exit|", "Ready", "File Name:"},
+        {2, "", "|||||", "", "|||||||||", "", ""},
+    };
+    for (const auto& face : faces) {
+        SCOPED_TRACE(face.language);
+        forget();
+        open(face.language);
+        if (face.language != 2) {
+            EXPECT_TRUE(stdText(main->windowTitle()).starts_with(face.title));
+            EXPECT_EQ(captions(main->menuBar()->actions()), face.menus);
+            EXPECT_EQ(captions(main->menuBar()->actions()[0]->menu()->actions()), face.file);
+        }
+        EXPECT_EQ(captions(find<QToolBar>(*main, "tlbMdiFrmMain").actions()), face.buttons);
+        EXPECT_EQ(panel("panStatus"), face.status);
+        EXPECT_EQ(panel("panPort"), "COM1");
+        EXPECT_EQ(panel("panFile"), face.filePanel + (folder / "Data" / "Untitled.dat").string());
+        EXPECT_EQ(panel("panTime"), "2026-11-21 13:05:09");
+        EXPECT_TRUE(action(("mnuLangSel" + std::to_string(face.language - 1)).c_str()).isChecked());
+        EXPECT_THAT(failures(), IsEmpty());
+        for (const QAction* item : main->findChildren<QAction*>()) {
+            const bool ours = item->objectName().startsWith(QLatin1String("mnu"));
+            EXPECT_FALSE(ours && item->menu() == nullptr && item->icon().isNull() &&
+                         !item->isCheckable())
+                << stdText(item->objectName());
+        }
+        main.reset();
+    }
+}
+
+TEST_F(MainWindow, CannotBeMaximised) {
+    open();
+    EXPECT_FALSE(main->windowFlags() &
+                 (Qt::WindowMaximizeButtonHint | Qt::WindowMinimizeButtonHint));
+    EXPECT_TRUE(main->windowFlags() & Qt::WindowCloseButtonHint);
+}
+
+TEST_F(MainWindow, TheVeryFirstStartOnlyLeavesItsMark) {
+    mdimoduMain::state().programFolder = folder.path();
+    main = std::make_unique<mdifrmMain>();
+    EXPECT_EQ(main->Form_Load(), modStartUp::StartResult::quit);
+    EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("FirRun=1"));
+    main->close();  // without a question
+}
+
+TEST_F(MainWindow, ToolbarKeysAreComparedExactly) {
+    open();
+    for (const char* key : {"COM", "fileNew", "", "Print "}) {
+        main->tlbmdifrmMain_ButtonClick(QLatin1String(key));
+    }
+    const std::tuple<const char*, Texts, Texts> commands[] = {
+        {"FileNew", {"ask no"}, {"ask|Notice|All data will be cleared,continue?"}},
+        {"FileOpen",
+         {"open "},
+         {"open|Data File(*.dat)|*.dat|" + (folder / "Data" / "Untitled.dat").string() + "|"}},
+        {"FileSave", {"ask no"}, {"ask|Notice|TempData has changed,Do you want to save it now?"}},
+        {"Help",
+         {"document "},
+         {"document|" +
+          (std::filesystem::path(K520_SHARE_DIR) / "help" / "EngHelp.html").string()}},
+        {"Exit", {"ask no"}, {"ask|Notice|Are you sure want to exit?"}}};
+    for (const auto& [key, answers, shown] : commands) {
+        dialogs.answers = answers;
+        main->tlbmdifrmMain_ButtonClick(QLatin1String(key));
+        EXPECT_EQ(dialogs.take(), shown);
+    }
+    EXPECT_TRUE(main->isVisible());
+    main->tlbmdifrmMain_ButtonClick(QStringLiteral("Com"));
+    auto& ports = find<QDialog>(*main, "frmToolCom");
+    EXPECT_TRUE(ports.isModal() && ports.isVisible());
+    find<QAbstractButton>(ports, "COM1_6").click();
+    find<QAbstractButton>(ports, "cmdOk").click();
+    EXPECT_EQ(panel("panPort"), "COM7");
+    EXPECT_THAT(failures(), IsEmpty());
+}
+
+TEST_F(MainWindow, TreeShowsEachWindowOnceAndMaximised) {
+    open();
+    for (const char* key : {"RadioInfo", "ChInfo", "SysSet", "ChInfo", "SysSet", "Radio", ""}) {
+        main->showWindow(QLatin1String(key));
+    }
+    EXPECT_EQ(shownChildren().size(), 3);
+    for (const char* key : {"ChInfo", "RadioInfo"}) {
+        main->showWindow(QLatin1String(key));
+        EXPECT_TRUE(shownChildren().constLast()->isMaximized() ||
+                    find<QMdiArea>(*main, "mdiArea").activeSubWindow()->isMaximized());
+    }
+    auto* info = find<QMdiArea>(*main, "mdiArea").activeSubWindow();
+    EXPECT_EQ(stdText(info->widget()->objectName()), "frmRadioInfo");
+    info->close();
+    EXPECT_EQ(shownChildren().size(), 2);
+    main->showWindow(QStringLiteral("RadioInfo"));
+    EXPECT_EQ(find<QMdiArea>(*main, "mdiArea").activeSubWindow(), info);
+    EXPECT_TRUE(info->widget()->isVisible());
+}
+
+TEST_F(MainWindow, ClosingAsksAndStoresTheGeometry) {
+    open();
+    main->setGeometry(30, 40, 960, 600);
+    const QRect frame = main->frameGeometry();
+    main->showWindow(QStringLiteral("SysSet"));
+    dialogs.answers = {"ask no", "ask yes"};
+    EXPECT_FALSE(main->close());
+    EXPECT_TRUE(main->isVisible());
+    action("mnuExit").trigger();
+    EXPECT_FALSE(main->isVisible());
+    const std::string stored = folder.read("Uninstall.exe");
+    // The frame is the window manager's: 15 twips a pixel at 96 dots an inch.
+    EXPECT_THAT(stored,
+                HasSubstr(fmt::format("MdiFormHeight= {}\nMdiFormWidth= {}\nMdiFormLeft= {}\n"
+                                      "MdiFormTop= {}\n",
+                                      15 * frame.height(), 15 * frame.width(), 15 * frame.left(),
+                                      15 * frame.top())));
+    EXPECT_EQ(dialogs.take(), Texts(2, "ask|Notice|Are you sure want to exit?"));
+    EXPECT_EQ(mdimoduMain::state().exiting, 1);
+}
+
+TEST_F(MainWindow, AnotherLanguageIsStoredAndEndsTheProgram) {
+    open();
+    action("mnuLangSel2").trigger();
+    EXPECT_THAT(dialogs.take(), IsEmpty());
+    dialogs.answers = {"ask no", "ask yes"};
+    action("mnuLangSel0").trigger();
+    EXPECT_TRUE(main->isVisible());
+    EXPECT_TRUE(action("mnuLangSel0").isChecked() && !action("mnuLangSel2").isChecked());
+    EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("Language= 1\n"));
+    action("mnuLangSel1").trigger();
+    EXPECT_FALSE(main->isVisible());
+    EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("Language= 2\n"));
+    const std::string box =
+        "question|Message|Language has changed, you need to restart the software.";
+    const std::string question = "ask|Notice|Are you sure want to exit?";
+    EXPECT_EQ(dialogs.take(), (Texts{box, question, box, question}));
+}
+
+TEST_F(MainWindow, LanguageThatCannotBeStoredStays) {
+    open();
+    std::filesystem::remove(folder / "Uninstall.exe");
+    std::filesystem::create_directory(folder / "Uninstall.exe");
+    action("mnuLangSel0").trigger();
+    EXPECT_TRUE(action("mnuLangSel2").isChecked());
+    EXPECT_TRUE(main->isVisible());
+    ASSERT_EQ(failures().size(), 1U);
+    EXPECT_THAT(failures()[0], HasSubstr("mdifrmMain->SwiLangFace 75"));
+}
+
+TEST_F(MainWindow, FailuresAreCountedInTheStatusBarAndTheListOpensFromThere) {
+    open();
+    auto& button = find<QToolButton>(*main, "cmdFailures");
+    EXPECT_FALSE(button.isVisible());
+    modFileCmd::setCurrentFile((folder / "no" / "such.dat").string());
+    EXPECT_FALSE(modFileCmd::SaveDatFile());
+    EXPECT_TRUE(button.isVisible());
+    EXPECT_EQ(stdText(button.text()), "1");
+    auto& list = find<QWidget>(*main, "frmShowErr");
+    EXPECT_FALSE(list.isVisible());
+    button.click();
+    EXPECT_TRUE(list.isVisible());
+    action("mnuShowErr").trigger();
+    EXPECT_FALSE(list.isVisible());
+}
+
+TEST_F(MainWindow, TheStoredLockStateIsShownAndCanBeChanged) {
+    open(3, "ChannelLock=ShowLock\n");
+    EXPECT_EQ(panel("panStatus"), "Interface Locked");
+    EXPECT_TRUE(action("mnuLockCh").isChecked());
+    action("mnuLockCh").trigger();
+    EXPECT_EQ(panel("panStatus"), "Ready");
+    EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("ChannelLock=ShowNo\n"));
+}
+
+}  // namespace
+}  // namespace k520
