@@ -8,7 +8,7 @@ namespace {
 
 class SilentDialogs : public Dialogs {
   public:
-    bool ask(const std::string&, const std::string&) override { return false; }
+    bool ask(const std::string&, const std::string&, bool) override { return false; }
     void tell(BoxIcon, const std::string&, const std::string&) override {}
     std::string openFile(const FileChoice&) override { return {}; }
     std::string saveFile(const FileChoice&) override { return {}; }

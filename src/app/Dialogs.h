@@ -27,8 +27,9 @@ class Dialogs {
   public:
     virtual ~Dialogs() = default;
 
-    /// A Yes/No box with the question icon; true for Yes.
-    virtual bool ask(const std::string& title, const std::string& text) = 0;
+    /// A Yes/No box with the question icon; true for Yes. `usual` is the answer of a mere Return:
+    /// No where Yes gives something up.
+    virtual bool ask(const std::string& title, const std::string& text, bool usual) = 0;
     /// A box with an OK button.
     virtual void tell(BoxIcon icon, const std::string& title, const std::string& text) = 0;
     /// The chosen file's path, or an empty text when cancelled.

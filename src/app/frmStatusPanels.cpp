@@ -29,9 +29,11 @@ constexpr int readyText = 94;
 constexpr int lockedText = 116;
 constexpr int refreshMs = 1000;
 
-void setFace(QLabel& label, int text) {
-    label.setToolTip(softText(text));
-    label.setAccessibleName(softText(text));
+/// A panel's value, with what it means in tip and accessible name.
+void showPanel(QLabel& panel, int meaning, const QString& value) {
+    panel.setText(value);
+    panel.setToolTip(QStringLiteral("%1: %2").arg(softText(meaning), value));
+    panel.setAccessibleName(panel.toolTip());
 }
 
 }  // namespace
@@ -61,10 +63,6 @@ frmStatusPanels::frmStatusPanels(QWidget* parent)
 }
 
 void frmStatusPanels::SetSoftFace() {
-    setFace(*status_, statusText);
-    setFace(*port_, portText);
-    setFace(*file_, fileText);
-    setFace(*time_, timeText);
     failures_->setToolTip(ownQText(OwnText::errorListTitle));
     failures_->setAccessibleName(ownQText(OwnText::errorListTitle));
     refresh();
@@ -72,9 +70,11 @@ void frmStatusPanels::SetSoftFace() {
 
 void frmStatusPanels::refresh() {
     const bool locked = mdimoduMain::state().lockState == mdimoduMain::locked;
-    status_->setText(softText(locked ? lockedText : readyText));
-    port_->setText(QStringLiteral("COM%1").arg(modCommun::state().portNumber));
-    file_->setText(qPath(modFileCmd::state().filePanel));
+    const QString remark = qText(modFileCmd::state().remark);
+    const QString state = softText(locked ? lockedText : readyText);
+    showPanel(*status_, statusText, QStringLiteral("%1  %2").arg(state, remark).trimmed());
+    showPanel(*port_, portText, QStringLiteral("COM%1").arg(modCommun::state().portNumber));
+    showPanel(*file_, fileText, qPath(modFileCmd::state().filePanel));
 }
 
 void frmStatusPanels::setFailures(int count) {
@@ -84,8 +84,9 @@ void frmStatusPanels::setFailures(int count) {
 
 void frmStatusPanels::showTime() {
     const DateTime now = theClock().dateTime();
-    time_->setText(qText(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", now.year, now.month,
-                                     now.day, now.hour, now.minute, now.second)));
+    showPanel(*time_, timeText,
+              qText(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", now.year, now.month, now.day,
+                                now.hour, now.minute, now.second)));
 }
 
 }  // namespace k520

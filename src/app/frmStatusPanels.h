@@ -17,6 +17,7 @@ class frmStatusPanels : public QStatusBar {
   public:
     explicit frmStatusPanels(QWidget* parent = nullptr);
 
+    /// Applies the interface texts.
     void SetSoftFace();
     /// Shows port number, file and lock state as the core has them now.
     void refresh();

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/frmTreeView.h"
 
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QTreeWidget>
 
@@ -52,6 +53,7 @@ frmTreeView::frmTreeView(QWidget* parent)
     setAllowedAreas(Qt::LeftDockWidgetArea | Qt::RightDockWidgetArea);
     treevMain_->setHeaderHidden(true);
     treevMain_->setColumnCount(1);
+    treevMain_->header()->setStretchLastSection(false);
     treevMain_->installEventFilter(this);
     connect(treevMain_, &QTreeWidget::itemClicked, this, &frmTreeView::treevMain_NodeClick);
     setWidget(treevMain_);
@@ -70,6 +72,8 @@ void frmTreeView::InitRadioSetTreeView() {
         }
         rootItem->setExpanded(true);
         treevMain_->setCurrentItem(rootItem);
+        treevMain_->resizeColumnToContents(0);
+        treevMain_->setMinimumWidth(treevMain_->columnWidth(0) + 2 * treevMain_->frameWidth());
     });
 }
 

@@ -2,7 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdifrmMain.h"
 
-#include <QActionGroup>
+#include <QAbstractItemView>
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QLibraryInfo>
@@ -11,7 +12,6 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QToolBar>
-#include <array>
 
 #include "app/Guard.h"
 #include "app/frmShowErr.h"
@@ -31,6 +31,7 @@
 #include "link/frmToolCom.h"
 #include "link/modSession.h"
 #include "memview/frmMemDat.h"
+#include "memview/modMemDat.h"
 #include "settings/frmOptPanel.h"
 #include "settings/frmSysSet.h"
 #include "settings/optionPanel.h"
@@ -41,74 +42,14 @@ namespace {
 
 constexpr int titleText = 16;
 constexpr QSize firstSize{1100, 720};
-constexpr int toolIconSize = 24;
 constexpr int treeWidth = 165;
 constexpr int twipsPerInch = 1440;
 
-/// The menus of the menu bar and their captions.
-struct MenuRow {
-    const char* name;
-    int text;
-};
-constexpr std::array menuRows{MenuRow{"mnuFile", 20},   MenuRow{"mnuProgram", 26},
-                              MenuRow{"mnuOption", 29}, MenuRow{"mnuSettings", 31},
-                              MenuRow{"mnuView", 0},    MenuRow{"mnuHelp", 36}};
-
-using Main = mdifrmMain;
-
-/// An item of a menu; a row without a name is a separator.
-struct ItemRow {
-    const char* menu;
-    const char* name = nullptr;
-    int text = 0;
-    const char* icon = nullptr;
-    const char* keys = nullptr;
-    void (*run)(Main&) = nullptr;
-};
-const std::array itemRows{
-    ItemRow{"mnuFile", "mnuNew", 21, "file-new", "Ctrl+N", [](Main&) { modFileCmd::NewFile(); }},
-    ItemRow{"mnuFile", "mnuOpen", 22, "file-open", "Ctrl+O", [](Main&) { modFileCmd::OpenFile(); }},
-    ItemRow{"mnuFile", "mnuSave", 23, "file-save", "Ctrl+S", [](Main&) { modFileCmd::SaveFile(); }},
-    ItemRow{"mnuFile", "mnuSaveAs", 24, "file-save-as", "Ctrl+Shift+S",
-            [](Main&) { modFileCmd::SaveAsFile(); }},
-    ItemRow{"mnuFile", "mnuPrint", 43, "print", "Ctrl+P", [](Main&) { modPrint::Print(); }},
-    ItemRow{"mnuFile"},
-    ItemRow{"mnuFile", "mnuExit", 25, "exit", "Ctrl+Q", [](Main& main) { main.ExitSoft(); }},
-    ItemRow{"mnuProgram", "mnuReadFre", 27, "radio-read", "F5",
-            [](Main& main) { main.mnuReadFre_Click(); }},
-    ItemRow{"mnuProgram", "mnuWriteFre", 28, "radio-write", "F6",
-            [](Main& main) { main.mnuWriteFre_Click(); }},
-    ItemRow{"mnuOption", "mnuOptFeature", 30, "options", "F7",
-            [](Main& main) { main.showWindow(QStringLiteral("SysSet")); }},
-    ItemRow{"mnuSettings", "mnuCom", 32, "port", "F8",
-            [](Main& main) { main.tlbmdifrmMain_ButtonClick(QStringLiteral("Com")); }},
-    ItemRow{"mnuHelp", "mnuHelpTopic", 37, "help", "F1", [](Main&) { modStartUp::Help(); }}};
-
-/// The toolbar's buttons, by their keys.
-struct ButtonRow {
-    const char* key;
-    int text;
-    const char* icon;
-    void (*run)(Main&);
-};
-const std::array buttonRows{
-    ButtonRow{"FileNew", 0, "file-new", [](Main&) { modFileCmd::NewFile(); }},
-    ButtonRow{"FileOpen", 1, "file-open", [](Main&) { modFileCmd::OpenFile(); }},
-    ButtonRow{"FileSave", 2, "file-save", [](Main&) { modFileCmd::SaveFile(); }},
-    ButtonRow{"Read", 3, "radio-read", [](Main& main) { main.mnuReadFre_Click(); }},
-    ButtonRow{"Write", 4, "radio-write", [](Main& main) { main.mnuWriteFre_Click(); }},
-    ButtonRow{"Com", 5, "port", [](Main& main) { main.selectPort(); }},
-    ButtonRow{"Print", 8, "print", [](Main&) { modPrint::Print(); }},
-    ButtonRow{"Help", 6, "help", [](Main&) { modStartUp::Help(); }},
-    ButtonRow{"Exit", 7, "exit", [](Main& main) { main.ExitSoft(); }}};
-
-/// The language menu, in the order of the languages' numbers.
-constexpr std::array languageTexts{34, 57, 35};
-constexpr int languageMenuText = 33;
-constexpr int lockText = 47;
-
-QString languageItem(int language) {
-    return QStringLiteral("mnuLangSel%1").arg(language - 1);
+/// Gives a dialog its final size first: it is centred by the size that it has.
+void openDialog(QDialog& dialog) {
+    dialog.ensurePolished();
+    dialog.resize(dialog.size().expandedTo(dialog.sizeHint()));
+    dialog.open();
 }
 
 std::int32_t twips(int pixels, int dotsPerInch) {
@@ -120,7 +61,7 @@ std::int32_t twips(int pixels, int dotsPerInch) {
 mdifrmMain::mdifrmMain()
     : mdi_(ownNamed<QMdiArea>("mdiArea", this)),
       status_(ownNamed<frmStatusPanels>("stbMain", this)),
-      chMem_(ownNamed<frmChMem>("frmChMem")) {
+      chMem_(ownNamed<frmChMem>("frmChMem", this)) {
     setObjectName(QStringLiteral("mdifrmMain"));
     setWindowIcon(icons::program());
     setCentralWidget(mdi_);
@@ -129,6 +70,13 @@ mdifrmMain::mdifrmMain()
     makeToolBar();
     makeDocks();
     connectCore();
+    connect(mdi_, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow* window) {
+        // Without a child window the keyboard would be nowhere.
+        if (window == nullptr && mdi_->currentSubWindow() == nullptr) {
+            tree_->widget()->setFocus();
+        }
+    });
+    chMem_->hide();
     ForbidMaxForm();
     resize(firstSize);
 }
@@ -152,59 +100,6 @@ modStartUp::StartResult mdifrmMain::Form_Load() {
 }
 
 // Making the window.
-
-void mdifrmMain::makeMenus() {
-    for (const MenuRow& row : menuRows) {
-        menuBar()->addMenu(ownNamed<QMenu>(row.name, menuBar()));
-    }
-    const auto menu = [this](const char* name) {
-        return menuBar()->findChild<QMenu*>(QLatin1String(name));
-    };
-    for (const ItemRow& row : itemRows) {
-        if (row.name == nullptr) {
-            menu(row.menu)->addSeparator();
-            continue;
-        }
-        auto* action = ownNamed<QAction>(row.name, this);
-        action->setIcon(icons::line(QLatin1String(row.icon)));
-        action->setShortcut(QKeySequence(QLatin1String(row.keys)));
-        connect(action, &QAction::triggered, this, [this, &row] { row.run(*this); });
-        menu(row.menu)->addAction(action);
-    }
-    auto* lock = ownNamed<QAction>("mnuLockCh", this);
-    lock->setCheckable(true);
-    lock->setIcon(icons::line(QStringLiteral("lock")));
-    connect(lock, &QAction::triggered, this, &mdifrmMain::mnuLockCh_Click);
-    menu("mnuOption")->addAction(lock);
-
-    auto* languages = ownNamed<QMenu>("mnuLanguage", menuBar());
-    languages->setIcon(icons::line(QStringLiteral("language")));
-    menu("mnuSettings")->addMenu(languages);
-    auto* group = own<QActionGroup>(this);
-    for (int language = 1; language <= std::ssize(languageTexts); ++language) {
-        auto* item = own<QAction>(group);
-        item->setObjectName(languageItem(language));
-        item->setCheckable(true);
-        languages->addAction(item);
-        connect(item, &QAction::triggered, this, [this, language] { mnuLangSel_Click(language); });
-    }
-}
-
-void mdifrmMain::makeToolBar() {
-    auto* bar = ownNamed<QToolBar>("tlbMdiFrmMain", this);
-    bar->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
-    bar->setIconSize({toolIconSize, toolIconSize});
-    bar->setMovable(false);
-    bar->setContextMenuPolicy(Qt::PreventContextMenu);
-    for (const ButtonRow& row : buttonRows) {
-        auto* action = ownNamed<QAction>(row.key, bar);
-        action->setIcon(icons::line(QLatin1String(row.icon)));
-        connect(action, &QAction::triggered, this,
-                [this, action] { tlbmdifrmMain_ButtonClick(action->objectName()); });
-        bar->addAction(action);
-    }
-    addToolBar(bar);
-}
 
 void mdifrmMain::makeDocks() {
     tree_ = ownNamed<frmTreeView>("frmTreeView", this);
@@ -267,46 +162,6 @@ void mdifrmMain::SetSoftFace() {
     chMem_->SetSoftFace();
 }
 
-void mdifrmMain::setMenuFace() {
-    const auto name = [this](const char* item, const QString& caption) {
-        findChild<QAction*>(QLatin1String(item))->setText(caption);
-    };
-    for (const MenuRow& row : menuRows) {
-        menuBar()
-            ->findChild<QMenu*>(QLatin1String(row.name))
-            ->setTitle(row.text == 0 ? ownQText(OwnText::menuView) : softText(row.text));
-    }
-    for (const ItemRow& row : itemRows) {
-        if (row.name != nullptr) {
-            name(row.name, softText(row.text));
-        }
-    }
-    for (int language = 1; language <= std::ssize(languageTexts); ++language) {
-        findChild<QAction*>(languageItem(language))
-            ->setText(softText(languageTexts[static_cast<std::size_t>(language - 1)]));
-    }
-    menuBar()
-        ->findChild<QMenu*>(QStringLiteral("mnuLanguage"))
-        ->setTitle(softText(languageMenuText));
-    name("mnuLockCh", softText(lockText));
-    name("mnuShowErr", ownQText(OwnText::viewErrorList));
-    name("mnuShowTree", ownQText(OwnText::viewTree));
-}
-
-void mdifrmMain::setToolBarFace() {
-    auto* bar = findChild<QToolBar*>(QStringLiteral("tlbMdiFrmMain"));
-    bar->setWindowTitle(ownQText(OwnText::toolbarTitle));
-    for (const ButtonRow& row : buttonRows) {
-        auto* action = bar->findChild<QAction*>(QLatin1String(row.key));
-        action->setText(softText(row.text));
-        action->setToolTip(softText(row.text));
-    }
-}
-
-void mdifrmMain::checkLanguageItem() {
-    findChild<QAction*>(languageItem(mdimoduMain::state().Language))->setChecked(true);
-}
-
 void mdifrmMain::showLockState() {
     const bool locked = mdimoduMain::state().lockState == mdimoduMain::locked;
     findChild<QAction*>(QStringLiteral("mnuLockCh"))->setChecked(locked);
@@ -315,14 +170,17 @@ void mdifrmMain::showLockState() {
 
 // Commands.
 
-void mdifrmMain::tlbmdifrmMain_ButtonClick(const QString& key) {
-    guarded("mdifrmMain->tlbmdifrmMain_ButtonClick", [&] {
-        const auto* row = std::ranges::find_if(
-            buttonRows, [&](const ButtonRow& button) { return key == QLatin1String(button.key); });
-        if (row != buttonRows.end()) {
-            row->run(*this);
+void mdifrmMain::finishEdit() {
+    QWidget* focused = QApplication::focusWidget();
+    for (QWidget* above = focused; above != nullptr && above != this;
+         above = above->parentWidget()) {
+        auto* view = qobject_cast<QAbstractItemView*>(above);
+        if (view != nullptr && above != focused) {
+            // An editor that loses the keyboard stores what is in it.
+            view->setFocus();
+            return;
         }
-    });
+    }
 }
 
 void mdifrmMain::mnuReadFre_Click() {
@@ -344,17 +202,18 @@ void mdifrmMain::communicate(Direction direction) {
         });
     }
     commun_->prepare(direction);
-    commun_->open();
+    openDialog(*commun_);
 }
 
 void mdifrmMain::selectPort() {
     auto* dialog = ownNamed<frmToolCom>("frmToolCom", this);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     connect(dialog, &QDialog::finished, status_, &frmStatusPanels::refresh);
-    dialog->open();
+    openDialog(*dialog);
 }
 
 void mdifrmMain::mnuLangSel_Click(int language) {
+    finishEdit();
     const bool close = modStartUp::SwiLangFace(static_cast<std::int16_t>(language));
     checkLanguageItem();
     if (close) {
@@ -363,6 +222,7 @@ void mdifrmMain::mnuLangSel_Click(int language) {
 }
 
 void mdifrmMain::mnuLockCh_Click(bool lock) {
+    finishEdit();
     modStartUp::lockChannels(lock);
     showLockState();
 }
@@ -396,6 +256,7 @@ void mdifrmMain::showMemDat() {
     if (memDat_ == nullptr) {
         memDat_ = ownNamed<frmMemDat>("frmMemDat");
     }
+    modMemDat::TableFreDat();
     showChild(*memDat_);
 }
 
@@ -420,6 +281,9 @@ void mdifrmMain::followFormRefresh() {
     if (radioInfo_ != nullptr) {
         radioInfo_->refresh();
     }
+    if (memDat_ != nullptr) {
+        modMemDat::TableFreDat();
+    }
 }
 
 void mdifrmMain::followPanel() {
@@ -427,6 +291,11 @@ void mdifrmMain::followPanel() {
     if (sysSet_ != nullptr) {
         sysSet_->panel()->showState();
     }
+}
+
+void mdifrmMain::showEvent(QShowEvent* event) {
+    QMainWindow::showEvent(event);
+    chMem_->setFocus();
 }
 
 void mdifrmMain::changeEvent(QEvent* event) {
@@ -438,7 +307,7 @@ void mdifrmMain::changeEvent(QEvent* event) {
 }
 
 void mdifrmMain::closeEvent(QCloseEvent* event) {
-    if (modSession::state().busyMark != 0 || !modStartUp::MDIForm_QueryUnload()) {
+    if (modSession::running() || !modStartUp::MDIForm_QueryUnload()) {
         event->ignore();
         return;
     }

@@ -43,18 +43,24 @@ class mdifrmMain : public QMainWindow {
 
     /// What a toolbar button does, by its key; nothing for an unknown one.
     void tlbmdifrmMain_ButtonClick(const QString& key);
+    /// Show the communication dialog for one direction.
     void mnuReadFre_Click();
     void mnuWriteFre_Click();
     /// The port dialog; afterwards the status bar shows the port.
     void selectPort();
+    /// Stores a language 1 to 3 for the next start and closes; nothing for the one in force.
     void mnuLangSel_Click(int language);
+    /// Locks or unlocks the channels and shows that.
     void mnuLockCh_Click(bool lock);
     /// Shows one of the windows that the tree stands for ("RadioInfo", "ChInfo", "SysSet").
     void showWindow(const QString& key);
+    /// The memory data window, filled with what the image holds now.
     void showMemDat();
+    /// Closes the window, which asks.
     void ExitSoft();
 
   protected:
+    void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
@@ -65,6 +71,8 @@ class mdifrmMain : public QMainWindow {
     void connectCore();
     void setToolBarFace();
     void setMenuFace();
+    /// Lets an open cell editor store what is in it, before a command.
+    void finishEdit();
     void showChild(QWidget& child);
     void communicate(Direction direction);
     void checkLanguageItem();

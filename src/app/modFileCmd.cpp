@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/modFileCmd.h"
 
+#include <fmt/format.h>
+
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -11,7 +13,9 @@
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "app/ownTexts.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "image/datFile.h"
@@ -24,16 +28,28 @@ namespace {
 
 constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
 
+constexpr int renewText = 74;
+constexpr int saveText = 82;
+
 bool askAndKeep(int textIndex) {
-    const bool yes = theDialogs().ask(modSoftFace::text(70), modSoftFace::text(textIndex));
+    const bool yes = theDialogs().ask(modSoftFace::text(70), modSoftFace::text(textIndex),
+                                      textIndex == saveText);
     state().lastAnswer = yes ? answerYes : answerNo;
     return yes;
 }
 
+void remark(std::string text) {
+    state().remark = std::move(text);
+    if (state().onFilePanel) {
+        state().onFilePanel();
+    }
+}
+
 void renewIfWanted() {
-    if (askAndKeep(74)) {
+    if (askAndKeep(renewText)) {
         setCurrentFile(state().defaultFilePath);
         NewFileSol();
+        remark({});
     }
 }
 
@@ -46,8 +62,12 @@ void openWith(const std::function<std::string()>& choose) {
     const bool done = guarded("mdifrmMain->OpenFile", [&] {
         const auto name = choose();
         if (!name.empty()) {
-            openDatFile(name);
+            const auto held = openDatFile(name);
             setCurrentFile(name);
+            const auto size = modIicDat::IicDat().size();
+            remark(held >= size
+                       ? std::string()
+                       : fmt::format(fmt::runtime(ownText(OwnText::shortFile)), held, size));
         }
     });
     if (!done) {
@@ -106,9 +126,10 @@ void NewFileSol() {
     });
 }
 
-void openDatFile(const std::string& path) {
-    datFile::load(path, modIicDat::IicDat());
+std::uint64_t openDatFile(const std::string& path) {
+    const auto size = datFile::load(path, modIicDat::IicDat());
     modChMem::SoftDisplay();
+    return size;
 }
 
 void openNamed(const std::string& path) {
@@ -122,7 +143,7 @@ void OpenFile() {
 void SaveFile() {
     const bool done = guarded("mdifrmMain->SaveFile", [] {
         state().saveAsked = true;
-        if (askAndKeep(82)) {
+        if (askAndKeep(saveText)) {
             SaveAsFile();
         }
     });
@@ -145,11 +166,15 @@ void SaveAsFile() {
 }
 
 bool SaveDatFile() {
-    return guarded("mdifrmMain->SaveDatFile", [] {
+    const bool saved = guarded("mdifrmMain->SaveDatFile", [] {
         modChMem::SetConvIicDat();
         datFile::save(state().currentFilePath, modIicDat::IicDat());
         setCurrentFile(state().currentFilePath);
     });
+    remark(saved ? ownText(OwnText::fileSaved)
+                 : fmt::format(fmt::runtime(ownText(OwnText::fileNotSaved)),
+                               modShowErr::state().pendingSource));
+    return saved;
 }
 
 }  // namespace k520::modFileCmd

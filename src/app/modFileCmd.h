@@ -22,7 +22,9 @@ struct State {
     bool saveAsked = false;
     /// The answer to the last question of New or Save (6 = yes, 7 = no).
     std::int16_t lastAnswer = 0;
-    /// Called after the file panel was rewritten.
+    /// How the last file command ended, for people; empty where there is nothing to say.
+    std::string remark;
+    /// Called after the file panel or the remark was rewritten.
     std::function<void()> onFilePanel;
 };
 
@@ -51,8 +53,9 @@ void OpenFile();
 /// The same with a file that is known already, as from the program's arguments.
 void openNamed(const std::string& path);
 
-/// What OpenFile does with the chosen file. Raises the system's error where it cannot be read.
-void openDatFile(const std::string& path);
+/// What OpenFile does with the chosen file. Returns the file's size: below that of the image, only
+/// so much of the image is new. Raises the system's error where the file cannot be read.
+std::uint64_t openDatFile(const std::string& path);
 
 /// Asks on every call (text 82), and on Yes goes on with SaveAsFile. A failure shows box 84.
 void SaveFile();

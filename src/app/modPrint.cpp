@@ -87,7 +87,8 @@ std::string optionRows() {
 }  // namespace
 
 std::string documentHtml() {
-    constexpr auto* tableStart = R"(<table border="1" cellspacing="0" cellpadding="3">)";
+    constexpr auto* tableStart =
+        R"(<table border="1" cellspacing="0" cellpadding="3" style="font-size:8pt">)";
     const auto& band = modModel::state();
     return fmt::format(
         "<h2>{}</h2><p>{}<br>{} - {} MHz</p><h3>{}</h3>{}{}</table><h3>{}</h3>{}{}</table>",

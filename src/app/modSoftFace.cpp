@@ -30,6 +30,7 @@ void FillSoftFace(std::int16_t& language) {
         if (language < languageChinese || language > languageEnglish) {
             language = languageEnglish;
         }
+        state().language = language;
         state().SoftFace.fill({});
         if (language == languageChinese) {
             storeTexts(&SoftFaceRow::chinese);

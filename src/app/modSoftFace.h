@@ -12,6 +12,8 @@ namespace k520::modSoftFace {
 struct State {
     /// Texts by index 0 to 445, UTF-8; all empty before the first FillSoftFace.
     std::array<std::string, 446> SoftFace;
+    /// The language that they are of: the one in force at start-up.
+    std::int16_t language = 3;
 };
 
 [[nodiscard]] State& state();

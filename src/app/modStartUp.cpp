@@ -241,7 +241,8 @@ bool MDIForm_QueryUnload() {
     bool mayClose = false;
     guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
         auto& s = mdimoduMain::state();
-        mayClose = s.quitting || theDialogs().ask(modSoftFace::text(70), modSoftFace::text(73));
+        mayClose =
+            s.quitting || theDialogs().ask(modSoftFace::text(70), modSoftFace::text(73), false);
         s.exitAnswer = mayClose ? answerYes : answerNo;
         s.exiting = mayClose ? 1 : s.exiting;
     });

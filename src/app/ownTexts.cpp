@@ -7,6 +7,7 @@
 
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
+#include "app/modSoftFace.h"
 
 namespace k520 {
 
@@ -27,6 +28,10 @@ const Row rows[] = {
     {OwnText::treeTitle, "导航", "Navigation"},
     {OwnText::toolbarTitle, "工具栏", "Toolbar"},
     {OwnText::helpCannotOpen, "没有能打开帮助文件的程序:", "There is no program to open the help file:"},
+    {OwnText::fileSaved, "已保存", "Saved"},
+    {OwnText::fileNotSaved, "没有保存: {}", "NOT saved: {}"},
+    {OwnText::shortFile, "文件只有 {} 字节（应为 {}），其余数据保持不变",
+     "The file holds only {} of {} bytes; the rest is as it was"},
     // Channel window
     {OwnText::outOfBandTip, "频率超出频段 {} - {} MHz，对讲机可能无法工作。",
      "Outside the band {} - {} MHz: the radio may not work on it."},
@@ -87,6 +92,7 @@ const Row rows[] = {
     {OwnText::portInUseShort, "已被占用", "in use"},
     {OwnText::portNotSerialShort, "不是串口", "not a serial port"},
     {OwnText::portNotUsable, "不可用", "not usable"},
+    {OwnText::simulatedRadio, "模拟对讲机", "simulated radio"},
     // Option panel
     {OwnText::groupTransmit, "发射", "Transmit"},
     {OwnText::groupReceiver, "接收", "Receiver"},
@@ -103,6 +109,8 @@ const Row rows[] = {
     {OwnText::badByteTip, "请输入两位十六进制数 00 - FF。", "Two hexadecimal digits, 00 to FF."},
     {OwnText::goToAddress, "地址(&A)", "&Address"},
     {OwnText::goToTip, "十六进制地址，按回车键跳转。", "A hexadecimal address; Enter goes there."},
+    {OwnText::tablesFirst, "保存或写频时，信道和整机设置会重新写入各自的字节。",
+     "Saving and writing put channels and optional features over their bytes."},
     // Error list
     {OwnText::errorListTitle, "错误列表", "Error list"},
     {OwnText::copyLines, "复制(&C)", "&Copy"},
@@ -118,7 +126,7 @@ const std::string& ownText(OwnText text) {
     if (row == std::end(rows)) {
         throw RuntimeError(errNum::subscript, "own text");
     }
-    const bool chinese = mdimoduMain::state().Language == mdimoduMain::languageChinese;
+    const bool chinese = modSoftFace::state().language == mdimoduMain::languageChinese;
     return chinese ? row->chinese : row->english;
 }
 

@@ -16,6 +16,9 @@ enum class OwnText {
     treeTitle,
     toolbarTitle,
     helpCannotOpen,
+    fileSaved,
+    fileNotSaved,  ///< with a place for the reason
+    shortFile,     ///< with places for the bytes that it holds and those of the image
     // Channel window
     outOfBandTip,  ///< with two places for the band's limits in MHz
     openedTip,
@@ -58,6 +61,7 @@ enum class OwnText {
     portInUseShort,
     portNotSerialShort,
     portNotUsable,
+    simulatedRadio,
     // Option panel
     groupTransmit,
     groupReceiver,
@@ -73,6 +77,7 @@ enum class OwnText {
     badByteTip,
     goToAddress,
     goToTip,
+    tablesFirst,
     // Error list
     errorListTitle,
     copyLines,
@@ -81,7 +86,8 @@ enum class OwnText {
     last_  ///< none: behind the last one
 };
 
-/// The text in Chinese where the language in force is 1, in English in every other language.
+/// The text in Chinese where the interface texts are those of language 1, in English beside all
+/// others.
 [[nodiscard]] const std::string& ownText(OwnText text);
 
 }  // namespace k520

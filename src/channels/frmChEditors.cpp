@@ -65,10 +65,6 @@ QLineEdit* frequencyEditor(const QString& text, QWidget* parent) {
 
 }  // namespace
 
-void SteadyComboBox::wheelEvent(QWheelEvent* event) {
-    event->ignore();
-}
-
 void CellComboBox::finish(Delegate::EndEditHint hint) {
     if (!std::exchange(finished_, true)) {
         // An open list would keep the focus from going back to the grid.

@@ -2,23 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <QComboBox>
 #include <QStyledItemDelegate>
+
+#include "desktop/SteadyComboBox.h"
 
 /// The in-cell editors of the channel grid and the delegate that makes them.
 namespace k520 {
-
-/// A drop-down list that the mouse wheel leaves alone: a page that is scrolled must not change what
-/// happens to be under the pointer.
-class SteadyComboBox : public QComboBox {
-    Q_OBJECT
-
-  public:
-    using QComboBox::QComboBox;
-
-  protected:
-    void wheelEvent(QWheelEvent* event) override;
-};
 
 /// A drop-down list in a cell. It says once how it ends.
 class CellComboBox : public SteadyComboBox {

@@ -19,7 +19,7 @@
 #include "app/Guard.h"
 #include "channels/frmChEditors.h"
 #include "channels/frmChGridHeader.h"
-#include "channels/frmChGridRules.h"
+#include "channels/gridCells.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "desktop/CellGridModel.h"
@@ -70,6 +70,8 @@ const frmChGrid::KeyCommand frmChGrid::keyCommands[] = {
     {Qt::Key_Space, &frmChGrid::startEdit},
     {Qt::Key_F4, &frmChGrid::openList},
     {Qt::AltModifier | Qt::Key_Down, &frmChGrid::openList},
+    {Qt::ControlModifier | Qt::Key_Home, &frmChGrid::goToFirst},
+    {Qt::ControlModifier | Qt::Key_End, &frmChGrid::goToLast},
     {Qt::Key_Menu, &frmChGrid::showMenuOfCurrent},
     {Qt::ShiftModifier | Qt::Key_F10, &frmChGrid::showMenuOfCurrent},
     {Qt::ControlModifier | Qt::Key_C, &frmChGrid::copyCells},
@@ -83,13 +85,14 @@ frmChGrid::frmChGrid(QWidget* parent)
     : QTableView(parent),
       model_(own<CellGridModel>(
           modChMem::state().vsfgGridCh,
-          CellGridModel::Rules{// Asked at every paint; edit() asks the core.
-                               .mayEdit = [](int, int) { return !chGridRules::locked(); },
-                               .edited =
-                                   [](int row, int col, const QString& text) {
-                                       return chGridRules::store(row, col, stdText(text));
-                                   },
-                               .tip = chGridRules::tipOf},
+          CellGridModel::Rules{
+              // Asked at every paint; edit() asks the core.
+              .mayEdit = [](int, int) { return !gridCells::locked(); },
+              .edited =
+                  [](int row, int col, const QString& text) {
+                      return gridCells::store(row, col, stdText(text));
+                  },
+              .tip = [](int row, int col) { return qText(gridCells::tipOf(row, col)); }},
           this)),
       titles_(own<TitleHeader>(this)),
       menu_(own<QMenu>(this)),
@@ -155,7 +158,7 @@ void frmChGrid::afterReset() {
 
 int frmChGrid::neededWidth(int column) const {
     int widest = 0;
-    for (const std::string& text : chGridRules::possibleTexts(column)) {
+    for (const std::string& text : gridCells::possibleTexts(column)) {
         widest = std::max(widest, fontMetrics().horizontalAdvance(qText(text)));
     }
     const int word = titles_->widestWord(column - 1);
@@ -240,6 +243,14 @@ void frmChGrid::goRows(int rows) {
     goTo(model_->index(currentIndex().row() + rows, currentIndex().column()));
 }
 
+void frmChGrid::goToFirst() {
+    goTo(model_->index(0, 0));
+}
+
+void frmChGrid::goToLast() {
+    goTo(model_->index(model_->rowCount() - 1, model_->columnCount() - 1));
+}
+
 void frmChGrid::goTo(const QModelIndex& index) {
     // Shift, held for the way back, must not extend the selection.
     if (index.isValid()) {
@@ -271,8 +282,7 @@ bool frmChGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* even
         const int row = CellGridModel::gridRow(index);
         const int col = CellGridModel::gridColumn(index);
         const bool clicked = trigger == SelectedClicked;
-        if ((clicked && (col == column::rx || col == column::tx)) ||
-            chGridRules::refuses(row, col)) {
+        if ((clicked && (col == column::rx || col == column::tx)) || gridCells::refuses(row, col)) {
             trigger = NoEditTriggers;
         }
     }
@@ -320,7 +330,7 @@ void frmChGrid::clearCells() {
     // The receive frequency of a row first: without it there is nothing else to clear.
     std::sort(chosen.begin(), chosen.end());
     for (const QModelIndex& index : chosen) {
-        chGridRules::clear(CellGridModel::gridRow(index), CellGridModel::gridColumn(index));
+        gridCells::clear(CellGridModel::gridRow(index), CellGridModel::gridColumn(index));
     }
 }
 
@@ -352,12 +362,12 @@ void frmChGrid::cutCells() {
 
 void frmChGrid::pasteCells() {
     const QModelIndexList chosen = selectedIndexes();
-    const auto block = chGridRules::blockOf(QApplication::clipboard()->text());
+    const auto block = gridCells::blockOf(stdText(QApplication::clipboard()->text()));
     if (block.size() == 1 && block[0].size() == 1) {
         // One text for every chosen cell.
         for (const QModelIndex& index : chosen) {
-            chGridRules::put(CellGridModel::gridRow(index), CellGridModel::gridColumn(index),
-                             block[0][0]);
+            gridCells::put(CellGridModel::gridRow(index), CellGridModel::gridColumn(index),
+                           block[0][0]);
         }
         return;
     }
@@ -371,7 +381,7 @@ void frmChGrid::pasteCells() {
         int col = CellGridModel::gridColumn(corner);
         for (const std::string& text : line) {
             if (model_->indexOf(row, col).isValid()) {
-                chGridRules::put(row, col, text);
+                gridCells::put(row, col, text);
             }
             ++col;
         }

@@ -58,6 +58,8 @@ class frmChGrid : public QTableView {
     void goDown() { goRows(1); }
     void goUp() { goRows(-1); }
     void goRows(int rows);
+    void goToFirst();
+    void goToLast();
     void goTo(const QModelIndex& index);
 
     void startEdit();

@@ -13,6 +13,8 @@
 #include "channels/frmChEditors.h"
 #include "channels/frmChGrid.h"
 #include "channels/modModel.h"
+#include "desktop/SteadyComboBox.h"
+#include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 #include "settings/frmOptPanel.h"
@@ -33,7 +35,7 @@ void fill(const modModel::DropDown& list, QComboBox& box) {
 void caption(QLabel& label, QWidget& control, int text) {
     label.setText(softText(text));
     label.setBuddy(&control);
-    control.setAccessibleName(plainCaption(softText(text)));
+    nameControl(control, softText(text));
 }
 
 }  // namespace
@@ -48,6 +50,7 @@ frmChMem::frmChMem(QWidget* parent)
       vsfgGridCh_(own<frmChGrid>()),
       panel_(own<frmOptPanel>()) {
     layOut();
+    setFocusProxy(vsfgGridCh_);
     connect(cboModel_, &QComboBox::activated, this, &frmChMem::modelChosen);
     connect(cboFrequency_, &QComboBox::activated, this, &frmChMem::bandChosen);
     SetSoftFace();
@@ -84,7 +87,7 @@ void frmChMem::layOut() {
 void frmChMem::SetSoftFace() {
     guarded("modChMem->ChInfoInitFace", [this] {
         setWindowTitle(softText(66));
-        vsfgGridCh_->setAccessibleName(windowTitle());
+        nameControl(*vsfgGridCh_, windowTitle());
         fraModel_->setTitle(softText(370));
         caption(*lblModel_, *cboModel_, 371);
         caption(*lblFrequency_, *cboFrequency_, 372);
@@ -102,21 +105,12 @@ frmOptPanel* frmChMem::panel() const {
 }
 
 void frmChMem::modelChosen(int index) {
-    modModel::state().cboModel.selected = index;
-    modModel::cboModel_Click();
+    modModel::selectModel(index);
     refresh();
 }
 
 void frmChMem::bandChosen(int index) {
-    auto& core = modModel::state();
-    const auto limits = [&core] { return std::pair(core.bandLow, core.bandHigh); };
-    const auto limitsBefore = limits();
-    const int before = std::exchange(core.cboFrequency.selected, index);
-    modModel::cboFrequency_Click();
-    if (index == modModel::customBand && limits() == limitsBefore) {
-        // Cancelled, or nothing new: the entry that stands for these limits stays selected.
-        core.cboFrequency.selected = before;
-    }
+    modModel::chooseBand(index);
     refresh();
 }
 

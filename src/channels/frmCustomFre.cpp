@@ -11,6 +11,7 @@
 #include "app/Guard.h"
 #include "app/modFileCmd.h"
 #include "channels/modModel.h"
+#include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 
@@ -61,10 +62,10 @@ void frmCustomFre::InitFace() {
             auto* label = qobject_cast<QLabel*>(form_->labelForField(box));
             label->setText(softText(text));
             label->setBuddy(box);
-            box->setAccessibleName(plainCaption(softText(text)));
+            nameControl(*box, softText(text));
         }
-        cmdOk_->setText(softText(377));
-        cmdCancel_->setText(softText(378));
+        captionControl(*cmdOk_, softText(377));
+        captionControl(*cmdCancel_, softText(378));
     });
 }
 

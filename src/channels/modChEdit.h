@@ -55,8 +55,8 @@ struct MenuItem {
 
 /// The right button on a row: makes it the current channel and returns the menu's items: open and
 /// delete this channel, delete all channels, save as default. Open is for an empty channel, delete
-/// and save for one that exists, none while the window is locked. Nothing for a row that is no channel (9). Label
-/// "frmChMem->vsfgGridCh_MouseDown:".
+/// and save for one that exists, none while the window is locked. Nothing for a row that is no
+/// channel (9). Label "frmChMem->vsfgGridCh_MouseDown:".
 [[nodiscard]] std::vector<MenuItem> channelMenu(std::int16_t channel);
 
 /// "Open channel" on an empty channel: receives and transmits on the band's lower limit, tones off,

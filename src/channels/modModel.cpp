@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <tuple>
 
 #include "app/Checked.h"
 #include "app/Dialogs.h"
@@ -120,6 +121,11 @@ void cboModel_Click() {
     });
 }
 
+void selectModel(int index) {
+    state().cboModel.selected = index;
+    cboModel_Click();
+}
+
 void cboFrequency_Click() {
     applyBand(true);
 }
@@ -139,6 +145,15 @@ int bandOfImage() {
     const auto found = std::ranges::find_if(
         bandTable, [&](const Band& band) { return low == band.low && high == band.high; });
     return std::min(static_cast<int>(found - bandTable.begin()), customBand);
+}
+
+void chooseBand(int index) {
+    State& s = state();
+    const auto [low, high, entry] = std::tuple(s.bandLow, s.bandHigh, s.cboFrequency.selected);
+    selectBand(index);
+    if (index == customBand && s.bandLow == low && s.bandHigh == high) {
+        s.cboFrequency.selected = entry;
+    }
 }
 
 void selectBandFromImage() {

@@ -71,6 +71,8 @@ void ChInfoModel();
 
 /// Writes the selected model into the image; the first one where none is selected.
 void cboModel_Click();
+/// Selects an entry of the model list and goes on as for a user's click.
+void selectModel(int index);
 
 /// A user chose the selected band: sets the limits, writes them into the image and colours the
 /// channels anew. The custom entry shows the custom range dialog, which sets the limits itself;
@@ -84,6 +86,10 @@ void applyShownBand();
 
 /// Selects an entry of the band list (9 outside it) and goes on as for a user's click.
 void selectBand(int index);
+
+/// A user's choice in the band list: selectBand. Where the custom entry leaves the limits as they
+/// were, because its dialog was cancelled or brought nothing new, the entry before stays selected.
+void chooseBand(int index);
 
 /// Selects the entry whose limits the image holds, and sets them; nothing is written. Limits that
 /// are in no entry select the custom one and become 120 to 520 MHz: custom limits are not kept.

@@ -4,6 +4,11 @@
 
 #include <QCommandLineParser>
 #include <QTimer>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <span>
+#include <string_view>
 
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
@@ -20,6 +25,14 @@ namespace {
 const QString folderOption = QStringLiteral("program-folder");
 const QString paintedOption = QStringLiteral("until-painted");
 
+/// On systems that are told by the environment where their display is.
+bool mayHaveDisplay() {
+    constexpr std::array names{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    return QSysInfo::kernelType() != QLatin1String("linux") ||
+           std::ranges::any_of(names,
+                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
+}
+
 void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(
         QStringLiteral("Programming software for the K520 two-way radio."));
@@ -28,8 +41,10 @@ void describe(QCommandLineParser& parser) {
     parser.addOption({folderOption,
                       QStringLiteral("Where settings, default image and data files are."),
                       QStringLiteral("folder")});
-    parser.addOption(
-        {paintedOption, QStringLiteral("End after the main window was first painted.")});
+    // For measuring the start.
+    QCommandLineOption painted(paintedOption);
+    painted.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser.addOption(painted);
     parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A data file to open."),
                                  QStringLiteral("[file]"));
 }
@@ -49,6 +64,20 @@ bool chooseProgramFolder(const QString& chosen) {
 
 }  // namespace
 
+int Program::main(int count, char** words) {
+    const std::span arguments(words, static_cast<std::size_t>(count));
+    const auto isGiven = [&](std::string_view word) {
+        return std::ranges::count(arguments, word) != 0;
+    };
+    if (isGiven("--help") || isGiven("-h") || isGiven("--version") || isGiven("-v")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    } else if (!mayHaveDisplay() && !isGiven("-platform")) {
+        std::fputs("k520: there is no display; k520-cli does the same without one\n", stderr);
+        return EXIT_FAILURE;
+    }
+    return Program(count, words).run();
+}
+
 Program::Program(int& count, char** words) : QApplication(count, words) {
     setApplicationName(QStringLiteral("k520"));
     setApplicationVersion(QStringLiteral(K520_VERSION));
@@ -61,6 +90,11 @@ int Program::run() {
     QCommandLineParser parser;
     describe(parser);
     parser.process(*this);
+    const QStringList files = parser.positionalArguments();
+    if (files.size() > 1) {
+        std::fputs("k520: one data file at a time, please\n", stderr);
+        return EXIT_FAILURE;
+    }
     if (!chooseProgramFolder(parser.value(folderOption))) {
         return EXIT_FAILURE;
     }
@@ -69,8 +103,8 @@ int Program::run() {
         return EXIT_SUCCESS;
     }
     main_->show();
-    if (!parser.positionalArguments().isEmpty()) {
-        modFileCmd::openNamed(stdPath(parser.positionalArguments().constFirst()));
+    if (!files.isEmpty()) {
+        modFileCmd::openNamed(stdPath(files.constFirst()));
     }
     untilPainted_ = parser.isSet(paintedOption);
     return exec();

@@ -18,6 +18,10 @@ class Program : public QApplication {
     Q_OBJECT
 
   public:
+    /// The whole program; the exit code of the process. Help and version need no display, and a
+    /// missing display is told in one line.
+    [[nodiscard]] static int main(int count, char** words);
+
     Program(int& count, char** words);
     ~Program() override;
 

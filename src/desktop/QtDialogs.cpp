@@ -11,6 +11,7 @@
 #include <QPrinter>
 #include <QTextDocument>
 #include <QUrl>
+#include <algorithm>
 
 #include "app/RuntimeError.h"
 #include "channels/frmCustomFre.h"
@@ -19,6 +20,25 @@
 namespace k520 {
 
 namespace {
+
+/// What a box has to stand in front of, also when the user is in another program just now.
+QWidget* frontWindow() {
+    for (QWidget* window : {QApplication::activeWindow(), QApplication::activeModalWidget()}) {
+        if (window != nullptr) {
+            return window;
+        }
+    }
+    const auto windows = QApplication::topLevelWidgets();
+    const auto shown = std::ranges::find_if(windows, &QWidget::isVisible);
+    return shown == windows.end() ? nullptr : *shown;
+}
+
+/// A box of plain text: a path in it may look like anything.
+void setUp(QMessageBox& box, const std::string& title, const std::string& text) {
+    box.setWindowTitle(qText(title));
+    box.setTextFormat(Qt::PlainText);
+    box.setText(qText(text));
+}
 
 QMessageBox::Icon boxIcon(BoxIcon icon) {
     switch (icon) {
@@ -56,28 +76,31 @@ QtDialogs::~QtDialogs() {
     setDialogs(nullptr);
 }
 
-bool QtDialogs::ask(const std::string& title, const std::string& text) {
-    QMessageBox box(QMessageBox::Question, qText(title), qText(text),
-                    QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
-    box.setDefaultButton(QMessageBox::No);
+bool QtDialogs::ask(const std::string& title, const std::string& text, bool usual) {
+    QMessageBox box(frontWindow());
+    setUp(box, title, text);
+    box.setIcon(QMessageBox::Question);
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setDefaultButton(usual ? QMessageBox::Yes : QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
 
 void QtDialogs::tell(BoxIcon icon, const std::string& title, const std::string& text) {
-    QMessageBox(boxIcon(icon), qText(title), qText(text), QMessageBox::Ok,
-                QApplication::activeWindow())
-        .exec();
+    QMessageBox box(frontWindow());
+    setUp(box, title, text);
+    box.setIcon(boxIcon(icon));
+    box.exec();
 }
 
 std::string QtDialogs::openFile(const FileChoice& choice) {
-    QFileDialog dialog(QApplication::activeWindow());
+    QFileDialog dialog(frontWindow());
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
     return choose(dialog, choice);
 }
 
 std::string QtDialogs::saveFile(const FileChoice& choice) {
-    QFileDialog dialog(QApplication::activeWindow());
+    QFileDialog dialog(frontWindow());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
@@ -86,7 +109,7 @@ std::string QtDialogs::saveFile(const FileChoice& choice) {
 }
 
 void QtDialogs::customRange() {
-    frmCustomFre(QApplication::activeWindow()).exec();
+    frmCustomFre(frontWindow()).exec();
 }
 
 void QtDialogs::openDocument(const std::string& path) {
@@ -101,7 +124,7 @@ void QtDialogs::openDocument(const std::string& path) {
 
 void QtDialogs::print(const std::string& html) {
     QPrinter printer(QPrinter::HighResolution);
-    if (QPrintDialog(&printer, QApplication::activeWindow()).exec() != QDialog::Accepted) {
+    if (QPrintDialog(&printer, frontWindow()).exec() != QDialog::Accepted) {
         return;
     }
     QTextDocument document;

@@ -15,7 +15,7 @@ class QtDialogs : public Dialogs {
     QtDialogs(const QtDialogs&) = delete;
     QtDialogs& operator=(const QtDialogs&) = delete;
 
-    bool ask(const std::string& title, const std::string& text) override;
+    bool ask(const std::string& title, const std::string& text, bool usual) override;
     void tell(BoxIcon icon, const std::string& title, const std::string& text) override;
     std::string openFile(const FileChoice& choice) override;
     std::string saveFile(const FileChoice& choice) override;

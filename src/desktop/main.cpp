@@ -3,5 +3,5 @@
 #include "desktop/Program.h"
 
 int main(int count, char** words) {
-    return k520::Program(count, words).run();
+    return k520::Program::main(count, words);
 }

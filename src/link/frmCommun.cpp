@@ -13,8 +13,8 @@
 
 #include "app/modShowErr.h"
 #include "desktop/LineListModel.h"
+#include "desktop/captions.h"
 #include "desktop/owned.h"
-#include "link/frmCaption.h"
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
 #include "link/frmCommunRanges.h"

@@ -10,9 +10,9 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+#include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "image/modIicDat.h"
-#include "link/frmCaption.h"
 #include "link/modSession.h"
 
 namespace k520 {

@@ -11,8 +11,8 @@
 #include <QVBoxLayout>
 
 #include "channels/modModel.h"
+#include "desktop/captions.h"
 #include "desktop/owned.h"
-#include "link/frmCaption.h"
 #include "link/modCommun.h"
 #include "link/radioInfo.h"
 

@@ -13,11 +13,12 @@
 
 #include "app/Guard.h"
 #include "desktop/ElidedLabel.h"
+#include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "link/comPorts.h"
-#include "link/frmCaption.h"
 #include "link/modCommun.h"
 #include "link/sessionAdvice.h"
+#include "link/virtualPort.h"
 
 namespace k520 {
 
@@ -32,8 +33,11 @@ constexpr int buttonChars = 12;
 
 /// What stands beside a port: its own description, or what keeps it from being used.
 QString remarkOn(const comPorts::PortInfo& port) {
-    return qText(port.usable ? port.description
-                             : sessionAdvice::portTroubleInShort(port.errorNumber));
+    if (!port.usable) {
+        return qText(sessionAdvice::portTroubleInShort(port.errorNumber));
+    }
+    return port.device == VirtualPort::name ? ownQText(OwnText::simulatedRadio)
+                                            : qText(port.description);
 }
 
 QPushButton* buttonOf(const char* name, int text, QWidget* parent) {

@@ -253,7 +253,7 @@ class Session {
 
 Result runSession(const Plan& plan, CommunView& view) {
     // Asked of the view, not of the busy mark: that is clear already while the last texts stand.
-    if (modCommun::state().view != nullptr) {
+    if (running()) {
         Result refused;
         refused.outcome = Outcome::busy;
         return refused;
@@ -308,11 +308,16 @@ void WriteComDat() {
             [] { stamp::write(modIicDat::IicDat(), theClock().dateTime()); });
 }
 
+bool running() noexcept {
+    return modCommun::state().view != nullptr;
+}
+
 bool addressFieldChanged(AddressField field, std::string_view text) {
     const FieldRow& row = fieldRows[static_cast<std::size_t>(field)];
     return guarded("frmCommun->" + std::string(row.control) + "_Change", [&] {
         mdimoduMain::writeSetting("Setting", row.key, text);
         row.target() = hexToInt16(text);
+        modMemDat::fitGrid();
     });
 }
 

@@ -64,6 +64,9 @@ void ShowComPercent(std::int16_t percent);
 /// Stamps the current date and time into the image. Label "frmCommun->WriteComDat".
 void WriteComDat();
 
+/// Whether a session is on, from its first line to its last: longer than the busy mark.
+[[nodiscard]] bool running() noexcept;
+
 /// The text fields of the address ranges.
 enum class AddressField : std::uint8_t { maxAddr, readStart, readEnd, writeStart, writeEnd };
 

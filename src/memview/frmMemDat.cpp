@@ -31,28 +31,12 @@ bool mayEdit(int row, int column) {
     return grid().cell(row, column).editMode == EditMode::keyboard;
 }
 
-/// Writing the grid back is for a byte that is another one.
 bool storeByte(int row, int column, const QString& text) {
-    const std::string byte = stdText(text.toUpper());
-    if (!modMemDat::isByteText(byte)) {
-        return false;
-    }
-    if (grid().text(row, column) != byte) {
-        grid().setText(row, column, byte);
-        modMemDat::vsfgGridMemDat_AfterEdit();
-    }
-    return true;
+    return modMemDat::typeByte(row, column, stdText(text));
 }
 
 QString tipOf(int row, int column) {
     return qText(modMemDat::CellTipHint(row, column)).trimmed();
-}
-
-/// The start-up builds the grid, and a session or this window fills it first.
-void fillIfEmpty() {
-    if (grid().rows() > 1 && grid().text(1, 1).empty()) {
-        modMemDat::TableFreDat();
-    }
 }
 
 }  // namespace
@@ -66,7 +50,7 @@ frmMemDat::frmMemDat(QWidget* parent)
       txtGoTo_(ownNamed<QLineEdit>("txtGoTo")) {
     setObjectName(QStringLiteral("frmMemDat"));
     setWindowTitle(ownQText(OwnText::memDatTitle));
-    fillIfEmpty();
+    modMemDat::TableFreDat();
     buildGrid();
     auto* bar = own<QHBoxLayout>();
     addGoTo(*bar);
@@ -77,6 +61,9 @@ frmMemDat::frmMemDat(QWidget* parent)
               modMemDat::cmdSetDefCol);
     auto* layout = own<QVBoxLayout>(this);
     layout->addLayout(bar);
+    auto* note = own<QLabel>(ownQText(OwnText::tablesFirst));
+    note->setForegroundRole(QPalette::PlaceholderText);
+    layout->addWidget(note);
     layout->addWidget(vsfgGridMemDat_);
     vsfgGridMemDat_->setFocus();
     resize(minimumSizeHint().width(), firstHeight);

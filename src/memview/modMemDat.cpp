@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "app/Checked.h"
 #include "app/Guard.h"
@@ -157,6 +158,32 @@ void cmdSetDefCol() {
             }
         }
     });
+}
+
+bool typeByte(int row, int column, std::string_view text) {
+    if (!isByteText(text)) {
+        return false;
+    }
+    TableFreDat();
+    guarded("frmMemDat->typeByte", [&] {
+        std::string byte = FormatByteDat(SeparateChar(text));
+        if (grid().text(row, column) != byte) {
+            grid().setText(row, column, std::move(byte));
+            vsfgGridMemDat_AfterEdit();
+        }
+    });
+    return true;
+}
+
+void fitGrid() {
+    if (grid().rows() == dataRows() + 1) {
+        return;
+    }
+    const bool wasFilled = isDataCell(1, 1) && !grid().text(1, 1).empty();
+    SetGridMemDat();
+    if (wasFilled) {
+        TableFreDat();
+    }
 }
 
 void GridDataTemp() {

@@ -49,6 +49,16 @@ void cmdFillGrid_Click();
 /// Takes all marks away. Label "frmMemDat->cmdSetDefCol".
 void cmdSetDefCol();
 
+/// What a user has typed into a cell: a byte that is another one goes into the image. Before that
+/// the grid is filled anew, so that writing it back changes this byte alone, whatever has happened
+/// to the image since. The tables do not follow: the bytes of channels and options are theirs
+/// again when the image is next saved or sent. Returns false for a text that is no byte, and does
+/// nothing then.
+bool typeByte(int row, int column, std::string_view text);
+
+/// Gives the grid as many rows as TableMaxAddr asks for now, filled where it was filled before.
+void fitGrid();
+
 /// Copies the cells 0..TableMaxAddr back into the image; stops at the first that cannot be read (13
 /// no hexadecimal number, 6 no byte, 9 outside grid or image). Label "frmMemDat->GridDataTemp".
 void GridDataTemp();

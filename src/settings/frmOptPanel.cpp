@@ -3,8 +3,6 @@
 #include "settings/frmOptPanel.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -15,6 +13,8 @@
 #include <string_view>
 
 #include "app/Checked.h"
+#include "desktop/SteadyComboBox.h"
+#include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 #include "settings/optionPanel.h"
@@ -95,11 +95,6 @@ void showItems(QComboBox& list, const std::vector<std::string>& texts) {
     }
 }
 
-/// A language without texts still leaves the control a name.
-void nameControl(QWidget& control, const QString& caption) {
-    control.setAccessibleName(caption.isEmpty() ? control.objectName() : caption);
-}
-
 /// Voice chip and crystal are what the radio is built of.
 void tellIfNeverStored(QWidget& widget, const Option& option) {
     if (option.ownedMask == 0) {
@@ -168,12 +163,10 @@ void frmOptPanel::addGroups(QGridLayout& grid) {
 }
 
 void frmOptPanel::addList(QGridLayout& grid, const Option& option) {
-    auto* list = own<QComboBox>();
+    auto* list = own<SteadyComboBox>();
     list->setObjectName(controlName(option));
     list->setMinimumContentsLength(leastEntryLength);
     list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
-    list->setFocusPolicy(Qt::StrongFocus);
-    list->installEventFilter(this);
     auto* label = own<QLabel>();
     label->setBuddy(list);
 
@@ -228,15 +221,6 @@ void frmOptPanel::showControl(int number) {
     showItems(*row.list, control.items);
     row.list->setCurrentIndex(control.selected);
     nameControl(*row.list, caption);
-}
-
-bool frmOptPanel::eventFilter(QObject* watched, QEvent* event) {
-    const auto* list = qobject_cast<QComboBox*>(watched);
-    if (event->type() == QEvent::Wheel && list != nullptr && !list->hasFocus()) {
-        event->ignore();
-        return true;
-    }
-    return QWidget::eventFilter(watched, event);
 }
 
 }  // namespace k520

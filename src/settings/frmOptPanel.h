@@ -28,9 +28,6 @@ class frmOptPanel : public QWidget {
     /// Shows captions, entries and selections as optionPanel has them now.
     void showState();
 
-    /// The wheel scrolls the panel: it changes a list only where that has the focus.
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
   private:
     /// An option's widgets: a list with its label, or a check box.
     struct Row {

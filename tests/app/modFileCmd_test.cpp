@@ -120,7 +120,8 @@ TEST_F(FileCommands, ShortFilesFillOnlyWhatTheyHold) {
             file.append(i < length ? 1 : 0, static_cast<char>(i % 247));
             expected += static_cast<char>(offset < length ? offset % 247 : i % 251);
         }
-        openDatFile(folder.write("short.dat", file));
+        openNamed(folder.write("short.dat", file));
+        EXPECT_EQ(state().remark.empty(), file.size() == image().size()) << state().remark;
         EXPECT_EQ(text(image()), expected) << length;
     }
 }

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "channels/ChannelFixture.h"
+#include "channels/gridCells.h"
 
 namespace k520::modChEdit {
 namespace {
@@ -163,8 +164,12 @@ TEST_F(Edit, ThePopUpMenu) {
     openChannel(2);  // exists: stays
     EXPECT_EQ(channel(2).field(5), 0);
     EXPECT_TRUE(colour(2, 1) == over && colour(2, 8) == over);
-    type(2, 1, "150");
+    // The frequency that it was given counts once it was typed.
+    EXPECT_FALSE(gridCells::refuses(2, 1));
+    EXPECT_TRUE(gridCells::store(2, 1, "136"));
     EXPECT_EQ(colour(2, 8), def);
+    EXPECT_FALSE(gridCells::store(2, 1, "136"));
+    type(2, 1, "150");
     saveAsDefault(2);
     saveAsDefault(3);  // empty: nothing to save
     EXPECT_EQ(get(modIicDat::IicDatDef(), 0x20, 8), (Bytes{0, 0, 0, 0x15, 0, 0, 0x60, 0x13}));

@@ -101,6 +101,15 @@ TEST_F(Model, TheDialogIsShownForAUsersChoiceOnly) {
     cboFrequency_Click();
     expectBand(11, 14000000, 14100000, 0x14001410);
     EXPECT_EQ(dialog.shown, 2);
+    // In the window a cancelled dialog leaves the entry before selected, too.
+    chooseBand(2);
+    dialog.cancel = true;
+    chooseBand(11);
+    expectBand(2, 15000000, 17400000, 0x15001740);
+    dialog.cancel = false;
+    chooseBand(11);
+    expectBand(11, 14000000, 14100000, 0x14001410);
+    EXPECT_EQ(dialog.shown, 4);
     EXPECT_EQ(failures(), Labels{});
     selectBand(-1);
     modIicDat::sizeArrays(0x100);

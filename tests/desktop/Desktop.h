@@ -17,6 +17,7 @@
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
+#include "desktop/qtText.h"
 #include "image/modIicDat.h"
 #include "link/comPorts.h"
 #include "link/modCommun.h"
@@ -106,6 +107,16 @@ class Desktop : public testing::Test {
     static Control& find(const QWidget& window, const char* name) {
         auto* found = window.findChild<Control*>(QLatin1String(name));
         return found != nullptr ? *found : throw std::runtime_error(std::string("no ") + name);
+    }
+    /// What a control says, which is its text or another of its properties.
+    static std::string said(const QWidget& window, const char* name, const char* what = "text") {
+        return stdText(find<QWidget>(window, name).property(what).toString());
+    }
+    /// Shows a window as the one that has the keyboard; false when it does not get it.
+    static bool showActive(QWidget& window) {
+        window.show();
+        window.activateWindow();
+        return served([&] { return window.isActiveWindow(); });
     }
     static std::vector<std::string> failures() {
         std::vector<std::string> all;

@@ -5,49 +5,35 @@
 #include <gmock/gmock.h>
 
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 #include "app/RuntimeError.h"
 #include "desktop/Desktop.h"
-#include "desktop/qtText.h"
 
 namespace k520::test {
 namespace {
 
 using testing::ElementsAre;
 
-class TreeView : public Desktop {
-  protected:
-    static std::vector<std::string> nodes(const QTreeWidget& tree, int role) {
-        const QTreeWidgetItem* root = tree.topLevelItem(0);
-        std::vector<std::string> all{stdText(root->data(0, role).toString())};
-        for (int i = 0; i < root->childCount(); ++i) {
-            all.push_back(stdText(root->child(i)->data(0, role).toString()));
-        }
-        return all;
-    }
-};
+using TreeView = Desktop;
 
 TEST_F(TreeView, HasItsNodesInEveryLanguage) {
-    const std::vector<std::pair<int, std::vector<std::string>>> languages{
-        {1, {"Norvik-K520", "本机信息", "信道信息", "整机设置"}},
-        {2, {"", "", "", ""}},
-        {3, {"ZEV-K520", "Radio Info", "Channel Info", "Optional Features"}},
-    };
-    for (const auto& [language, texts] : languages) {
-        SCOPED_TRACE(language);
+    for (const auto& [language, texts] :
+         {std::pair(1, "Norvik-K520|本机信息|信道信息|整机设置|"),
+          {2, "||||"},
+          {3, "ZEV-K520|Radio Info|Channel Info|Optional Features|"}}) {
         forget();
         start(language);
         frmTreeView window;
         window.InitRadioSet();
-        const auto& tree = find<QTreeWidget>(window, "treevMain");
+        auto& tree = find<QTreeWidget>(window, "treevMain");
         EXPECT_EQ(tree.topLevelItemCount(), 1);
-        EXPECT_TRUE(tree.topLevelItem(0)->isExpanded());
-        EXPECT_EQ(nodes(tree, Qt::DisplayRole), texts);
-        EXPECT_THAT(nodes(tree, Qt::UserRole),
-                    ElementsAre("Radio", "RadioInfo", "ChInfo", "SysSet"));
-        EXPECT_THAT(nodes(tree, Qt::AccessibleTextRole), testing::Each(testing::Ne("")));
-        EXPECT_FALSE(tree.topLevelItem(0)->icon(0).isNull());
-        EXPECT_FALSE(window.windowTitle().isEmpty());
+        std::string all;
+        for (QTreeWidgetItemIterator node(&tree); *node; ++node) {
+            all += stdText((*node)->text(0)) + "|";
+            EXPECT_FALSE((*node)->data(0, Qt::AccessibleTextRole).toString().isEmpty());
+        }
+        EXPECT_EQ(all, texts);
     }
 }
 

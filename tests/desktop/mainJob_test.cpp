@@ -92,6 +92,44 @@ TEST_F(MainJob, ReadEditWriteSaveAndReopenInEveryLanguage) {
     }
 }
 
+TEST_F(MainJob, ACommandTakesWhatIsBeingTyped) {
+    open();
+    main->activateWindow();
+    auto& grid = find<QTableView>(*main, "vsfgGridCh");
+    ASSERT_TRUE(served([&] { return grid.hasFocus(); })) << "the grid has the keyboard at once";
+    QTest::keyClicks(&grid, QStringLiteral("4"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("31.25"));
+    EXPECT_NE(cell(1, 1), "431.25");
+    dialogs.answers = {"print "};
+    action("mnuPrint").trigger();
+    EXPECT_EQ(cell(1, 1), "431.25");
+    EXPECT_THAT(dialogs.take().at(0), testing::HasSubstr("<td>431.25</td>"));
+}
+
+TEST_F(MainJob, TheProgramCannotBeLeftInASession) {
+    open();
+    int tries = 0;
+    clock.onWait = [&] { tries += main->close() ? 1000 : 1; };
+    session("mnuReadFre", "cmdRead");
+    clock.onWait = nullptr;
+    EXPECT_GT(tries, 1);
+    EXPECT_TRUE(main->isVisible());
+    dialogs.answers = {"ask yes"};
+    EXPECT_TRUE(main->close());
+    dialogs.take();
+}
+
+TEST_F(MainJob, AFileThatCouldNotBeSavedIsToldInTheStatusBar) {
+    open();
+    dialogs.answers = {"save " + (folder / "none" / "a.dat").string(),
+                       "save " + (folder / "a.dat").string()};
+    action("mnuSaveAs").trigger();
+    EXPECT_THAT(said(*main, "panStatus", "text"), testing::HasSubstr("NOT saved: "));
+    action("mnuSaveAs").trigger();
+    EXPECT_EQ(said(*main, "panStatus", "text"), "Ready  Saved");
+    dialogs.take();
+}
+
 /// Answers whatever is asked, by dice.
 class CarelessUser : public Dialogs {
   public:
@@ -99,7 +137,7 @@ class CarelessUser : public Dialogs {
     ~CarelessUser() override { setDialogs(nullptr); }
     int roll(int sides) { return std::uniform_int_distribution(0, sides - 1)(dice_); }
 
-    bool ask(const std::string& /*title*/, const std::string& text) override {
+    bool ask(const std::string& /*title*/, const std::string& text, bool /*usual*/) override {
         return text != modSoftFace::text(73) && roll(2) == 0;
     }
     void tell(BoxIcon icon, const std::string& /*title*/, const std::string& text) override {

@@ -97,6 +97,8 @@ TEST_F(MainWindow, TheVeryFirstStartOnlyLeavesItsMark) {
     EXPECT_EQ(main->Form_Load(), modStartUp::StartResult::quit);
     EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("FirRun=1"));
     main->close();  // without a question
+    main.reset();
+    EXPECT_FALSE(modChMem::state().vsfgGridCh.onReset) << "a window was left behind";
 }
 
 TEST_F(MainWindow, ToolbarKeysAreComparedExactly) {
@@ -179,6 +181,7 @@ TEST_F(MainWindow, AnotherLanguageIsStoredAndEndsTheProgram) {
     action("mnuLangSel0").trigger();
     EXPECT_TRUE(main->isVisible());
     EXPECT_TRUE(action("mnuLangSel0").isChecked() && !action("mnuLangSel2").isChecked());
+    EXPECT_EQ(ownText(OwnText::fileSaved), "Saved") << "the texts stay those of the start";
     EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("Language= 1\n"));
     action("mnuLangSel1").trigger();
     EXPECT_FALSE(main->isVisible());

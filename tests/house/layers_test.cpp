@@ -25,19 +25,14 @@ enum class Floor { app, image, settings, channels, memview, link, startUp, cli, 
 
 constexpr std::pair<std::string_view, Floor> floors[] = {
     // by folder
-    {"app/", Floor::app},
-    {"image/", Floor::image},
-    {"settings/", Floor::settings},
-    {"channels/", Floor::channels},
-    {"memview/", Floor::memview},
-    {"link/", Floor::link},
-    {"cli/", Floor::cli},
-    {"desktop/", Floor::windows}};
+    {"app/", Floor::app},           {"image/", Floor::image},     {"settings/", Floor::settings},
+    {"channels/", Floor::channels}, {"memview/", Floor::memview}, {"link/", Floor::link},
+    {"cli/", Floor::cli},           {"desktop/", Floor::windows}};
 
 /// The floor of a file below src; nothing where its folder is not in the plan of the house.
 std::optional<Floor> floorOf(const std::string& path) {
     const std::string name = fs::path(path).filename().string();
-    if (name.starts_with("frm") || name.starts_with("mdifrmMain.")) {
+    if (name.starts_with("frm") || name.starts_with("mdifrmMain")) {
         return Floor::windows;
     }
     if (name.starts_with("modStartUp.") || name.starts_with("modFileCmd.") ||

@@ -6,6 +6,7 @@
 
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
+#include "app/modSoftFace.h"
 
 namespace k520::sessionAdvice {
 namespace {
@@ -21,7 +22,7 @@ class SessionAdvice : public testing::Test {
 
     static std::string in(std::int16_t language, Direction direction, const Result& result,
                           const Entries& logged) {
-        mdimoduMain::state().Language = language;
+        modSoftFace::state().language = language;
         return adviceAfter(direction, result, logged);
     }
 };

@@ -94,5 +94,32 @@ TEST_F(MemDat, EditsAndTips) {
     EXPECT_EQ(image(), wanted);
 }
 
+// The grid is older than the image when a file was opened or a channel deleted meanwhile.
+TEST_F(MemDat, ATypedByteChangesNothingElse) {
+    TableFreDat();
+    image()(0x1234) = 0x77;
+    MemoryImage wanted = image();
+    for (const auto& [address, text] : {std::pair(0x30, "5a"), {0x1500, "fE"}, {0x1500, "Ff"}}) {
+        EXPECT_TRUE(typeByte(address / 16 + 1, address % 16 + 1, text));
+        wanted(address) = SeparateChar(text);
+    }
+    EXPECT_FALSE(typeByte(1, 1, "5"));
+    EXPECT_EQ(image(), wanted);
+    EXPECT_EQ(grid.text(0x124, 5) + grid.text(0x151, 1), "77FF");
+    EXPECT_EQ(failure(), "");
+}
+
+TEST_F(MemDat, FollowsItsHighestAddress) {
+    modIicDat::state().TableMaxAddr = 0xFF;
+    fitGrid();
+    EXPECT_EQ(grid.rows(), 17);
+    EXPECT_EQ(grid.text(1, 1), "");
+    TableFreDat();
+    modIicDat::state().TableMaxAddr = 0x1FFF;
+    fitGrid();
+    EXPECT_EQ(grid.text(512, 16), "FF");
+    EXPECT_EQ(failure(), "");
+}
+
 }  // namespace
 }  // namespace k520::modMemDat

@@ -24,7 +24,7 @@ class ScriptedDialogs : public Dialogs {
         EXPECT_EQ(answers, Texts{}) << "nobody asked";
         EXPECT_EQ(shown, Texts{}) << "not expected";
     }
-    bool ask(const std::string& title, const std::string& text) override {
+    bool ask(const std::string& title, const std::string& text, bool /*usual*/) override {
         return replyTo("ask", title + "|" + text) == "yes";
     }
     void tell(BoxIcon icon, const std::string& title, const std::string& text) override {

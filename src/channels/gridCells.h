@@ -2,14 +2,15 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <QString>
 #include <string>
+#include <string_view>
 #include <vector>
 
-/// What the channel grid's view asks the core about its cells. Rows and columns are the core's,
-/// from 1.
-namespace k520::chGridRules {
+/// The cells of the channel grid as a user's hands meet them: typing, clearing, pasting and
+/// looking, each by the rules of modChEdit. Rows and columns are the grid's, from 1.
+namespace k520::gridCells {
 
+/// Whether the channel window is locked; then nothing is accepted.
 [[nodiscard]] bool locked();
 
 /// Whether a cell must not be edited now, by any means. Asks modChEdit, which also gives the cell
@@ -17,8 +18,9 @@ namespace k520::chGridRules {
 [[nodiscard]] bool refuses(int row, int col);
 
 /// Stores the new text of a cell that does not refuse, however it came; returns whether it did. The
-/// text that is there already is not stored, so that looking into a cell is no edit, nor is one
-/// that is missing in the cell's list.
+/// text that is there already is not stored, so that looking into a cell is no edit; but the
+/// frequency of a channel that was just opened is taken by typing it again. A text that is missing
+/// in the cell's list is not stored either.
 bool store(int row, int col, const std::string& text);
 
 /// The same for a cell that was not asked yet.
@@ -28,13 +30,13 @@ void put(int row, int col, const std::string& text);
 /// no tone, the default of a list. Raises 13 where the settings have no such default.
 void clear(int row, int col);
 
-/// A pasted text as lines of cells.
-[[nodiscard]] std::vector<std::vector<std::string>> blockOf(const QString& text);
+/// A pasted text as lines of cells: lines end with LF or CR LF, cells with a tabulator.
+[[nodiscard]] std::vector<std::vector<std::string>> blockOf(std::string_view text);
 
 /// Why a cell is coloured; empty for one that is not.
-[[nodiscard]] QString tipOf(int row, int col);
+[[nodiscard]] std::string tipOf(int row, int col);
 
 /// The texts that can be in a column, or ones as wide as they.
 [[nodiscard]] std::vector<std::string> possibleTexts(int col);
 
-}  // namespace k520::chGridRules
+}  // namespace k520::gridCells

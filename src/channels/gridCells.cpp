@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "channels/frmChGridRules.h"
+#include "channels/gridCells.h"
 
 #include <fmt/format.h>
 
-#include <QStringList>
 #include <algorithm>
 
 #include "app/Checked.h"
 #include "app/mdimoduMain.h"
+#include "app/ownTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
-#include "desktop/qtText.h"
 
-namespace k520::chGridRules {
+namespace k520::gridCells {
 
 namespace {
 
@@ -28,12 +27,16 @@ CellGrid& cells() {
     return modChMem::state().vsfgGridCh;
 }
 
+bool isFrequency(int col) {
+    return col == column::rx || col == column::tx;
+}
+
 bool isTone(int col) {
     return col == column::decode || col == column::encode;
 }
 
 std::string clearedText(int row, int col) {
-    if (col == column::rx || col == column::tx || cells().text(row, col).empty()) {
+    if (isFrequency(col) || cells().text(row, col).empty()) {
         return {};
     }
     if (isTone(col)) {
@@ -41,6 +44,23 @@ std::string clearedText(int row, int col) {
     }
     const auto& definition = modChMem::columnOf(col);
     return definition.textOf(definition.defaultValue());
+}
+
+/// The frequency that opening a channel gave it counts as edited once it was typed.
+bool awaitsFrequency(int row, int col) {
+    return isFrequency(col) && modChMem::ChInfo()(row).opened;
+}
+
+/// Cuts a text at every `separator`; a text without any is one piece.
+std::vector<std::string_view> pieces(std::string_view text, char separator) {
+    std::vector<std::string_view> all;
+    for (auto end = text.find(separator); end != std::string_view::npos;
+         end = text.find(separator)) {
+        all.push_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    all.push_back(text);
+    return all;
 }
 
 }  // namespace
@@ -54,14 +74,19 @@ bool refuses(int row, int col) {
         return true;
     }
     const Cell& cell = cells().cell(row, col);
-    return cell.editMode == EditMode::list ? cell.choices.empty()
-                                           : cell.editMode == EditMode::none && !isTone(col);
+    if (cell.editMode == EditMode::none && !isTone(col)) {
+        // One that modChEdit leaves alone: every other cell was given a way.
+        const auto texts = modChMem::columnOf(col).texts();
+        cells().setEditing(row, col, EditMode::list, {texts.begin(), texts.end()});
+    }
+    return cell.editMode == EditMode::list && cell.choices.empty();
 }
 
 bool store(int row, int col, const std::string& text) {
     const Cell& cell = cells().cell(row, col);
     const auto isChoice = [&] { return std::ranges::count(cell.choices, text) != 0; };
-    if (locked() || text == cell.text || (cell.editMode == EditMode::list && !isChoice())) {
+    const bool nothingNew = text == cell.text && !awaitsFrequency(row, col);
+    if (locked() || nothingNew || (cell.editMode == EditMode::list && !isChoice())) {
         return false;
     }
     if (isTone(col)) {
@@ -85,37 +110,39 @@ void clear(int row, int col) {
     }
 }
 
-std::vector<std::vector<std::string>> blockOf(const QString& text) {
-    QString lines = QString(text).remove(u'\r');
-    if (lines.endsWith(u'\n')) {
-        lines.chop(1);
+std::vector<std::vector<std::string>> blockOf(std::string_view text) {
+    if (text.ends_with('\n')) {
+        text.remove_suffix(1);
     }
     std::vector<std::vector<std::string>> block;
-    for (const QString& line : lines.split(u'\n')) {
-        auto& cellTexts = block.emplace_back();
-        for (const QString& cell : line.split(u'\t')) {
-            cellTexts.push_back(stdText(cell.trimmed()));
+    for (std::string_view line : pieces(text, '\n')) {
+        if (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        auto& texts = block.emplace_back();
+        for (const std::string_view cell : pieces(line, '\t')) {
+            texts.emplace_back(trimBlanks(cell));
         }
     }
     return block;
 }
 
-QString tipOf(int row, int col) {
+std::string tipOf(int row, int col) {
     const modChMem::Channel& channel = modChMem::ChInfo()(row);
     if (channel.present() && channel.opened) {
-        return ownQText(OwnText::openedTip);
+        return ownText(OwnText::openedTip);
     }
-    if ((col != column::rx && col != column::tx) || !channel.present() ||
-        channel.field(col) == frequency::none || modModel::inBand(channel.field(col))) {
+    if (!isFrequency(col) || !channel.present() || channel.field(col) == frequency::none ||
+        modModel::inBand(channel.field(col))) {
         return {};
     }
     const auto& band = modModel::state();
-    return qText(fmt::format(fmt::runtime(ownText(OwnText::outOfBandTip)),
-                             frequency::mhzText(band.bandLow), frequency::mhzText(band.bandHigh)));
+    return fmt::format(fmt::runtime(ownText(OwnText::outOfBandTip)),
+                       frequency::mhzText(band.bandLow), frequency::mhzText(band.bandHigh));
 }
 
 std::vector<std::string> possibleTexts(int col) {
-    if (col == column::rx || col == column::tx) {
+    if (isFrequency(col)) {
         return {widestFrequency};
     }
     if (isTone(col)) {
@@ -125,4 +152,4 @@ std::vector<std::string> possibleTexts(int col) {
     return {texts.begin(), texts.end()};
 }
 
-}  // namespace k520::chGridRules
+}  // namespace k520::gridCells
