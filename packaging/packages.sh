@@ -9,7 +9,7 @@ set -euo pipefail
 
 declare -A sets=(
     [build]="g++ cmake ninja-build libfmt-dev nlohmann-json3-dev libcli11-dev
-        qt6-base-dev libqt6svg6-dev qt6-translations-l10n fonts-dejavu-core fonts-noto-cjk"
+        qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core fonts-noto-cjk"
     [tests]="libgtest-dev libgmock-dev xvfb openbox xdotool"
     [checks]="clang-format-14 clang-tidy-14 shellcheck"
     [bench]="libbenchmark-dev"

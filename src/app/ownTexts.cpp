@@ -36,6 +36,8 @@ const Row rows[] = {
     {OwnText::outOfBandTip, "频率超出频段 {} - {} MHz，对讲机可能无法工作。",
      "Outside the band {} - {} MHz: the radio may not work on it."},
     {OwnText::openedTip, "新开启的信道，请输入频率。", "A channel just opened: type its frequency."},
+    {OwnText::cutCells, "剪切(&T)", "Cu&t"},
+    {OwnText::pasteCells, "粘贴(&P)", "&Paste"},
     // Communication dialog
     {OwnText::stopSession, "停止通信(&S)", "&Stop"},
     {OwnText::showMemDat, "显示内存数据(&M)", "Show &memory data"},

@@ -22,6 +22,8 @@ enum class OwnText {
     // Channel window
     outOfBandTip,  ///< with two places for the band's limits in MHz
     openedTip,
+    cutCells,
+    pasteCells,
     // Communication dialog
     stopSession,
     showMemDat,

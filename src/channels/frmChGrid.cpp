@@ -81,6 +81,20 @@ const frmChGrid::KeyCommand frmChGrid::keyCommands[] = {
     {Qt::ShiftModifier | Qt::Key_Insert, &frmChGrid::pasteCells},
 };
 
+struct frmChGrid::CellCommand {
+    const char* name;
+    OwnText caption;
+    Qt::Key key;  ///< together with the control key
+    void (frmChGrid::*run)();
+};
+
+/// The pop-up menu's items for the selected cells.
+const frmChGrid::CellCommand frmChGrid::cellCommands[] = {
+    {"mnuCut", OwnText::cutCells, Qt::Key_X, &frmChGrid::cutCells},
+    {"mnuCopy", OwnText::copyLines, Qt::Key_C, &frmChGrid::copyCells},
+    {"mnuPaste", OwnText::pasteCells, Qt::Key_V, &frmChGrid::pasteCells},
+};
+
 frmChGrid::frmChGrid(QWidget* parent)
     : QTableView(parent),
       model_(own<CellGridModel>(
@@ -128,6 +142,15 @@ void frmChGrid::makeMenu() {
         QAction* action = menu_->addAction(icons::line(QLatin1String(command.icon)), QString());
         action->setObjectName(QLatin1String(command.name));
         connect(action, &QAction::triggered, this, [&command] { command.run(); });
+    }
+    menu_->addSeparator();
+    for (const CellCommand& command : cellCommands) {
+        QAction* action = menu_->addAction(QString());
+        action->setObjectName(QLatin1String(command.name));
+        // Shown beside the caption; the key itself is the table's.
+        action->setShortcut(QKeySequence(Qt::ControlModifier | command.key));
+        action->setShortcutContext(Qt::WidgetShortcut);
+        connect(action, &QAction::triggered, this, [this, &command] { (this->*command.run)(); });
     }
     verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(verticalHeader(), &QWidget::customContextMenuRequested, this, [this](QPoint where) {
@@ -417,6 +440,11 @@ void frmChGrid::showMenu(int gridRow, const QPoint& where) {
         QAction* action = actions[static_cast<qsizetype>(i)];
         action->setText(qText(items[i].caption));
         action->setEnabled(items[i].enabled);
+    }
+    for (const CellCommand& command : cellCommands) {
+        auto* action = menu_->findChild<QAction*>(QLatin1String(command.name));
+        action->setText(ownQText(command.caption));
+        action->setEnabled(command.key == Qt::Key_C || !gridCells::locked());
     }
     if (!items.empty()) {
         menu_->popup(where);

@@ -43,6 +43,8 @@ class frmChGrid : public QTableView {
   private:
     struct KeyCommand;
     static const KeyCommand keyCommands[];
+    struct CellCommand;
+    static const CellCommand cellCommands[3];
 
     void makeMenu();
     void makeCorner();

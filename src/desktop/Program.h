@@ -24,6 +24,8 @@ class Program : public QApplication {
 
     Program(int& count, char** words);
     ~Program() override;
+    Program(const Program&) = delete;
+    Program& operator=(const Program&) = delete;
 
     /// Runs to the end; the exit code of the process.
     [[nodiscard]] int run();

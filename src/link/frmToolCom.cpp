@@ -66,6 +66,10 @@ void frmToolCom::Form_Load() {
         addPort(*ports, comPorts::describe(number));
     }
     tickPort(remembered_);
+    // The dialog is placed by the size that it has before it is shown.
+    fraToolCom_->updateGeometry();
+    layout()->activate();
+    resize(usualWidth, sizeHint().height());
 }
 
 void frmToolCom::accept() {
@@ -106,7 +110,6 @@ void frmToolCom::layOut(QGridLayout* ports) {
     column->addWidget(fraToolCom_);
     column->addStretch(1);
     column->addLayout(buttons);
-    resize(usualWidth, sizeHint().height());
 }
 
 void frmToolCom::addPort(QGridLayout& ports, const comPorts::PortInfo& port) {

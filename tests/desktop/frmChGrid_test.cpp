@@ -143,7 +143,9 @@ class Grid : public test::Desktop {
         QApplication::sendEvent(grid->viewport(), &event);
         std::string items;
         for (const QAction* action : find<QMenu>(*grid, "mnuChannel").actions()) {
-            items += (action->isEnabled() ? "" : "!") + stdText(action->text()) + "|";
+            if (!action->isSeparator()) {
+                items += (action->isEnabled() ? "" : "!") + stdText(action->text()) + "|";
+            }
         }
         find<QMenu>(*grid, "mnuChannel").hide();
         return items;
@@ -259,7 +261,8 @@ TEST_F(Grid, CellsThatRefuse) {
     EXPECT_TRUE(modChMem::ChInfo() == before);
     EXPECT_EQ(row(1), first);
     EXPECT_EQ(menuAt(1),
-              "!Open channel 1|!Delete channel 1|!Delete all channels|!Save as default|");
+              "!Open channel 1|!Delete channel 1|!Delete all channels|!Save as default|"
+              "!Cu&t|&Copy|!&Paste|");
 }
 
 TEST_F(Grid, TonesAreOfferedWhileOneIsTyped) {
@@ -367,8 +370,13 @@ TEST_F(Grid, TheTipOfAFrequencyOutsideTheBand) {
 
 TEST_F(Grid, PopUpMenu) {
     const auto run = [&](const char* name) { find<QAction>(*grid, name).trigger(); };
-    EXPECT_EQ(menuAt(1), "!Open channel 1|Delete channel 1|Delete all channels|Save as default|");
-    EXPECT_EQ(menuAt(5), "Open channel 5|!Delete channel 5|Delete all channels|!Save as default|");
+    const std::string cells = "Cu&t|&Copy|&Paste|";
+    EXPECT_EQ(menuAt(1),
+              "!Open channel 1|Delete channel 1|Delete all channels|Save as default|" + cells);
+    EXPECT_EQ(menuAt(5),
+              "Open channel 5|!Delete channel 5|Delete all channels|!Save as default|" + cells);
+    run("mnuCopy");
+    EXPECT_EQ(clipboard.text(), QString());
     EXPECT_EQ(where(), "5,3");
     run("mnuOpenCh");
     EXPECT_EQ(row(5), "136!|136!|None!|None!|Wide!|High!|Off!|Off!");

@@ -60,6 +60,19 @@ active() { [[ $(xdotool getactivewindow getwindowname) == *$1* ]]; }
 # Waits until a window has the keyboard.
 window() { wait_for active "$1"; }
 press() { xdotool key --clearmodifiers "$@"; }
+# Presses a key until the window that it opens has the keyboard: the key may come while the keyboard
+# is still on its way back from a dialog.
+open_with() {
+    local condition=("${@:2}")
+    for _ in {1..10}; do
+        press "$1"
+        for _ in {1..40}; do
+            ! "${condition[@]}" >/dev/null 2>&1 || return 0
+            sleep 0.05
+        done
+    done
+    fail "$1 had no effect: ${condition[*]}"
+}
 text() { xdotool type --delay 5 "$1"; }
 # The receive frequencies of channels 1 and 2 in Hz.
 frequencies() {
@@ -92,8 +105,7 @@ start() {
 
 # The dialog closes only after the session: Escape means nothing while it is busy.
 session() {
-    press "$1"
-    window "$communication"
+    open_with "$1" active "$communication"
     press Return
     closed() {
         press Escape
@@ -103,9 +115,12 @@ session() {
     window "$main"
 }
 
-file_dialog_has_keyboard() { ! active "$main" && ! active "$notice"; }
+file_dialog_has_keyboard() {
+    local title
+    title=$(xdotool getactivewindow getwindowname)
+    [[ -n $title && $title != *$main* && $title != *$notice* ]]
+}
 file_dialog() {
-    wait_for file_dialog_has_keyboard
     press ctrl+a
     text "$1"
     press Return
@@ -125,24 +140,19 @@ do_the_job() {
     press F7
     press End
     session F6
-    press ctrl+s
-    window "$notice"
-    press alt+y
+    open_with ctrl+s active "$notice"
+    open_with alt+y file_dialog_has_keyboard
     file_dialog "$folder/saved.dat"
     wait_for test -s "$folder/saved.dat"
-    press ctrl+n
-    window "$notice"
-    press alt+y
-    window "$main"
-    press ctrl+o
+    open_with ctrl+n active "$notice"
+    open_with alt+y active "$main"
+    open_with ctrl+o file_dialog_has_keyboard
     file_dialog "$folder/saved.dat"
-    press ctrl+s
-    window "$notice"
-    press alt+y
+    open_with ctrl+s active "$notice"
+    open_with alt+y file_dialog_has_keyboard
     file_dialog "$folder/again.dat"
     wait_for test -s "$folder/again.dat"
-    press ctrl+q
-    window "$notice"
+    open_with ctrl+q active "$notice"
     press alt+y
     wait "$program" || fail "the program ended with $?"
 }
