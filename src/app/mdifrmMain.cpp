@@ -82,6 +82,8 @@ mdifrmMain::mdifrmMain()
 }
 
 mdifrmMain::~mdifrmMain() {
+    // Its children go after this window, and tell of it.
+    mdi_->disconnect(this);
     modChMem::state().onFormRefresh = nullptr;
     optionPanel::state().onChange = nullptr;
     modFileCmd::state().onFilePanel = nullptr;
