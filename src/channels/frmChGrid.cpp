@@ -83,6 +83,7 @@ const frmChGrid::KeyCommand frmChGrid::keyCommands[] = {
 
 struct frmChGrid::CellCommand {
     const char* name;
+    const char* icon;
     OwnText caption;
     Qt::Key key;  ///< together with the control key
     void (frmChGrid::*run)();
@@ -90,9 +91,9 @@ struct frmChGrid::CellCommand {
 
 /// The pop-up menu's items for the selected cells.
 const frmChGrid::CellCommand frmChGrid::cellCommands[] = {
-    {"mnuCut", OwnText::cutCells, Qt::Key_X, &frmChGrid::cutCells},
-    {"mnuCopy", OwnText::copyLines, Qt::Key_C, &frmChGrid::copyCells},
-    {"mnuPaste", OwnText::pasteCells, Qt::Key_V, &frmChGrid::pasteCells},
+    {"mnuCut", "cut", OwnText::cutCells, Qt::Key_X, &frmChGrid::cutCells},
+    {"mnuCopy", "copy", OwnText::copyLines, Qt::Key_C, &frmChGrid::copyCells},
+    {"mnuPaste", "paste", OwnText::pasteCells, Qt::Key_V, &frmChGrid::pasteCells},
 };
 
 frmChGrid::frmChGrid(QWidget* parent)
@@ -145,7 +146,7 @@ void frmChGrid::makeMenu() {
     }
     menu_->addSeparator();
     for (const CellCommand& command : cellCommands) {
-        QAction* action = menu_->addAction(QString());
+        QAction* action = menu_->addAction(icons::line(QLatin1String(command.icon)), QString());
         action->setObjectName(QLatin1String(command.name));
         // Shown beside the caption; the key itself is the table's.
         action->setShortcut(QKeySequence(Qt::ControlModifier | command.key));
