@@ -17,7 +17,8 @@ if [[ -z ${DISPLAY:-} ]]; then
     Xvfb -displayfd 3 -screen 0 1280x900x24 3>"$folder/number" 2>/dev/null &
     read -r number <"$folder/number"
     export DISPLAY=:$number
-    openbox &
+    openbox 2>/dev/null &
+    until xdotool get_num_desktops >/dev/null 2>&1; do sleep 0.05; done
 fi
 "$program" --until-painted
 for _ in {1..30}; do
@@ -30,4 +31,5 @@ done | sort -n | awk '{ all[NR] = $1 / 1000 }
 "$program" &
 pid=$!
 xdotool search --sync --onlyvisible --pid $pid >/dev/null
+sleep 3
 awk '/^(VmRSS|RssAnon|VmHWM)/ { printf "%s %.0f MB\n", $1, $2 / 1024 }' /proc/$pid/status
