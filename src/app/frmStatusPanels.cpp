@@ -9,8 +9,8 @@
 #include <QToolButton>
 
 #include "app/Clock.h"
-#include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
+#include "channels/modChEdit.h"
 #include "desktop/ElidedLabel.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
@@ -69,9 +69,8 @@ void frmStatusPanels::SetSoftFace() {
 }
 
 void frmStatusPanels::refresh() {
-    const bool locked = mdimoduMain::state().lockState == mdimoduMain::locked;
     const QString remark = qText(modFileCmd::state().remark);
-    const QString state = softText(locked ? lockedText : readyText);
+    const QString state = softText(modChEdit::locked() ? lockedText : readyText);
     showPanel(*status_, statusText, QStringLiteral("%1  %2").arg(state, remark).trimmed());
     showPanel(*port_, portText, QStringLiteral("COM%1").arg(modCommun::state().portNumber));
     showPanel(*file_, fileText, qPath(modFileCmd::state().filePanel));

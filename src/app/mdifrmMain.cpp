@@ -22,6 +22,7 @@
 #include "app/modPrint.h"
 #include "app/modShowErr.h"
 #include "channels/frmChMem.h"
+#include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
@@ -165,8 +166,7 @@ void mdifrmMain::SetSoftFace() {
 }
 
 void mdifrmMain::showLockState() {
-    const bool locked = mdimoduMain::state().lockState == mdimoduMain::locked;
-    findChild<QAction*>(QStringLiteral("mnuLockCh"))->setChecked(locked);
+    findChild<QAction*>(QStringLiteral("mnuLockCh"))->setChecked(modChEdit::locked());
     status_->refresh();
 }
 

@@ -102,7 +102,7 @@ frmChGrid::frmChGrid(QWidget* parent)
           modChMem::state().vsfgGridCh,
           CellGridModel::Rules{
               // Asked at every paint; edit() asks the core.
-              .mayEdit = [](int, int) { return !gridCells::locked(); },
+              .mayEdit = [](int, int) { return !modChEdit::locked(); },
               .edited =
                   [](int row, int col, const QString& text) {
                       return gridCells::store(row, col, stdText(text));
@@ -445,7 +445,7 @@ void frmChGrid::showMenu(int gridRow, const QPoint& where) {
     for (const CellCommand& command : cellCommands) {
         auto* action = menu_->findChild<QAction*>(QLatin1String(command.name));
         action->setText(ownQText(command.caption));
-        action->setEnabled(command.key == Qt::Key_C || !gridCells::locked());
+        action->setEnabled(command.key == Qt::Key_C || !modChEdit::locked());
     }
     if (!items.empty()) {
         menu_->popup(where);

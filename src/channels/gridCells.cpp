@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "app/Checked.h"
-#include "app/mdimoduMain.h"
 #include "app/ownTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
@@ -65,12 +64,8 @@ std::vector<std::string_view> pieces(std::string_view text, char separator) {
 
 }  // namespace
 
-bool locked() {
-    return mdimoduMain::state().lockState == mdimoduMain::locked;
-}
-
 bool refuses(int row, int col) {
-    if (locked() || modChEdit::vsfgGridCh_BeforeEdit(toInt16(row), toInt16(col))) {
+    if (modChEdit::locked() || modChEdit::vsfgGridCh_BeforeEdit(toInt16(row), toInt16(col))) {
         return true;
     }
     const Cell& cell = cells().cell(row, col);
@@ -86,7 +81,7 @@ bool store(int row, int col, const std::string& text) {
     const Cell& cell = cells().cell(row, col);
     const auto isChoice = [&] { return std::ranges::count(cell.choices, text) != 0; };
     const bool nothingNew = text == cell.text && !awaitsFrequency(row, col);
-    if (locked() || nothingNew || (cell.editMode == EditMode::list && !isChoice())) {
+    if (modChEdit::locked() || nothingNew || (cell.editMode == EditMode::list && !isChoice())) {
         return false;
     }
     if (isTone(col)) {

@@ -10,9 +10,6 @@
 /// looking, each by the rules of modChEdit. Rows and columns are the grid's, from 1.
 namespace k520::gridCells {
 
-/// Whether the channel window is locked; then nothing is accepted.
-[[nodiscard]] bool locked();
-
 /// Whether a cell must not be edited now, by any means. Asks modChEdit, which also gives the cell
 /// its way of editing.
 [[nodiscard]] bool refuses(int row, int col);

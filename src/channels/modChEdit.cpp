@@ -25,10 +25,6 @@ namespace column = modChMem::column;
 using modChMem::Channel;
 using modChMem::columnOf;
 
-bool locked() {
-    return mdimoduMain::state().lockState == mdimoduMain::locked;
-}
-
 /// A cell that some rules leave out or treat in another way.
 bool isExceptedCell(int row, int col) {
     return row == 100 && col == 10;
@@ -189,6 +185,10 @@ void switchOn(Channel& channel) {
 }
 
 }  // namespace
+
+bool locked() {
+    return mdimoduMain::state().lockState == mdimoduMain::locked;
+}
 
 bool vsfgGridCh_BeforeEdit(std::int16_t row, std::int16_t col) {
     if (isExceptedCell(row, col) || locked() || row == 0 || col == 0) {

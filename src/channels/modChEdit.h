@@ -14,6 +14,9 @@
 /// name and a colon, and end the edit; what was stored before stays.
 namespace k520::modChEdit {
 
+/// Whether the channel window is locked; then nothing is accepted.
+[[nodiscard]] bool locked();
+
 /// Before a cell is edited; returns true to refuse. Gives the cell its way of editing: columns 1
 /// and 2 by keyboard, 3 and 4 not in the grid (the tone editor serves them), all others by a list
 /// of the column's texts. Refused: everything but column 1 of an empty channel, and the encode

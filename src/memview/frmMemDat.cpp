@@ -19,7 +19,6 @@ namespace k520 {
 namespace {
 
 constexpr int firstHeight = 560;
-constexpr int bytesPerRow = 16;
 /// Four digits and the "H" that the row titles carry.
 constexpr int addressLength = 5;
 
@@ -106,7 +105,8 @@ void frmMemDat::goToAddress() {
     }
     bool isNumber = false;
     const int address = text.toInt(&isNumber, 16);
-    const QModelIndex index = model_->index(address / bytesPerRow, address % bytesPerRow);
+    const QModelIndex index =
+        model_->index(address / modMemDat::bytesPerRow, address % modMemDat::bytesPerRow);
     if (!isNumber || !index.isValid()) {
         txtGoTo_->selectAll();
         return;

@@ -16,7 +16,6 @@ namespace k520::modMemDat {
 
 namespace {
 
-constexpr int bytesPerRow = 16;
 /// Sizes in twips.
 constexpr int titleWidth = 750;
 constexpr int byteWidth = 400;

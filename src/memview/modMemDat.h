@@ -12,6 +12,8 @@
 /// which changed bytes are marked and bytes can be edited.
 namespace k520::modMemDat {
 
+inline constexpr int bytesPerRow = 16;
+
 struct State {
     /// Row 0 and column 0 hold the titles. Byte address a stands in row a / 16 + 1, column
     /// a % 16 + 1, as two upper-case hexadecimal digits.
