@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "image/backups.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <span>
+#include <string_view>
+#include <system_error>
+#include <tuple>
+
+#include "app/Checked.h"
+#include "app/Clock.h"
+#include "app/Files.h"
+#include "app/Guard.h"
+#include "app/RuntimeError.h"
+#include "app/mdimoduMain.h"
+#include "image/datFile.h"
+
+namespace k520::backups {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// By Reason.
+constexpr std::array<std::string_view, 2> reasonNames{"read", "before-write"};
+
+constexpr std::string_view timeShape = "####-##-##_##-##-##";
+
+auto age(const Backup& backup) {
+    return std::tie(backup.time, backup.ordinal);
+}
+
+std::string timeText(const DateTime& t) {
+    return fmt::format("{:04}-{:02}-{:02}_{:02}-{:02}-{:02}", t.year, t.month, t.day, t.hour,
+                       t.minute, t.second);
+}
+
+bool hasTimeShape(std::string_view name) {
+    return std::ranges::equal(name.substr(0, timeShape.size()), timeShape, [](char c, char shape) {
+        return shape == '#' ? c >= '0' && c <= '9' : c == shape;
+    });
+}
+
+std::string nameOf(const Backup& backup) {
+    return fmt::format("{}{}_{}_{:04X}-{:04X}.dat", backup.time,
+                       backup.ordinal > 1 ? fmt::format("-{}", backup.ordinal) : std::string(),
+                       reasonNames.at(static_cast<std::size_t>(backup.reason)),
+                       static_cast<std::uint16_t>(backup.covered.start),
+                       static_cast<std::uint16_t>(backup.covered.end));
+}
+
+/// The four hexadecimal digits at a place of a name.
+std::optional<std::int16_t> address(const std::string& name, std::size_t place) {
+    unsigned value = 0;
+    const std::string_view digits = std::string_view(name).substr(std::min(place, name.size()), 4);
+    const auto [rest, error] =
+        std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
+    return error == std::errc{} && rest == digits.data() + 4
+               ? std::optional(static_cast<std::int16_t>(value))
+               : std::nullopt;
+}
+
+fs::path besideFor(const fs::path& path) {
+    return fs::path(path).replace_extension(".lost");
+}
+
+std::span<const std::uint8_t> lostBytes(const MemoryImage& image) {
+    return image.bytes().subspan(datFile::lostAddress, datFile::lostCount);
+}
+
+/// What a loading gives the lost bytes.
+std::span<const std::uint8_t> bytesInTheirPlace(const MemoryImage& image) {
+    return image.bytes().subspan(datFile::lostAddress - datFile::lostCount, datFile::lostCount);
+}
+
+/// Makes a folder and what is missing above it, with the system's words when it cannot.
+void makeFolder(const fs::path& path) {
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) {
+        throw RuntimeError(numberOfSystemError(error.value()),
+                           path.string() + ": " + error.message());
+    }
+}
+
+/// The next free ordinal of a second.
+int freeOrdinal(std::span<const Backup> others, const std::string& time) {
+    int last = 0;
+    for (const Backup& backup : others) {
+        if (backup.time == time) {
+            last = std::max(last, backup.ordinal);
+        }
+    }
+    return last + 1;
+}
+
+void removeFile(const fs::path& path) {
+    std::error_code error;
+    fs::remove(path, error);
+    if (error) {
+        throw RuntimeError(numberOfSystemError(error.value()),
+                           path.string() + ": " + error.message());
+    }
+}
+
+/// `others` are those beside the one just made, the oldest first.
+void removeOldest(std::span<const Backup> others) {
+    for (; others.size() >= mostKept; others = others.subspan(1)) {
+        removeFile(besideFor(others.front().path));
+        removeFile(others.front().path);
+    }
+}
+
+}  // namespace
+
+fs::path folder() {
+    return mdimoduMain::state().programFolder / "Data" / "Backups";
+}
+
+void storeAs(const fs::path& path, const MemoryImage& image) {
+    MemoryImage moved = image;
+    datFile::makeRoom(moved);
+    files::replace(path, moved.bytes());
+}
+
+Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason) {
+    makeFolder(folder());
+    const files::FolderLock alone(folder());
+    const auto others = list();
+    Backup backup;
+    backup.time = timeText(theClock().dateTime());
+    backup.ordinal = freeOrdinal(others, backup.time);
+    backup.reason = reason;
+    backup.covered = covered;
+    backup.path = folder() / nameOf(backup);
+    // First, so that a backup without it is never mistaken for a whole one.
+    if (!std::ranges::equal(lostBytes(image), bytesInTheirPlace(image))) {
+        files::replace(besideFor(backup.path), lostBytes(image));
+    }
+    storeAs(backup.path, image);
+    // Not the new one, however old the clock says it is.
+    guarded("backups->removeOldest", [&] { removeOldest(others); });
+    return backup;
+}
+
+std::optional<Backup> parseName(const fs::path& path) {
+    // TIME[-ORDINAL] _ REASON _ START-END.dat, read loosely from both ends: only the very name that
+    // such a backup would be given counts.
+    const std::string name = path.filename().string();
+    const auto afterReason = name.rfind('_');
+    const auto beforeReason = name.rfind('_', afterReason - 1);
+    if (afterReason == std::string::npos || beforeReason == std::string::npos ||
+        beforeReason < timeShape.size() || !hasTimeShape(name)) {
+        return std::nullopt;
+    }
+    const auto reason = std::ranges::find(
+        reasonNames,
+        std::string_view(name).substr(beforeReason + 1, afterReason - beforeReason - 1));
+    const auto ordinal = parseWhole(
+        std::string_view(name).substr(timeShape.size(), beforeReason - timeShape.size()));
+    const auto start = address(name, afterReason + 1);
+    const auto end = address(name, afterReason + 6);
+    if (reason == reasonNames.end() || !start || !end) {
+        return std::nullopt;
+    }
+    Backup backup{path,
+                  name.substr(0, timeShape.size()),
+                  ordinal ? -*ordinal : 1,
+                  static_cast<Reason>(reason - reasonNames.begin()),
+                  {*start, *end}};
+    return nameOf(backup) == name ? std::optional(std::move(backup)) : std::nullopt;
+}
+
+std::vector<Backup> list() {
+    std::vector<Backup> all;
+    std::error_code none;
+    for (fs::directory_iterator entry(folder(), none), end; !none && entry != end;
+         entry.increment(none)) {
+        if (auto backup = parseName(entry->path())) {
+            all.push_back(std::move(*backup));
+        }
+    }
+    std::ranges::sort(all, {}, age);
+    return all;
+}
+
+std::optional<Backup> latestBeforeWrite() {
+    const auto all = list();
+    const auto found = std::find_if(all.rbegin(), all.rend(), [](const Backup& backup) {
+        return backup.reason == Reason::beforeWrite;
+    });
+    return found != all.rend() ? std::optional(*found) : std::nullopt;
+}
+
+Content load(const fs::path& path, modIicDat::AddressRange covered) {
+    Content content{MemoryImage(modIicDat::IicDat().size()), parseName(path).has_value()};
+    const auto length = datFile::load(path, content.image);
+    // The file has the channel area a little further on.
+    const auto needed = static_cast<std::uint64_t>(
+        std::min<int>(std::max<int>(covered.end + 1, datFile::lostAddress + datFile::lostCount),
+                      static_cast<int>(content.image.size())));
+    if (length < needed) {
+        throw RuntimeError(errNum::pastEnd, fmt::format("{}: the file holds {} of {} bytes",
+                                                        path.string(), length, needed));
+    }
+    if (content.whole && files::stampOf(besideFor(path))) {
+        const auto lost = files::read(besideFor(path), datFile::lostCount);
+        std::ranges::copy(lost.bytes, content.image.bytes().subspan(datFile::lostAddress).begin());
+    }
+    return content;
+}
+
+}  // namespace k520::backups

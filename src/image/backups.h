@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "image/MemoryImage.h"
+#include "image/modIicDat.h"
+
+/// Copies of what radios held: data files in the folder "Data/Backups" of the program folder. Their
+/// names say when, why, and which addresses came from the radio:
+///
+///   2026-11-22_13-05-09_read_0000-1FFF.dat
+///   2026-11-22_13-05-09-2_before-write_0000-1FFF.dat     the second one of that second
+///
+/// A data file has no place for sixteen of the image's bytes (see datFile.h). Where those are not
+/// what a loading would give them anyway, they stand in a file of their own beside the backup, with
+/// the extension ".lost". Files with other names are left alone.
+namespace k520::backups {
+
+/// Beyond so many backups the oldest are removed.
+inline constexpr std::size_t mostKept = 200;
+
+enum class Reason : std::uint8_t { read, beforeWrite };
+
+struct Backup {
+    std::filesystem::path path;
+    std::string time;  ///< "2026-11-22_13-05-09"
+    int ordinal = 1;   ///< among those of one second
+    Reason reason = Reason::read;
+    /// The addresses whose bytes came from the radio.
+    modIicDat::AddressRange covered;
+};
+
+[[nodiscard]] std::filesystem::path folder();
+
+/// Writes a backup of `image`, byte for byte and stamped with the clock's date and time, and
+/// removes the oldest ones; a removal that fails goes to the error list under
+/// "backups->removeOldest". Makes the folder where it is missing. Raises the system's error, with
+/// the folder's name, where the file cannot be written; nothing is left of it then. Raises 9 where
+/// the image is too short for a data file.
+Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason);
+
+/// A plain data file of the caller's choice, which is replaced. Raises like store().
+void storeAs(const std::filesystem::path& path, const MemoryImage& image);
+
+/// What the name of a backup says; nothing for the name of any other file.
+[[nodiscard]] std::optional<Backup> parseName(const std::filesystem::path& path);
+
+/// All backups in the folder, the oldest first; none where there is no folder.
+[[nodiscard]] std::vector<Backup> list();
+
+/// The last one made before a write.
+[[nodiscard]] std::optional<Backup> latestBeforeWrite();
+
+struct Content {
+    MemoryImage image;  ///< of the size in force
+    /// False for a data file that is no backup: it does not say what the radio held at the bytes
+    /// that have no place in it.
+    bool whole = false;
+};
+
+/// The content of a backup, or of any data file. Raises what datFile::load raises, and 62 where the
+/// file ends before `covered` does.
+[[nodiscard]] Content load(const std::filesystem::path& path, modIicDat::AddressRange covered);
+
+}  // namespace k520::backups
