@@ -57,6 +57,36 @@ enum class OwnText {
     radioUnchanged,
     radioTouched,
     radioPartlyWritten,
+    // Safeguards: the boxes, the stages, and what is said of them at the end
+    keepCopy,
+    backUpFirst,
+    readBack,
+    restoreRadio,
+    restoreQuestion,  ///< with a place for the file's name, like restoreTip
+    restoreTip,
+    stageRead,
+    stageReadAgain,
+    stageBackUp,
+    stageWrite,
+    stageRestore,
+    stageReadBack,
+    backupLies,   ///< with a place for the path, like the next two
+    copyLies,
+    restoreOffered,
+    copyNotStored,      ///< with a place for the reason, like the next two
+    backupNotStored,
+    backupNotReadable,
+    backUpFailed,  ///< nothing was written because the backup failed
+    bothReadsAgree,
+    radioHoldsAll,
+    radioRestored,
+    readsDiffer,   ///< with a place for the number of bytes, like the next
+    radioDiffers,
+    notCompared,
+    modelByte,
+    bandBytes,
+    stampBytes,
+    channelNumber,  ///< with a place for the number
     // Port dialog: why a port cannot be chosen
     portMissingShort,
     portDeniedShort,

@@ -10,12 +10,18 @@ namespace k520 {
 /// Which way a session moves the memory image.
 enum class Direction : std::uint8_t { read, write };
 
+/// What a run of the radio link consists of: a plain session is one stage.
+enum class Stage : std::uint8_t { read, backUp, write, restore, compare };
+
 /// What a session drives in the communication dialog, or in whatever stands in its place. The
 /// session calls it on its own thread, in a fixed order; the waits of the session serve the
 /// interface, so that the stop box can be ticked meanwhile.
 class CommunView {
   public:
     virtual ~CommunView() = default;
+
+    /// A stage begins; everything that follows belongs to it. A session by itself announces none.
+    virtual void beginStage(Stage /*stage*/) {}
 
     /// lblComStatus.
     virtual void setStatus(const std::string& text) = 0;

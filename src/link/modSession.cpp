@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 #include <string>
+#include <utility>
 
 #include "app/Checked.h"
 #include "app/Dialogs.h"
@@ -32,22 +33,22 @@ constexpr std::int16_t servedPauseMs = 50;
 constexpr milliseconds plainPause{100};
 
 void nothing() {}
-void nothingForStep(const ScriptStep& /*step*/) {}
+void nothingForStep(const ScriptStep& /*step*/, MemoryImage& /*image*/) {}
 
 void encodeAndStamp() {
     modChMem::SetConvIicDat();
     WriteComDat();
 }
 
-void copyToImage(const ScriptStep& step) {
+void copyToImage(const ScriptStep& step, MemoryImage& image) {
     for (int k = 0; k < step.size; ++k) {
-        modIicDat::IicDat()(step.address + k) = modCommun::state().dataBuffer(k + 1);
+        image(step.address + k) = modCommun::state().dataBuffer(k + 1);
     }
 }
 
-void copyFromImage(const ScriptStep& step) {
+void copyFromImage(const ScriptStep& step, MemoryImage& image) {
     for (int k = 0; k < step.size; ++k) {
-        modCommun::state().dataBuffer(k + 1) = modIicDat::IicDat()(step.address + k);
+        modCommun::state().dataBuffer(k + 1) = image(step.address + k);
     }
 }
 
@@ -57,9 +58,10 @@ struct Plan {
     std::string_view label;
     modCommun::ScriptList modCommun::State::*list;
     void (*prepare)();
-    void (*beforeStep)(const ScriptStep&);
-    void (*afterStep)(const ScriptStep&);
+    void (*beforeStep)(const ScriptStep&, MemoryImage&);
+    void (*afterStep)(const ScriptStep&, MemoryImage&);
     void (*display)();  ///< after success
+    bool ownImage;      ///< works on another image than the one that the windows show
     int busyText;
     int successText;
     int failureText;
@@ -72,6 +74,7 @@ constexpr Plan readPlan{.direction = Direction::read,
                         .beforeStep = nothingForStep,
                         .afterStep = copyToImage,
                         .display = modChMem::SoftDisplay,
+                        .ownImage = false,
                         .busyText = 164,
                         .successText = 165,
                         .failureText = 166};
@@ -86,9 +89,34 @@ constexpr Plan writePlan{.direction = Direction::write,
                          .beforeStep = copyFromImage,
                          .afterStep = nothingForStep,
                          .display = nothing,
+                         .ownImage = false,
                          .busyText = 168,
                          .successText = 171,
                          .failureText = 172};
+
+// Text 168 again: nothing is called a success before whoever asked for the bytes has judged them.
+constexpr Plan readIntoPlan = [] {
+    Plan plan = readPlan;
+    plan.display = nothing;
+    plan.successText = 168;
+    plan.ownImage = true;
+    return plan;
+}();
+
+constexpr Plan writeFromPlan = [] {
+    Plan plan = writePlan;
+    plan.prepare = nothing;
+    plan.ownImage = true;
+    return plan;
+}();
+
+/// What a session works on.
+struct Job {
+    const Plan& plan;
+    MemoryImage& image;
+    /// Has the last word on a success; none means yes.
+    std::function<bool()> accept = nullptr;
+};
 
 /// Puts a view in force for the length of a session.
 class ViewInForce {
@@ -101,7 +129,7 @@ class ViewInForce {
 
 class Session {
   public:
-    Session(const Plan& plan, CommunView& view) : plan_(plan), view_(view), inForce_(view) {}
+    Session(const Job& job, CommunView& view) : job_(job), view_(view), inForce_(view) {}
 
     Result run() {
         guarded(plan_.label, [&] { prepare(); });
@@ -117,6 +145,9 @@ class Session {
         guarded(plan_.label, [&] {
             begin();
             result_.outcome = attempts();
+            if (result_.outcome == Outcome::succeeded && job_.accept && !job_.accept()) {
+                result_.outcome = Outcome::notAccepted;
+            }
         });
         modCommun::CloseCom();
         result_.failedAttempts = link_.attemptCounter;
@@ -188,14 +219,14 @@ class Session {
     bool runStep(std::int16_t number) {
         const ScriptStep& step = list_.steps(number, "script table");
         link_.currentStep = number;
-        plan_.beforeStep(step);
+        plan_.beforeStep(step, job_.image);
         modCommun::ConvComCode(step.script);
         modCommun::ProtocolCom();
         if (link_.failureFlag != modCommun::flagFalse) {
             return false;
         }
         ShowComPercent(step.percent);
-        plan_.afterStep(step);
+        plan_.afterStep(step, job_.image);
         if (step.size > 0) {
             result_.lastAddress = step.address;
         }
@@ -228,7 +259,7 @@ class Session {
         plan_.display();
         view_.setStatus(modSoftFace::text(plan_.successText));
         view_.setProgress(100);
-        if (view_.showMemDatTicked()) {
+        if (!plan_.ownImage && view_.showMemDatTicked()) {
             modMemDat::TableFreDat();
         }
     }
@@ -243,7 +274,8 @@ class Session {
         view_.resetStopBox();
     }
 
-    const Plan& plan_;
+    const Job& job_;
+    const Plan& plan_ = job_.plan;
     CommunView& view_;
     ViewInForce inForce_;
     modCommun::State& link_ = modCommun::state();
@@ -251,15 +283,29 @@ class Session {
     Result result_;
 };
 
-Result runSession(const Plan& plan, CommunView& view) {
+Result runSession(const Job& job, CommunView& view) {
     // Asked of the view, not of the busy mark: that is clear already while the last texts stand.
     if (running()) {
         Result refused;
         refused.outcome = Outcome::busy;
         return refused;
     }
-    return Session(plan, view).run();
+    return Session(job, view).run();
 }
+
+/// Sets one of the address ranges for as long as it lives.
+class RangeInForce {
+  public:
+    RangeInForce(modIicDat::AddressRange& range, modIicDat::AddressRange value)
+        : range_(range), before_(std::exchange(range, value)) {}
+    ~RangeInForce() { range_ = before_; }
+    RangeInForce(const RangeInForce&) = delete;
+    RangeInForce& operator=(const RangeInForce&) = delete;
+
+  private:
+    modIicDat::AddressRange& range_;
+    modIicDat::AddressRange before_;
+};
 
 struct FieldRow {
     std::string_view control;
@@ -289,11 +335,42 @@ State& state() {
 }
 
 Result cmdRead_Click(CommunView& view) {
-    return runSession(readPlan, view);
+    return runSession({readPlan, modIicDat::IicDat()}, view);
 }
 
 Result cmdWrite_Click(CommunView& view) {
-    return runSession(writePlan, view);
+    return runSession({writePlan, modIicDat::IicDat()}, view);
+}
+
+Result readInto(CommunView& view, modIicDat::AddressRange range, MemoryImage& image) {
+    const RangeInForce inForce(modIicDat::state().readRange, range);
+    return runSession({readIntoPlan, image}, view);
+}
+
+Result readIfAccepted(CommunView& view, const std::function<bool(const MemoryImage&)>& accept) {
+    MemoryImage waiting = modIicDat::IicDat();
+    const auto takeOver = [&] {
+        const bool accepted = accept(waiting);
+        if (accepted) {
+            modIicDat::IicDat() = waiting;
+        }
+        return accepted;
+    };
+    return runSession({readPlan, waiting, takeOver}, view);
+}
+
+Result writeFrom(CommunView& view, modIicDat::AddressRange range, const MemoryImage& image) {
+    const RangeInForce inForce(modIicDat::state().writeRange, range);
+    MemoryImage source = image;
+    return runSession({writeFromPlan, source}, view);
+}
+
+RadioState radioStateAfter(const Result& result) noexcept {
+    if (result.furthestAddress) {
+        return RadioState::partlyWritten;
+    }
+    // Behind the handshake the first block may have been stored without an answer that came back.
+    return result.mostSteps == 0 ? RadioState::untouched : RadioState::unknown;
 }
 
 void ShowComPercent(std::int16_t percent) {

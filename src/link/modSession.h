@@ -3,10 +3,13 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
 #include "app/Clock.h"
+#include "image/MemoryImage.h"
+#include "image/modIicDat.h"
 #include "link/communView.h"
 
 /// The read and the write session, and the address fields of the communication dialog.
@@ -30,6 +33,7 @@ enum class Outcome : std::uint8_t {
     failed,   ///< no attempt succeeded, or an error that no attempt can mend is in the error list
     stopped,  ///< by the stop box, or abandoned
     busy,     ///< another session is on: nothing was done
+    notAccepted,  ///< every step succeeded, but what came was not accepted
 };
 
 /// How a session went.
@@ -57,6 +61,26 @@ Result cmdRead_Click(CommunView& view);
 /// Encodes the tables into the image, stamps it, and writes the write range to the radio. The image
 /// keeps the stamp even when the session fails. Label "frmCommun->cmdWrite_Click".
 Result cmdWrite_Click(CommunView& view);
+
+/// A read into `image` alone: the memory image, the tables and the displays stay as they are. The
+/// view is driven as in a plain read. Blocks behind the end of `image` fail the session with 9.
+Result readInto(CommunView& view, modIicDat::AddressRange range, MemoryImage& image);
+
+/// A read whose bytes wait in a copy of the image until `accept` has looked at it. True: they go
+/// into the image and are decoded and shown, as in a plain read. False: outcome `notAccepted`.
+/// Whatever but success leaves the image as it was.
+Result readIfAccepted(CommunView& view, const std::function<bool(const MemoryImage&)>& accept);
+
+/// A write of `image` as it is: no tables and no stamp go into it.
+Result writeFrom(CommunView& view, modIicDat::AddressRange range, const MemoryImage& image);
+
+/// What a write that did not succeed has left in the radio.
+enum class RadioState : std::uint8_t {
+    untouched,      ///< no block was sent
+    partlyWritten,  ///< at least up to `furthestAddress`
+    unknown,        ///< the first block was sent; nothing says whether it was stored
+};
+[[nodiscard]] RadioState radioStateAfter(const Result& result) noexcept;
 
 /// Shows a progress as bar and as status text (" 45 %"). Label "frmCommun->ShowComPercent".
 void ShowComPercent(std::int16_t percent);

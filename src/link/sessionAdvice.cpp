@@ -18,6 +18,7 @@ namespace {
 
 using modSession::Outcome;
 using modSession::Result;
+using safeguards::Report;
 using Entries = std::span<const modShowErr::Entry>;
 
 /// The handshake and the end of a script move no block.
@@ -110,8 +111,91 @@ std::string stateLeft(Direction direction, const Result& result) {
     if (read) {
         return say(OwnText::imageUnchanged);
     }
-    // Behind the handshake the first block may have been stored without an answer that came back.
-    return say(result.mostSteps == 0 ? OwnText::radioUnchanged : OwnText::radioTouched);
+    const bool untouched = modSession::radioStateAfter(result) == modSession::RadioState::untouched;
+    return say(untouched ? OwnText::radioUnchanged : OwnText::radioTouched);
+}
+
+/// Why a session that did not succeed did not.
+std::string causeOf(const Result& result, Entries logged) {
+    switch (result.outcome) {
+        case Outcome::portFailed:
+            return portAdvice(logged);
+        case Outcome::failed:
+            return causeOfFailure(result, logged);
+        case Outcome::stopped:
+            return say(OwnText::sessionStopped);
+        case Outcome::succeeded:
+        case Outcome::busy:
+        case Outcome::notAccepted:
+            break;
+    }
+    return {};
+}
+
+std::string withRestoreOffered(const std::string& text, const Report& report) {
+    return report.backup.empty()
+               ? text
+               : joined(text, say(OwnText::restoreOffered, report.backup.string()));
+}
+
+/// A run whose last session did not succeed.
+std::string brokenOff(const Report& report, Entries logged) {
+    const auto cause = causeOf(report.result, logged);
+    switch (report.stage) {
+        case Stage::backUp:
+            return joined(cause, say(OwnText::backUpFailed));
+        case Stage::read:
+            return joined(cause, say(OwnText::imageUnchanged));
+        case Stage::write:
+        case Stage::restore:
+            if (report.result.outcome == Outcome::portFailed ||
+                modSession::radioStateAfter(report.result) == modSession::RadioState::untouched) {
+                return joined(cause, say(OwnText::radioUnchanged));
+            }
+            return withRestoreOffered(joined(cause, stateLeft(Direction::write, report.result)),
+                                      report);
+        case Stage::compare:
+            break;
+    }
+    return report.written ? withRestoreOffered(joined(cause, say(OwnText::notCompared)), report)
+                          : joined(cause, say(OwnText::imageUnchanged));
+}
+
+std::string differ(const Report& report) {
+    const auto count = report.differences.size();
+    return report.written ? withRestoreOffered(say(OwnText::radioDiffers, count), report)
+                          : joined(say(OwnText::readsDiffer, count), say(OwnText::imageUnchanged));
+}
+
+OwnText verdictOf(const Report& report) {
+    const bool compared = report.stage == Stage::compare;
+    return report.direction == Direction::read ? OwnText::bothReadsAgree
+           : compared                          ? OwnText::radioHoldsAll
+                                               : OwnText::radioRestored;
+}
+
+/// A run whose sessions all succeeded.
+std::string done(const Report& report, Entries logged) {
+    auto text = success(report.direction, report.result, logged);
+    if (report.stage != Stage::read && report.stage != Stage::write) {
+        text = joined(text, say(verdictOf(report)));
+    }
+    if (report.backup.empty()) {
+        return text;
+    }
+    const bool read = report.direction == Direction::read;
+    return joined(text,
+                  say(read ? OwnText::copyLies : OwnText::backupLies, report.backup.string()));
+}
+
+/// A backup that could not be stored or read.
+std::string backupTrouble(const Report& report) {
+    if (report.direction == Direction::read) {
+        return say(OwnText::copyNotStored, report.backupTrouble);
+    }
+    return say(
+        report.stage == Stage::backUp ? OwnText::backupNotStored : OwnText::backupNotReadable,
+        report.backupTrouble);
 }
 
 }  // namespace
@@ -121,15 +205,49 @@ std::string adviceAfter(Direction direction, const Result& result, Entries logge
         case Outcome::succeeded:
             return success(direction, result, logged);
         case Outcome::portFailed:
-            return portAdvice(logged);
+            return causeOf(result, logged);
         case Outcome::failed:
-            return joined(causeOfFailure(result, logged), stateLeft(direction, result));
         case Outcome::stopped:
-            return joined(say(OwnText::sessionStopped), stateLeft(direction, result));
+            return joined(causeOf(result, logged), stateLeft(direction, result));
         case Outcome::busy:
+        case Outcome::notAccepted:
             break;
     }
     return {};
+}
+
+std::string adviceAfter(const Report& report, Entries logged) {
+    const Outcome outcome = report.result.outcome;
+    if (!report.backupTrouble.empty()) {
+        return backupTrouble(report);
+    }
+    if (!report.differences.empty()) {
+        return differ(report);
+    }
+    if (outcome == Outcome::busy) {
+        return {};
+    }
+    if (report.good) {
+        return done(report, logged);
+    }
+    const bool plain = report.stage == Stage::write ? report.backup.empty() : !report.imageSafe;
+    return plain ? adviceAfter(report.direction, report.result, logged) : brokenOff(report, logged);
+}
+
+const std::string& stageName(Direction direction, Stage stage) {
+    switch (stage) {
+        case Stage::read:
+            return ownText(OwnText::stageRead);
+        case Stage::backUp:
+            return ownText(OwnText::stageBackUp);
+        case Stage::write:
+            return ownText(OwnText::stageWrite);
+        case Stage::restore:
+            return ownText(OwnText::stageRestore);
+        case Stage::compare:
+            break;
+    }
+    return ownText(direction == Direction::read ? OwnText::stageReadAgain : OwnText::stageReadBack);
 }
 
 const std::string& portTroubleInShort(std::int16_t number) {

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/safeguards.h"
+
+#include <gmock/gmock.h>
+
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "image/modIicDat.h"
+#include "link/modCommun.h"
+#include "link/sessionAdvice.h"
+#include "link/virtualPort.h"
+#include "settings/modSysSet.h"
+#include "support/ScriptedDialogs.h"
+#include "support/SimulatedClock.h"
+#include "support/TempFolder.h"
+
+namespace k520::safeguards {
+namespace {
+
+using modIicDat::IicDat;
+using testing::HasSubstr;
+namespace fs = std::filesystem;
+
+constexpr Choices all{.keepCopy = true, .backUpFirst = true, .readBack = true};
+
+struct StageList : NullView {
+    void beginStage(Stage stage) override { stages.push_back(stage); }
+    void setStatus(const std::string& text) override { statuses += text + "|"; }
+    std::vector<Stage> stages;
+    std::string statuses;
+};
+
+/// Sessions over the first KiB and a bit, which holds the bytes that have no place in a data file.
+class Safeguards : public testing::Test {
+  protected:
+    Safeguards() {
+        std::int16_t english = 3;
+        modSoftFace::FillSoftFace(english);
+        mdimoduMain::state().programFolder = folder.path();
+        modShowErr::state() = {};
+        modIicDat::state() = {};
+        modIicDat::sizeArrays(8191);
+        modChMem::state() = {};
+        modSysSet::state() = {};
+        modChMem::SetChGrid();
+        modIicDat::state().readRange = modIicDat::state().writeRange = {0, 0x42F};
+        plug();
+    }
+    ~Safeguards() override {
+        modCommun::state() = {};
+        modChMem::state() = {};
+        modIicDat::state() = {};
+        mdimoduMain::state() = {};
+    }
+
+    void plug(SimFaults faults = {}) {
+        std::vector<std::uint8_t> memory(SimRadio::memorySize);
+        for (std::size_t i = 0; i < memory.size(); ++i) {
+            memory[i] = static_cast<std::uint8_t>(i * 7 + i / 256);
+        }
+        radio = std::make_shared<SimRadio>(memory, std::move(faults), 1'000'000);
+        modCommun::state().portMaker = [this](std::int16_t) {
+            return std::make_unique<VirtualPort>(radio);
+        };
+    }
+    [[nodiscard]] std::vector<std::uint8_t> memory() const {
+        return {radio->memory().begin(), radio->memory().end()};
+    }
+    static std::string advice(const Report& report) {
+        return sessionAdvice::adviceAfter(
+            report, std::span(modShowErr::state().entries).subspan(report.mark));
+    }
+    [[nodiscard]] std::size_t backupCount() const { return backups::list().size(); }
+
+    test::TempFolder folder;
+    test::SimulatedClock clock;
+    test::ScriptedDialogs dialogs;
+    StageList view;
+    std::shared_ptr<SimRadio> radio;
+};
+
+TEST_F(Safeguards, AWriteIsBackedUpComparedAndCanBeTakenBack) {
+    const auto before = memory();
+    const Report report = write(view, all);
+    EXPECT_TRUE(report.good);
+    EXPECT_THAT(view.stages, testing::ElementsAre(Stage::backUp, Stage::write, Stage::compare));
+    EXPECT_NE(memory(), before);
+    EXPECT_EQ(report.backup.filename(), "2026-11-21_13-05-09_before-write_0000-042F.dat");
+    EXPECT_THAT(advice(report), HasSubstr("holds what was sent. The backup made before is " +
+                                          report.backup.string()));
+
+    // The whole of what was read, the bytes without a place in a data file among them.
+    const auto sent = IicDat();
+    EXPECT_TRUE(restore(view, backups::latestBeforeWrite()->path, all).good);
+    EXPECT_EQ(memory(), before);
+    EXPECT_EQ(IicDat(), sent) << "a restore is none of the image's business";
+    EXPECT_EQ(backupCount(), 1U);
+}
+
+TEST_F(Safeguards, APlainDataFileRestoresAllThatItHolds) {
+    const auto before = memory();
+    EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good);
+    EXPECT_THAT(folder.names(), testing::ElementsAre("mine.dat"));
+    EXPECT_NE(memory()[0x400], before[0x400]);
+    std::ranges::fill(radio->memory().subspan(0x400, 16), std::uint8_t{0xA5});
+    EXPECT_TRUE(restore(view, folder / "mine.dat", all).good);
+    auto expected = before;
+    std::fill_n(expected.begin() + 0x400, 16, std::uint8_t{0xA5});
+    EXPECT_EQ(memory(), expected);
+
+    folder.write("short.dat", "short");
+    for (const char* name : {"short.dat", "none.dat"}) {
+        const Report report = restore(view, folder / name, all);
+        EXPECT_FALSE(report.good);
+        EXPECT_THAT(advice(report), HasSubstr("The backup cannot be read"));
+        EXPECT_EQ(memory(), expected);
+    }
+}
+
+TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
+    EXPECT_TRUE(read(view, all).good);
+    EXPECT_EQ(IicDat()(0x42F), radio->memory()[0x42F]);
+    ASSERT_EQ(backupCount(), 1U);
+    const auto copy = backups::load(backups::list().front().path, {0, 0x42F}).image;
+    EXPECT_TRUE(std::ranges::equal(copy.bytes(), IicDat().bytes()));
+
+    const auto before = IicDat();
+    // Behind the handshake's two bytes and the header of the block that channel 2 has.
+    plug({.replyBytes = {{.kind = ByteFaultKind::corrupt, .byte = 2 + 40 + 5, .value = 1}}});
+    view = {};
+    const Report report = read(view, all);
+    EXPECT_FALSE(report.good);
+    EXPECT_EQ(IicDat(), before);
+    EXPECT_EQ(backupCount(), 1U);
+    EXPECT_THAT(view.statuses, testing::Not(HasSubstr("Successful")));
+    EXPECT_THAT(advice(report), HasSubstr("differ in 1 bytes"));
+    listDifferences(report);
+    EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("0020: "));
+    EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("Channel 2"));
+}
+
+TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {
+    // The backup takes 2 + 67 + 1 exchanges, the write as many.
+    const struct {
+        SimFaults faults;
+        Choices choices;
+        Stage stage;
+        bool touched;
+        const char* advice;
+    } cases[] = {
+        {{.silentFrom = 30}, all, Stage::backUp, false, "nothing was written"},
+        {{.silentFrom = 70 + 1}, all, Stage::write, false, "The radio is unchanged."},
+        {{.silentFrom = 70 + 3}, all, Stage::write, false, "may be partly written"},
+        {{.silentFrom = 70 + 13},
+         all,
+         Stage::write,
+         true,
+         "(up to 009F): write again before it is "
+         "used. What the radio held before is in "},
+        {{.silentFrom = 140 + 20}, all, Stage::compare, true, "written but not compared"},
+        {{.silentFrom = 13},
+         {},
+         Stage::write,
+         true,
+         "(up to 009F): write again before it is used."},
+    };
+    for (const auto& row : cases) {
+        plug(row.faults);
+        const auto before = memory();
+        const Report report = write(view, row.choices);
+        EXPECT_FALSE(report.good);
+        EXPECT_EQ(report.stage, row.stage) << row.advice;
+        EXPECT_EQ(memory() != before, row.touched) << row.advice;
+        EXPECT_THAT(advice(report), HasSubstr(row.advice));
+        dialogs.take();
+        EXPECT_EQ(report.backup.empty(), row.stage == Stage::backUp || row.choices == Choices{});
+    }
+
+    fs::remove_all(backups::folder());
+    folder.write("Data/Backups", "in the way");
+    plug();
+    const auto before = memory();
+    const Report report = write(view, all);
+    EXPECT_EQ(memory(), before);
+    EXPECT_THAT(advice(report), HasSubstr("could not be stored (" + backups::folder().string()));
+}
+
+TEST_F(Safeguards, ChoicesAreOffUntilTheSettingsFileHasThemOn) {
+    EXPECT_EQ(chosen(), Choices{});
+    for (const ChoiceRow& row : choiceRows) {
+        choose(row, true);
+        EXPECT_TRUE(chosen().*row.member);
+    }
+    choose(choiceRows[0], false);
+    EXPECT_EQ(chosen(), (Choices{.keepCopy = false, .backUpFirst = true, .readBack = true}));
+    EXPECT_EQ(folder.read("Uninstall.exe"),
+              "[Setting]\nKeepCopy=0\nBackUpFirst=1\nReadBack=1\n");
+}
+
+}  // namespace
+}  // namespace k520::safeguards
