@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <utility>
 
@@ -22,13 +22,26 @@ constexpr const char* clearLine = "\r\x1b[K";
 
 }  // namespace
 
-ConsoleView::ConsoleView(std::string stage, bool quiet)
-    : stage_(std::move(stage)), terminal_(!quiet && isatty(STDERR_FILENO) == 1) {}
+ConsoleView::ConsoleView(bool quiet) : terminal_(!quiet && isatty(STDERR_FILENO) == 1) {}
 
 ConsoleView::~ConsoleView() {
-    if (drawn_) {
+    clear();
+}
+
+void ConsoleView::clear() {
+    if (std::exchange(drawn_, false)) {
         printError(clearLine);
     }
+}
+
+void ConsoleView::beginStage(Stage stage) {
+    // By Stage.
+    static constexpr std::array<std::string_view, 5> names{"Reading", "Backing up", "Writing",
+                                                           "Restoring", "Comparing"};
+    stage_ = names.at(static_cast<std::size_t>(stage));
+    status_.clear();
+    percent_ = 0;
+    draw();
 }
 
 void ConsoleView::setStatus(const std::string& text) {
@@ -40,7 +53,6 @@ void ConsoleView::setStatus(const std::string& text) {
 
 void ConsoleView::setProgress(std::int16_t percent) {
     percent_ = percent;
-    furthest_ = std::max(furthest_, percent);
     draw();
 }
 

@@ -4,21 +4,23 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "link/communView.h"
 
 namespace k520::cli {
 
-/// A session's view on a terminal: one line on stderr that follows the progress. Nothing is shown
-/// when stderr is no terminal. Ctrl-C abandons the session.
+/// The view of a radio link on a terminal: one line on stderr that names the stage and follows its
+/// progress. Nothing is shown when stderr is no terminal. Ctrl-C abandons the session.
 class ConsoleView : public CommunView {
   public:
-    /// `stage` is what the line calls the session ("Reading"); a `quiet` view has no line.
-    ConsoleView(std::string stage, bool quiet);
+    /// A `quiet` view has no line.
+    explicit ConsoleView(bool quiet);
     ~ConsoleView() override;
     ConsoleView(const ConsoleView&) = delete;
     ConsoleView& operator=(const ConsoleView&) = delete;
 
+    void beginStage(Stage stage) override;
     void setStatus(const std::string& text) override;
     void setPercentText(const std::string& /*text*/) override {}
     void setProgress(std::int16_t percent) override;
@@ -31,16 +33,15 @@ class ConsoleView : public CommunView {
     [[nodiscard]] bool showMemDatTicked() override { return false; }
     [[nodiscard]] bool abandoned() override;
 
-    /// The most progress of any attempt, in percent.
-    [[nodiscard]] std::int16_t furthest() const noexcept { return furthest_; }
+    /// Takes the line away.
+    void clear();
 
   private:
     void draw();
 
-    std::string stage_;
+    std::string_view stage_;
     std::string status_;
     std::int16_t percent_ = 0;
-    std::int16_t furthest_ = 0;
     bool terminal_;
     bool drawn_ = false;
 };

@@ -57,12 +57,28 @@ constexpr std::array portsArguments{json};
 
 constexpr std::array readArguments{
     port, Argument{"output", "-o,--output", "FILE", required, "The data file to save"},
-    Argument{"verify", "--verify", "", flag, "Read twice and accept only two equal images"}, trace};
+    Argument{"verify", "--verify", "", flag, "Read twice and accept only two equal images"},
+    Argument{"keep-copy", "--keep-copy", "", flag,
+             "Also keep what was read in Data/Backups, named by date and time"},
+    trace};
+
+constexpr Argument readBack{"verify", "--verify", "", flag, "Read back afterwards and compare"};
 
 constexpr std::array writeArguments{
-    port, file, Argument{"verify", "--verify", "", flag, "Read back afterwards and compare"},
+    port,
+    file,
+    readBack,
     Argument{"backup", "--backup", "OUT", option, "First read the radio into this data file"},
+    Argument{"keep-copy", "--keep-copy", "", flag,
+             "First read the radio into Data/Backups, named by date and time"},
     trace};
+
+constexpr std::array restoreArguments{
+    port,
+    Argument{"from", "--from", "FILE", option,
+             "This backup, or any data file (default: the last one in Data/Backups that was made "
+             "before a write)"},
+    readBack, trace};
 
 constexpr std::array verifyArguments{port, file, trace};
 
@@ -136,8 +152,14 @@ const std::array table{
             readArguments, runRead},
     Command{"write", "Writes a data file to a radio",
             "FILE stays as it is; the radio gets the date and time of the write as well.\n"
-            "Example: k520-cli write -p 1 fleet.dat --backup before.dat --verify",
+            "A write that fails says what state the radio is in; restore puts the backup back.\n"
+            "Example: k520-cli write -p 1 fleet.dat --keep-copy --verify",
             writeArguments, runWrite},
+    Command{"restore", "Puts a backup back into a radio, byte for byte",
+            "A backup in Data/Backups is written as far as it came from a radio, any other data "
+            "file over\nthe write range. No date and time is put into it.\n"
+            "Example: k520-cli restore -p 1 --verify",
+            restoreArguments, runRestore},
     Command{"verify", "Reads a radio and compares it with a data file",
             "The programming stamp is left out. Exit code 0: no difference, 1: a difference.\n"
             "Example: k520-cli verify -p 1 fleet.dat",

@@ -20,6 +20,7 @@ int runConfigSet(const Arguments& arguments);
 int runPorts(const Arguments& arguments);
 int runRead(const Arguments& arguments);
 int runWrite(const Arguments& arguments);
+int runRestore(const Arguments& arguments);
 int runVerify(const Arguments& arguments);
 int runSimulate(const Arguments& arguments);
 

@@ -177,11 +177,15 @@ void renewConfiguration() {
     modFileCmd::NewFileSol();
 }
 
-std::string configSetCommand(const std::string& section, const std::string& key,
-                             const std::string& value) {
+std::string ownCommand(const std::string& words) {
     const auto folder =
         chosenFolder.empty() ? std::string() : fmt::format("--program-folder '{}' ", chosenFolder);
-    return fmt::format("k520-cli {}config set {} {} {}", folder, section, key, value);
+    return "k520-cli " + folder + words;
+}
+
+std::string configSetCommand(const std::string& section, const std::string& key,
+                             const std::string& value) {
+    return ownCommand(fmt::format("config set {} {} {}", section, key, value));
 }
 
 void warn(const std::string& message) {

@@ -29,6 +29,8 @@ void startConfiguration(DefaultImage defaultImage);
 /// A new configuration once more, before another file is opened.
 void renewConfiguration();
 
+/// A command line of this program on the same program folder, for messages.
+[[nodiscard]] std::string ownCommand(const std::string& words);
 /// The command that mends a setting, for messages.
 [[nodiscard]] std::string configSetCommand(const std::string& section, const std::string& key,
                                            const std::string& value);

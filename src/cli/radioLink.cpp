@@ -20,8 +20,8 @@
 #include "app/RuntimeError.h"
 #include "app/modShowErr.h"
 #include "channels/modChMem.h"
-#include "cli/ConsoleView.h"
 #include "cli/Failure.h"
+#include "cli/compare.h"
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
@@ -81,28 +81,33 @@ void keepOutside(modIicDat::AddressRange range, const MemoryImage& before) {
     }
 }
 
-/// Sets the range of read sessions for as long as it lives.
-class ReadRange {
-  public:
-    explicit ReadRange(modIicDat::AddressRange range)
-        : before_(std::exchange(modIicDat::state().readRange, range)) {}
-    ~ReadRange() { modIicDat::state().readRange = before_; }
-    ReadRange(const ReadRange&) = delete;
-    ReadRange& operator=(const ReadRange&) = delete;
-
-  private:
-    modIicDat::AddressRange before_;
-};
-
-std::string stateOfRadio(std::int16_t furthest, const modSession::Result& result) {
-    if (furthest == 0) {
-        return "the radio is untouched";
+/// What became of things when a session did not succeed, by the stage that it was.
+std::string consequence(const safeguards::Report& report) {
+    using enum modSession::RadioState;
+    switch (report.stage) {
+        case Stage::read:
+            return "read failed, nothing saved";
+        case Stage::backUp:
+            return "read failed, the radio is untouched";
+        case Stage::compare:
+            return report.written ? "read failed, the radio is written but not compared"
+                                  : "second read failed, nothing saved";
+        case Stage::write:
+        case Stage::restore:
+            break;
     }
-    const auto reached = result.lastAddress
-                             ? fmt::format(", in the last attempt up to address {:04X}",
-                                           *result.lastAddress + scriptText::blockLength - 1)
-                             : std::string();
-    return fmt::format("the radio may be partly written{}; write again before it is used", reached);
+    switch (modSession::radioStateAfter(report.result)) {
+        case untouched:
+            break;
+        case unknown:
+            return "write failed, the radio may be partly written; write again before it is used";
+        case partlyWritten:
+            return fmt::format(
+                "write failed, the radio is partly written, up to address {:04X}; write again "
+                "before it is used",
+                *report.result.furthestAddress + scriptText::blockLength - 1);
+    }
+    return "write failed, the radio is untouched";
 }
 
 /// Past the buffer of stdout, so that a reader who has gone does no harm to the session.
@@ -120,7 +125,7 @@ bool writeToStdout(std::string_view text) {
 }  // namespace
 
 RadioLink::RadioLink(std::string port, std::optional<std::string> trace)
-    : port_(std::move(port)), trace_(std::move(trace)) {
+    : port_(std::move(port)), trace_(std::move(trace)), view_(trace_ == "-") {
     choosePort();
     requireUsable(modIicDat::state().readRange, "Read");
     requireUsable(modIicDat::state().writeRange, "Write");
@@ -182,33 +187,67 @@ void RadioLink::printTrace(const std::string& line) {
     }
 }
 
-void RadioLink::read(const std::string& stage, modIicDat::AddressRange range,
-                     const std::string& afterFailure) {
+void RadioLink::read(const safeguards::Choices& choices) {
     const MemoryImage before = modIicDat::IicDat();
-    const ReadRange inForce(range);
-    const auto [result, furthest, mark] = run(Direction::read, stage);
-    if (result.outcome != modSession::Outcome::succeeded) {
-        fail(fmt::format("read failed, {}: {}", afterFailure, causeOf(result, mark)));
-    }
-    lookBehind(mark);
-    keepOutside(range, before);
+    const auto report = safeguards::read(view_, choices);
+    conclude(report);
+    keepOutside(modIicDat::state().readRange, before);
 }
 
-void RadioLink::write() {
-    const auto [result, furthest, mark] = run(Direction::write, "Writing");
-    if (result.outcome != modSession::Outcome::succeeded) {
-        fail(fmt::format("write failed, {}: {}", stateOfRadio(furthest, result),
-                         causeOf(result, mark)));
-    }
-    lookBehind(mark);
+void RadioLink::write(const safeguards::Choices& choices, const std::string& backUpTo) {
+    conclude(safeguards::write(view_, choices, backUpTo));
 }
 
-RadioLink::Run RadioLink::run(Direction direction, const std::string& stage) {
-    const auto mark = failureMark();
-    ConsoleView view(stage, trace_ == "-");
-    const auto result = direction == Direction::read ? modSession::cmdRead_Click(view)
-                                                     : modSession::cmdWrite_Click(view);
-    return {result, view.furthest(), mark};
+void RadioLink::restore(const std::string& file, const safeguards::Choices& choices) {
+    conclude(safeguards::restore(view_, file, choices));
+}
+
+void RadioLink::conclude(const safeguards::Report& report) {
+    view_.clear();
+    if (report.good) {
+        lookBehind(report.mark);
+        return;
+    }
+    if (!report.backupTrouble.empty()) {
+        fail(fmt::format("{}: {}",
+                         report.stage == Stage::backUp ? "no backup, so nothing was written"
+                         : report.direction == Direction::read
+                             ? "nothing saved: no copy could be kept"
+                             : "nothing was written",
+                         report.backupTrouble));
+    }
+    if (!report.differences.empty()) {
+        failForDifferences(report);
+    }
+    fail(consequence(report) + ": " + causeOf(report) + wayBack(report));
+}
+
+/// Prints what differs. The stamp, which comparisons leave out, counts here.
+void RadioLink::failForDifferences(const safeguards::Report& report) const {
+    const bool written = report.written;
+    const auto expected = pictureOf(report.expected);
+    const auto comparison = compare(expected, pictureOf(report.found));
+    print(comparisonText(comparison, written ? "sent" : "first", written ? "radio" : "second"));
+    const auto count =
+        comparison.equal() ? std::string("the programming stamp") : countText(comparison);
+    fail(fmt::format("{}: {}{}",
+                     written ? "the radio does not hold what was sent; write again"
+                             : "two reads of the radio differ, so one of them is wrong; nothing "
+                               "saved; check the cable and read again",
+                     count, wayBack(report)));
+}
+
+/// Where the backup lies, once a write has begun to change the radio.
+std::string RadioLink::wayBack(const safeguards::Report& report) const {
+    const bool changed =
+        report.written ||
+        ((report.stage == Stage::write || report.stage == Stage::restore) &&
+         modSession::radioStateAfter(report.result) != modSession::RadioState::untouched);
+    return changed && !report.backup.empty()
+               ? fmt::format("; what it held before is put back by: {}",
+                             ownCommand(fmt::format("restore -p {} --from '{}'", port_,
+                                                    report.backup.string())))
+               : std::string();
 }
 
 void RadioLink::lookBehind(std::size_t mark) {
@@ -222,17 +261,17 @@ void RadioLink::lookBehind(std::size_t mark) {
     }
 }
 
-std::string RadioLink::causeOf(const modSession::Result& result, std::size_t mark) const {
-    if (result.outcome == modSession::Outcome::stopped) {
+std::string RadioLink::causeOf(const safeguards::Report& report) const {
+    if (report.result.outcome == modSession::Outcome::stopped) {
         return "stopped on request";
     }
-    if (const auto failure = failureSince(mark)) {
+    if (const auto failure = failureSince(report.mark)) {
         return *failure;
     }
     return fmt::format(
         "no valid answer from a radio at {} in {} attempts; is the radio on, is the cable plugged "
         "in at both ends, is it the right port (k520-cli ports)? --trace shows what came over",
-        port_, result.failedAttempts);
+        port_, report.result.failedAttempts);
 }
 
 }  // namespace k520::cli

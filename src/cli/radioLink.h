@@ -3,14 +3,11 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <optional>
 #include <string>
-#include <vector>
 
-#include "image/MemoryImage.h"
-#include "image/modIicDat.h"
-#include "link/modSession.h"
+#include "cli/ConsoleView.h"
+#include "link/safeguards.h"
 
 /// Sessions with a radio as the commands run them.
 namespace k520::cli {
@@ -27,31 +24,30 @@ class RadioLink {
     RadioLink(const RadioLink&) = delete;
     RadioLink& operator=(const RadioLink&) = delete;
 
-    /// Reads `range` into the image and decodes it; what lies outside the range stays. Raises
-    /// Failure 1 with `afterFailure` (where things then stand), the likely cause and the next step.
-    void read(const std::string& stage, modIicDat::AddressRange range,
-              const std::string& afterFailure);
-    /// Encodes and stamps the image and writes the write range. Raises Failure 1 likewise, with the
-    /// state that the radio is left in.
-    void write();
+    /// Reads the read range into the image and decodes it; what lies outside the range stays.
+    /// Raises Failure 1 with the state in which things are then, the likely cause and the next
+    /// step.
+    void read(const safeguards::Choices& choices);
+    /// Encodes and stamps the image and writes the write range. A backup goes to `backUpTo` where
+    /// that is given. Raises Failure 1 likewise.
+    void write(const safeguards::Choices& choices, const std::string& backUpTo = {});
+    /// Puts a backup back into the radio. Raises Failure 1 likewise.
+    void restore(const std::string& file, const safeguards::Choices& choices);
 
   private:
-    /// How a session went, and the most progress that any of its attempts made, in percent.
-    struct Run {
-        modSession::Result result;
-        std::int16_t furthest;
-        std::size_t mark;  ///< where its failures begin in the error list
-    };
-    Run run(Direction direction, const std::string& stage);
+    void conclude(const safeguards::Report& report);
+    void failForDifferences(const safeguards::Report& report) const;
+    [[nodiscard]] std::string wayBack(const safeguards::Report& report) const;
     void printTrace(const std::string& line);
     /// What a session that succeeded has left in the error list.
     static void lookBehind(std::size_t mark);
-    [[nodiscard]] std::string causeOf(const modSession::Result& result, std::size_t mark) const;
+    [[nodiscard]] std::string causeOf(const safeguards::Report& report) const;
     void choosePort() const;
     void collectTrace();
 
     std::string port_;
     std::optional<std::string> trace_;
+    ConsoleView view_;
     std::string traceText_;
     bool traceBroken_ = false;
 };

@@ -12,6 +12,7 @@
 #include "cli/output.h"
 #include "cli/program.h"
 #include "cli/radioLink.h"
+#include "image/backups.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 
@@ -54,37 +55,6 @@ std::string hintOfLostBytes(const MemoryImage& expected, const MemoryImage& foun
     return {};
 }
 
-/// A second pass over the radio must bring the same bytes: the protocol has no checksum.
-void readAgain(RadioLink& link) {
-    const MemoryImage first = image();
-    link.read("Reading again", modIicDat::state().readRange, "nothing saved");
-    const MemoryImage second = image();
-    if (first != second) {
-        requireEqual(first, "first", second, "second",
-                     "two reads of the radio differ, so one of them is wrong; nothing saved; check "
-                     "the cable and read again");
-        fail("two reads of the radio differ in the programming stamp; nothing saved");
-    }
-}
-
-void backUp(RadioLink& link, const std::string& path) {
-    link.read("Backing up", modIicDat::state().readRange, "the radio is untouched");
-    saveDocument(path);
-    renewConfiguration();
-}
-
-void readBack(RadioLink& link) {
-    const MemoryImage sent = image();
-    link.read("Comparing", modIicDat::state().writeRange,
-              "the radio is written but not compared; run verify");
-    const MemoryImage found = image();
-    if (sent != found) {
-        requireEqual(sent, "sent", found, "radio",
-                     "the radio does not hold what was sent; write again");
-        fail("the radio does not hold the programming stamp that was sent; write again");
-    }
-}
-
 }  // namespace
 
 int runRead(const Arguments& arguments) {
@@ -93,32 +63,47 @@ int runRead(const Arguments& arguments) {
     const auto& output = arguments.at("output");
     RadioLink link(arguments.at("port"), arguments.get("trace"));
     checkSavable(output);
-    link.read("Reading", modIicDat::state().readRange, "nothing saved");
-    if (arguments.has("verify")) {
-        readAgain(link);
-    }
+    link.read({.keepCopy = arguments.has("keep-copy"), .readBack = arguments.has("verify")});
     saveDocument(output);
     return exitDone;
 }
 
 int runWrite(const Arguments& arguments) {
-    requireDifferentFiles({arguments.at("FILE"), arguments.get("backup"), arguments.get("trace")});
+    const auto backup = arguments.get("backup");
+    requireDifferentFiles({arguments.at("FILE"), backup, arguments.get("trace")});
+    if (backup && arguments.has("keep-copy")) {
+        refuse("--backup and --keep-copy both make the backup; give one of them");
+    }
     startConfiguration(DefaultImage::helpful);
-    const auto& file = arguments.at("FILE");
     RadioLink link(arguments.at("port"), arguments.get("trace"));
-    // Before the radio is touched: the file has to be one that can be sent.
-    openDocument(file, ShortFile::refuse);
-    if (const auto backup = arguments.get("backup")) {
+    // Before the radio is touched: the file has to be one that can be sent, the backup one that can
+    // be kept.
+    openDocument(arguments.at("FILE"), ShortFile::refuse);
+    if (backup) {
         checkSavable(*backup);
-        renewConfiguration();
-        backUp(link, *backup);
-        openDocument(file, ShortFile::refuse);
     }
     encodeTables();
-    link.write();
-    if (arguments.has("verify")) {
-        readBack(link);
+    link.write(
+        {.backUpFirst = backup || arguments.has("keep-copy"), .readBack = arguments.has("verify")},
+        backup.value_or(""));
+    return exitDone;
+}
+
+int runRestore(const Arguments& arguments) {
+    startConfiguration(DefaultImage::helpful);
+    auto file = arguments.get("from");
+    requireDifferentFiles({file, arguments.get("trace")});
+    if (!file) {
+        const auto latest = backups::latestBeforeWrite();
+        if (!latest) {
+            fail("there is no backup made before a write in " + backups::folder().string() +
+                 "; give one with --from");
+        }
+        file = latest->path.string();
     }
+    RadioLink link(arguments.at("port"), arguments.get("trace"));
+    link.restore(*file, {.readBack = arguments.has("verify")});
+    print(fmt::format("The radio holds {} again.\n", *file));
     return exitDone;
 }
 
@@ -130,7 +115,7 @@ int runVerify(const Arguments& arguments) {
     openDocument(file, ShortFile::refuse);
     encodeTables();
     const MemoryImage expected = image();
-    link.read("Reading", modIicDat::state().readRange, "nothing compared");
+    link.read({});
     const MemoryImage found = image();
     requireEqual(expected, file, found, "radio",
                  fmt::format("the radio and {} differ{}", file, hintOfLostBytes(expected, found)));

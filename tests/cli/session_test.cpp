@@ -89,16 +89,34 @@ TEST_F(Sessions, WhatIsWrittenIsReadAgain) {
     EXPECT_THAT(differs.out, HasSubstr("channel 7"));
 }
 
-TEST_F(Sessions, AFlippedByteIsFoundByTheSecondPassOnly) {
-    // Behind the handshake's two bytes and the header's four comes the first data byte.
-    const SimFaults flip{.replyBytes = {{.kind = ByteFaultKind::corrupt, .byte = 30, .value = 1}}};
-    plug(flip);
-    EXPECT_EQ(with("read -o @wrong.dat").code, 0);
-    plug(flip);
-    const auto verified = with("read -o @right.dat --verify");
-    EXPECT_EQ(verified.code, 1);
-    EXPECT_THAT(verified.err, HasSubstr("two reads of the radio differ"));
+TEST_F(Sessions, TwoPassesThatDifferAreNotSaved) {
+    const auto outcome = with("read -o @right.dat --verify --keep-copy", [&](pid_t) {
+        radio->memory()[0x100] = radio->counters().reads == 0 ? 0x11 : 0x12;
+    });
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.out, HasSubstr("channel 16"));
+    EXPECT_THAT(outcome.err, HasSubstr("two reads of the radio differ"));
     EXPECT_FALSE(exists("right.dat"));
+    EXPECT_FALSE(exists("Data"));
+}
+
+TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
+    const auto before = std::vector(radio->memory().begin(), radio->memory().end());
+    // The whole of backup and write, and a few blocks of the second try.
+    radio = std::make_shared<SimRadio>(before, SimFaults{.silentFrom = 50}, fastLine);
+    terminal = std::make_unique<PtyRadio>(radio);
+    const auto broken = with("write @a.dat --keep-copy");
+    EXPECT_EQ(broken.code, 1);
+    EXPECT_THAT(broken.err, HasSubstr("partly written"));
+    EXPECT_THAT(broken.err, HasSubstr("restore -p " + terminal->devicePath() + " --from '"));
+    const auto half = std::vector(radio->memory().begin(), radio->memory().end());
+    EXPECT_NE(half, before);
+
+    radio = std::make_shared<SimRadio>(half, SimFaults{}, fastLine);
+    terminal = std::make_unique<PtyRadio>(radio);
+    EXPECT_EQ(with("restore --verify").code, 0);
+    EXPECT_TRUE(std::ranges::equal(radio->memory(), before));
+    EXPECT_EQ(with("write @a.dat --keep-copy --backup @b.dat").code, 2);
 }
 
 TEST_F(Sessions, FailedAttemptsAreRepeated) {
@@ -107,7 +125,7 @@ TEST_F(Sessions, FailedAttemptsAreRepeated) {
     const auto trace = run.folder.read("t.txt");
     EXPECT_THAT(trace, HasSubstr("Tx: 50 52 4F 47 \n    52 41 4D \nRx：Communication failed!"));
     EXPECT_THAT(trace, HasSubstr("Rx: 57 00 10 10 \n       11 11 "));
-    EXPECT_EQ(radio->counters().attempts, 4U);
+    EXPECT_GE(radio->counters().attempts, 4U);
 }
 
 TEST_F(Sessions, AReadOfAnOddRangeTakesTheRestFromTheDefaultImage) {
