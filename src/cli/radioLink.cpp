@@ -239,11 +239,7 @@ void RadioLink::failForDifferences(const safeguards::Report& report) const {
 
 /// Where the backup lies, once a write has begun to change the radio.
 std::string RadioLink::wayBack(const safeguards::Report& report) const {
-    const bool changed =
-        report.written ||
-        ((report.stage == Stage::write || report.stage == Stage::restore) &&
-         modSession::radioStateAfter(report.result) != modSession::RadioState::untouched);
-    return changed && !report.backup.empty()
+    return safeguards::radioChanged(report) && !report.backup.empty()
                ? fmt::format("; what it held before is put back by: {}",
                              ownCommand(fmt::format("restore -p {} --from '{}'", port_,
                                                     report.backup.string())))

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/frmCommun.h"
 
+#include <fmt/format.h>
+
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -10,11 +12,16 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <span>
+#include <utility>
 
+#include "app/Dialogs.h"
 #include "app/modShowErr.h"
+#include "app/modSoftFace.h"
 #include "desktop/LineListModel.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
+#include "image/backups.h"
+#include "link/frmCommunGuards.h"
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
 #include "link/frmCommunRanges.h"
@@ -26,6 +33,7 @@ namespace k520 {
 
 namespace {
 
+constexpr int noticeText = 70;
 constexpr int readText = 100;
 constexpr int writeText = 101;
 constexpr int titleText = 156;
@@ -52,13 +60,17 @@ class frmCommun::View : public CommunView {
   public:
     explicit View(frmCommun& dialog) : dialog_(dialog) {}
 
+    void beginStage(Stage stage) override { dialog_.guards_->beginStage(stage); }
     void setStatus(const std::string& text) override {
         dialog_.lblComStatus_->setText(qText(text));
     }
     void setPercentText(const std::string& text) override {
         dialog_.lblComPercent_->setText(qText(text));
     }
-    void setProgress(std::int16_t percent) override { dialog_.prgCommunicate_->setValue(percent); }
+    void setProgress(std::int16_t percent) override {
+        dialog_.prgCommunicate_->setValue(percent);
+        dialog_.guards_->setProgress(percent);
+    }
     void enableStart(Direction direction, bool enabled) override {
         dialog_.startButton(direction)->setEnabled(enabled);
     }
@@ -84,6 +96,7 @@ frmCommun::frmCommun(QWidget* parent)
       cmdRead_(ownNamed<QPushButton>("cmdRead", this)),
       cmdWrite_(ownNamed<QPushButton>("cmdWrite", this)),
       chkStopCom_(ownNamed<QCheckBox>("chkStopCom", this)),
+      guards_(ownNamed<frmCommunGuards>("fraGuards", this)),
       imgGreen_(ownNamed<frmCommunLight>("imgGreen", this)),
       lblComStatus_(ownNamed<QLabel>("lblComStatus", this)),
       lblComPercent_(ownNamed<QLabel>("lblComPercent", this)),
@@ -93,12 +106,14 @@ frmCommun::frmCommun(QWidget* parent)
       listRtData_(ownNamed<frmCommunList>("listRtData", this)),
       ranges_(ownNamed<frmCommunRanges>("fraRanges", this)),
       chkShowMemDat_(ownNamed<QCheckBox>("chkShowMemDat", this)),
+      cmdRestore_(ownNamed<QPushButton>("cmdRestore", this)),
       cmdClose_(ownNamed<QPushButton>("cmdClose", this)),
       view_(std::make_unique<View>(*this)) {
     listRtData_->setModel(own<LineListModel>(modCommun::state().listRtData, this));
     layOut();
     connect(cmdRead_, &QPushButton::clicked, this, [this] { run(Direction::read); });
     connect(cmdWrite_, &QPushButton::clicked, this, [this] { run(Direction::write); });
+    connect(cmdRestore_, &QPushButton::clicked, this, &frmCommun::restore);
     connect(cmdClose_, &QPushButton::clicked, this, &frmCommun::reject);
     prepare(Direction::read);
 }
@@ -122,6 +137,9 @@ void frmCommun::prepare(Direction direction) {
     lblComPercent_->clear();
     showAdvice({});
     ranges_->fill();
+    guards_->prepare(direction);
+    restoreDue_ = false;
+    showRestore();
 }
 
 void frmCommun::done(int result) {
@@ -138,6 +156,7 @@ void frmCommun::layOut() {
     lblAdvice_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
     lblAdvice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     cmdClose_->setAutoDefault(false);
+    cmdRestore_->setAutoDefault(false);
     for (QPushButton* start : {cmdRead_, cmdWrite_}) {
         start->setMinimumWidth(start->fontMetrics().averageCharWidth() * startChars);
     }
@@ -145,13 +164,14 @@ void frmCommun::layOut() {
 
     auto* column = own<QVBoxLayout>(this);
     column->addLayout(rowOf({cmdRead_, cmdWrite_}, {chkStopCom_}));
+    column->addWidget(guards_);
     column->addLayout(rowOf({imgGreen_, lblComStatus_}, {lblComPercent_}));
     column->addWidget(prgCommunicate_);
     column->addWidget(lblAdvice_);
     column->addWidget(lblRtData_);
     column->addWidget(listRtData_, 1);
     column->addWidget(ranges_);
-    column->addLayout(rowOf({chkShowMemDat_}, {cmdClose_}));
+    column->addLayout(rowOf({chkShowMemDat_}, {cmdRestore_, cmdClose_}));
     resize(usualSize);
 }
 
@@ -161,47 +181,93 @@ void frmCommun::setCaptions() {
     captionControl(*cmdWrite_, softText(writeText));
     captionControl(*chkStopCom_, ownQText(OwnText::stopSession));
     captionControl(*chkShowMemDat_, ownQText(OwnText::showMemDat));
+    captionControl(*cmdRestore_, ownQText(OwnText::restoreRadio));
     captionControl(*cmdClose_, ownQText(OwnText::closeWindow));
     lblRtData_->setText(ownQText(OwnText::dataList));
     nameControl(*listRtData_, ownQText(OwnText::dataList));
     nameControl(*imgGreen_, ownQText(OwnText::communLight));
     nameControl(*prgCommunicate_, softText(titleText));
     ranges_->setCaptions();
+    guards_->setCaptions();
 }
 
 QPushButton* frmCommun::startButton(Direction direction) const {
     return direction == Direction::read ? cmdRead_ : cmdWrite_;
 }
 
+template <class Body>
+void frmCommun::held(std::vector<Stage> stages, Body&& body) {
+    QWidget* const focused = focusWidget();
+    showAdvice({});
+    setRunning(true);
+    guards_->start(std::move(stages));
+    const safeguards::Report report = body();
+    guards_->finish(report.good);
+    setRunning(false);
+    // A session without a port leaves the light as it is.
+    imgGreen_->setBlinking(false);
+    showRestore();
+    if (focused != nullptr) {
+        focused->setFocus();
+    }
+    conclude(report);
+}
+
 void frmCommun::run(Direction direction) {
     if (running_) {
         return;
     }
-    const bool focused = startButton(direction)->hasFocus();
-    showAdvice({});
-    const std::size_t mark = modShowErr::state().entries.size();
-    setRunning(true);
-    const auto result = direction == Direction::read ? modSession::cmdRead_Click(*view_)
-                                                     : modSession::cmdWrite_Click(*view_);
-    setRunning(false);
-    listRtData_->showNow();
-    // A session without a port leaves the light as it is.
-    imgGreen_->setBlinking(false);
-    if (focused) {
-        startButton(direction)->setFocus();
-    }
-    if (result.outcome == modSession::Outcome::busy) {
+    const auto choices = guards_->choices();
+    held(safeguards::stagesOf(direction, choices), [&] {
+        return direction == Direction::read ? safeguards::read(*view_, choices)
+                                            : safeguards::write(*view_, choices);
+    });
+}
+
+void frmCommun::restore() {
+    const auto backup = backups::latestBeforeWrite();
+    if (running_ || !backup) {
         return;
     }
-    const std::span logged(modShowErr::state().entries);
-    showAdvice(sessionAdvice::adviceAfter(direction, result,
-                                          logged.subspan(std::min(mark, logged.size()))));
+    const auto question = fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)),
+                                      backup->path.filename().string());
+    // Right after a write that failed there is nothing to lose.
+    if (!restoreDue_ && !theDialogs().ask(modSoftFace::text(noticeText), question, false)) {
+        return;
+    }
+    auto choices = guards_->choices();
+    choices.backUpFirst = false;
+    auto stages = safeguards::stagesOf(Direction::write, choices);
+    stages.front() = Stage::restore;
+    held(std::move(stages), [&] { return safeguards::restore(*view_, backup->path, choices); });
+}
 
-    const bool succeeded = result.outcome == modSession::Outcome::succeeded;
-    emit sessionEnded(direction, succeeded);
+void frmCommun::conclude(const safeguards::Report& report) {
+    if (report.result.outcome == modSession::Outcome::busy) {
+        return;
+    }
+    safeguards::listDifferences(report);
+    listRtData_->showNow();
+    const std::span logged(modShowErr::state().entries);
+    showAdvice(
+        sessionAdvice::adviceAfter(report, logged.subspan(std::min(report.mark, logged.size()))));
+    restoreDue_ = !report.good && safeguards::radioChanged(report) && !report.backup.empty();
+
+    const bool succeeded = report.result.outcome == modSession::Outcome::succeeded;
+    emit sessionEnded(report.direction, succeeded);
     if (succeeded && chkShowMemDat_->isChecked()) {
         emit memDatWanted();
     }
+}
+
+/// Offers the last backup that was made before a write.
+void frmCommun::showRestore() {
+    cmdRestore_->setVisible(cmdWrite_->isVisibleTo(this));
+    const auto backup = backups::latestBeforeWrite();
+    cmdRestore_->setEnabled(!running_ && backup.has_value());
+    cmdRestore_->setToolTip(backup ? qText(fmt::format(fmt::runtime(ownText(OwnText::restoreTip)),
+                                                       backup->path.filename().string()))
+                                   : QString());
 }
 
 void frmCommun::showAdvice(const std::string& text) {
@@ -213,6 +279,7 @@ void frmCommun::setRunning(bool running) {
     running_ = running;
     ranges_->setEnabled(!running);
     cmdClose_->setEnabled(!running);
+    cmdRestore_->setEnabled(false);
 }
 
 }  // namespace k520

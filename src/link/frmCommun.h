@@ -5,8 +5,10 @@
 #include <QDialog>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "link/communView.h"
+#include "link/safeguards.h"
 
 class QCheckBox;
 class QLabel;
@@ -15,6 +17,7 @@ class QPushButton;
 
 namespace k520 {
 
+class frmCommunGuards;
 class frmCommunLight;
 class frmCommunList;
 class frmCommunRanges;
@@ -51,12 +54,19 @@ class frmCommun : public QDialog {
     void setCaptions();
     [[nodiscard]] QPushButton* startButton(Direction direction) const;
     void run(Direction direction);
+    void restore();
+    /// Runs `body`, which returns a report, with the dialog held open and still.
+    template <class Body>
+    void held(std::vector<Stage> stages, Body&& body);
+    void conclude(const safeguards::Report& report);
+    void showRestore();
     void showAdvice(const std::string& text);
     void setRunning(bool running);
 
     QPushButton* cmdRead_;
     QPushButton* cmdWrite_;
     QCheckBox* chkStopCom_;
+    frmCommunGuards* guards_;
     frmCommunLight* imgGreen_;
     QLabel* lblComStatus_;
     QLabel* lblComPercent_;
@@ -66,10 +76,13 @@ class frmCommun : public QDialog {
     frmCommunList* listRtData_;
     frmCommunRanges* ranges_;
     QCheckBox* chkShowMemDat_;
+    QPushButton* cmdRestore_;
     QPushButton* cmdClose_;
     std::unique_ptr<View> view_;
     /// From the click until everything of the session is over, its last texts included.
     bool running_ = false;
+    /// The last run has left the radio in a state that its backup would mend.
+    bool restoreDue_ = false;
 };
 
 }  // namespace k520

@@ -228,6 +228,12 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
     return run.ended(!choices.readBack || run.compareWithRadio(content.image, range));
 }
 
+bool radioChanged(const Report& report) noexcept {
+    const bool wrote = report.stage == Stage::write || report.stage == Stage::restore;
+    return report.written || (wrote && modSession::radioStateAfter(report.result) !=
+                                           modSession::RadioState::untouched);
+}
+
 void listDifferences(const Report& report) {
     for (const auto& difference : report.differences) {
         modCommun::addDataLine(imageDifferences::lineText(difference));

@@ -94,6 +94,9 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
 /// it. A file that cannot be read is `backupTrouble`, and the radio is untouched.
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
 
+/// Whether a run has changed the radio, or may have.
+[[nodiscard]] bool radioChanged(const Report& report) noexcept;
+
 /// Adds the differences of a report to the data list, one line each.
 void listDifferences(const Report& report);
 

@@ -148,12 +148,12 @@ std::string brokenOff(const Report& report, Entries logged) {
             return joined(cause, say(OwnText::imageUnchanged));
         case Stage::write:
         case Stage::restore:
-            if (report.result.outcome == Outcome::portFailed ||
-                modSession::radioStateAfter(report.result) == modSession::RadioState::untouched) {
-                return joined(cause, say(OwnText::radioUnchanged));
+            if (const auto text = joined(cause, stateLeft(Direction::write, report.result));
+                safeguards::radioChanged(report)) {
+                return withRestoreOffered(text, report);
+            } else {
+                return text;
             }
-            return withRestoreOffered(joined(cause, stateLeft(Direction::write, report.result)),
-                                      report);
         case Stage::compare:
             break;
     }

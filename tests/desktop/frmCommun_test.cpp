@@ -28,7 +28,12 @@ using testing::HasSubstr;
 
 class CommunDialog : public test::Desktop {
   protected:
-    CommunDialog() { start(); }
+    CommunDialog() {
+        start();
+        for (const auto& row : safeguards::choiceRows) {
+            safeguards::choose(row, false);
+        }
+    }
 
     void plug(SimFaults faults = {}) {
         std::vector<std::uint8_t> memory(SimRadio::memorySize, 0xFF);
@@ -90,6 +95,60 @@ TEST_F(CommunDialog, ReadsAndWritesThroughItsButtons) {
     EXPECT_EQ(failures(), std::vector<std::string>{});
     dialog.prepare(Direction::read);
     EXPECT_EQ(advice(), "");
+}
+
+TEST_F(CommunDialog, SafeguardsAreStagesAndABrokenWriteIsOneClickFromItsBackup) {
+    const auto ticked = [&](Direction direction) {
+        dialog.prepare(direction);
+        dialog.show();
+        std::string stages;
+        for (const auto& row : safeguards::choiceRows) {
+            auto& box = find<QCheckBox>(dialog, row.control.data());
+            if (box.isVisible() && !box.isChecked()) {
+                box.click();
+            }
+            stages += box.isVisible() ? "+" : "-";
+        }
+        return stages;
+    };
+    plug();
+    modIicDat::state().readRange = modIicDat::state().writeRange = {0x3F0, 0x42F};
+    EXPECT_EQ(ticked(Direction::read), "+-+");
+    EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "1. Read → 2. Read again and compare");
+    startButton(Direction::read).click();
+    EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "✓ Read → ✓ Read again and compare");
+    EXPECT_THAT(advice(), HasSubstr("Both passes agree. A copy is kept in "));
+
+    EXPECT_EQ(ticked(Direction::write), "-++");
+    auto& restore = find<QPushButton>(dialog, "cmdRestore");
+    EXPECT_FALSE(restore.isEnabled()) << "the copy of a read is no way back from a write";
+    // The backup has 2 + 4 + 1 exchanges; the write stops in its third block.
+    plug({.silentFrom = 7 + 5});
+    const std::vector before(radio->memory().begin(), radio->memory().end());
+    std::string underWay;
+    clock.onWait = [&] {
+        underWay = said(dialog, "lblStages", "accessibleName");
+        EXPECT_FALSE(restore.isEnabled() || find<QCheckBox>(dialog, "chkReadBack").isEnabled());
+    };
+    startButton(Direction::write).click();
+    clock.onWait = nullptr;
+    EXPECT_EQ(underWay, "✓ Backup → 2. Write 50 % → 3. Compare");
+    EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "✓ Backup → ✗ Write 50 % → 3. Compare");
+    EXPECT_THAT(advice(), HasSubstr("Restore puts it back."));
+    dialogs.take();
+
+    const std::vector half(radio->memory().begin(), radio->memory().end());
+    EXPECT_NE(half, before);
+    plug();
+    std::ranges::copy(half, radio->memory().begin());
+    restore.click();
+    EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "✓ Restore → ✓ Compare");
+    EXPECT_TRUE(std::ranges::equal(radio->memory(), before));
+    // Once the radio is as it was, another press may cost something, and is asked about.
+    dialogs.answers = {"ask no"};
+    restore.click();
+    EXPECT_EQ(dialogs.take().size(), 1U);
+    EXPECT_EQ(radio->counters().writes, 1U);
 }
 
 TEST_F(CommunDialog, StaysOpenAndAloneWhileASessionIsOn) {

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/frmCommunGuards.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "desktop/captions.h"
+#include "desktop/owned.h"
+#include "link/sessionAdvice.h"
+
+namespace k520 {
+
+namespace {
+
+using safeguards::choiceRows;
+using safeguards::Choices;
+
+struct BoxLook {
+    OwnText caption;
+    bool reading;  ///< whether the box concerns a read, and a write
+    bool writing;
+};
+
+// By the rows of choiceRows.
+constexpr std::array<BoxLook, choiceRows.size()> looks{{
+    {OwnText::keepCopy, true, false},
+    {OwnText::backUpFirst, false, true},
+    {OwnText::readBack, true, true},
+}};
+
+bool concerns(const BoxLook& look, Direction direction) {
+    return direction == Direction::read ? look.reading : look.writing;
+}
+
+}  // namespace
+
+frmCommunGuards::frmCommunGuards(QWidget* parent)
+    : QWidget(parent), lblStages_(ownNamed<QLabel>("lblStages", this)) {
+    auto* row = own<QHBoxLayout>();
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        const auto& choice = choiceRows[i];
+        boxes_[i] = ownNamed<QCheckBox>(choice.control.data(), this);
+        row->addWidget(boxes_[i]);
+        connect(boxes_[i], &QCheckBox::clicked, this, [this, &choice](bool on) {
+            safeguards::choose(choice, on);
+            planStages();
+        });
+    }
+    row->addStretch(1);
+    lblStages_->setTextFormat(Qt::RichText);
+    auto* column = own<QVBoxLayout>(this);
+    column->setContentsMargins({});
+    column->addLayout(row);
+    column->addWidget(lblStages_);
+}
+
+void frmCommunGuards::prepare(Direction direction) {
+    direction_ = direction;
+    const Choices stored = safeguards::chosen();
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        boxes_[i]->setChecked(stored.*choiceRows[i].member);
+        boxes_[i]->setVisible(concerns(looks[i], direction));
+    }
+    planStages();
+}
+
+void frmCommunGuards::setCaptions() {
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        captionControl(*boxes_[i], ownQText(looks[i].caption));
+    }
+}
+
+Choices frmCommunGuards::choices() const {
+    Choices choices;
+    for (std::size_t i = 0; i < boxes_.size(); ++i) {
+        choices.*choiceRows[i].member = boxes_[i]->isChecked() && concerns(looks[i], direction_);
+    }
+    return choices;
+}
+
+void frmCommunGuards::planStages() {
+    stages_ = safeguards::stagesOf(direction_, choices());
+    percents_.assign(stages_.size(), 0);
+    running_ = ended_ = good_ = false;
+    current_ = 0;
+    showStages();
+}
+
+void frmCommunGuards::start(std::vector<Stage> stages) {
+    planStages();
+    stages_ = std::move(stages);
+    percents_.assign(stages_.size(), 0);
+    running_ = true;
+    for (QCheckBox* box : boxes_) {
+        box->setEnabled(false);
+    }
+}
+
+void frmCommunGuards::beginStage(Stage stage) {
+    const auto found = std::ranges::find(stages_, stage);
+    current_ = static_cast<std::size_t>(found - stages_.begin());
+    if (found == stages_.end()) {
+        stages_.push_back(stage);
+        percents_.push_back(0);
+    }
+    showStages();
+}
+
+void frmCommunGuards::setProgress(std::int16_t percent) {
+    // At the end of its session the bar goes back to 0; the stage keeps what it has reached.
+    if (percent > 0 && current_ < percents_.size()) {
+        percents_[current_] = percent;
+        showStages();
+    }
+}
+
+void frmCommunGuards::finish(bool good) {
+    running_ = false;
+    ended_ = true;
+    good_ = good;
+    for (QCheckBox* box : boxes_) {
+        box->setEnabled(true);
+    }
+    showStages();
+}
+
+frmCommunGuards::Mark frmCommunGuards::markOf(std::size_t place) const {
+    if (!running_ && !ended_) {
+        return Mark::pending;
+    }
+    if (place != current_) {
+        return place < current_ ? Mark::done : Mark::pending;
+    }
+    return running_ ? Mark::current : good_ ? Mark::done : Mark::failed;
+}
+
+QString frmCommunGuards::textOf(std::size_t place) const {
+    const QString name = qText(sessionAdvice::stageName(direction_, stages_[place]));
+    switch (markOf(place)) {
+        case Mark::current:
+            return QStringLiteral("%1. %2 %3 %").arg(place + 1).arg(name).arg(percents_[place]);
+        case Mark::done:
+            return QStringLiteral("✓ %1").arg(name);
+        case Mark::failed:
+            return QStringLiteral("✗ %1 %2 %").arg(name).arg(percents_[place]);
+        case Mark::pending:
+            break;
+    }
+    return QStringLiteral("%1. %2").arg(place + 1).arg(name);
+}
+
+void frmCommunGuards::showStages() {
+    QStringList plain;
+    QStringList rich;
+    for (std::size_t i = 0; i < stages_.size(); ++i) {
+        const bool strong = markOf(i) == Mark::current || markOf(i) == Mark::failed;
+        plain << textOf(i);
+        rich << QString(strong ? QStringLiteral("<b>%1</b>") : QStringLiteral("%1"))
+                    .arg(plain.back().toHtmlEscaped());
+    }
+    const QString arrow = QStringLiteral(" → ");
+    lblStages_->setAccessibleName(plain.join(arrow));
+    lblStages_->setText(rich.join(QStringLiteral(" &nbsp;→&nbsp; ")));
+}
+
+}  // namespace k520
