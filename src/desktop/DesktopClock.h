@@ -7,7 +7,8 @@
 namespace k520 {
 
 /// The system's clocks; the wait serves the event queue and sleeps until the next event or the
-/// deadline. In force from its making to its end.
+/// deadline, or through the whole of a wait of a poll's length. In force from its making to its
+/// end.
 class DesktopClock : public SystemClock {
   public:
     DesktopClock();
