@@ -12,6 +12,7 @@ declare -A sets=(
         qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core fonts-noto-cjk"
     [tests]="libgtest-dev libgmock-dev xvfb openbox xdotool"
     [checks]="clang-format-14 clang-tidy-14 shellcheck"
+    [coverage]="gcovr valgrind"
     [bench]="libbenchmark-dev"
 )
 
