@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdimoduMain.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <thread>
 #include <vector>

@@ -6,7 +6,6 @@
 
 #include "channels/ChannelFixture.h"
 #include "image/datFile.h"
-#include "settings/modSysSet.h"
 #include "support/ScriptedDialogs.h"
 
 namespace k520::modFileCmd {

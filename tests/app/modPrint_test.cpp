@@ -2,12 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/modPrint.h"
 
-#include <gmock/gmock.h>
-
-#include "app/modFileCmd.h"
 #include "app/modStartUp.h"
-#include "channels/modChMem.h"
-#include "settings/optionPanel.h"
 #include "support/ProgramFolder.h"
 #include "support/ScriptedDialogs.h"
 
@@ -26,11 +21,6 @@ class Paper : public test::ProgramFolder {
         modFileCmd::NewFileSol();
         optionPanel::InitFace();
         optionPanel::InitOpt();
-    }
-    ~Paper() override {
-        modChMem::state() = {};
-        optionPanel::state() = {};
-        modFileCmd::state() = {};
     }
     test::ScriptedDialogs dialogs;
 };

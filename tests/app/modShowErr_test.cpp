@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/modShowErr.h"
 
-#include <gmock/gmock.h>
-
 #include <new>
 #include <stdexcept>
 

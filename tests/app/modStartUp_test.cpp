@@ -3,20 +3,9 @@
 #include "app/modStartUp.h"
 
 #include <fmt/format.h>
-#include <gmock/gmock.h>
 
-#include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
-#include "app/modShowErr.h"
-#include "app/modSoftFace.h"
-#include "channels/modChMem.h"
-#include "image/modIicDat.h"
-#include "link/comPorts.h"
-#include "link/modCommun.h"
-#include "memview/modMemDat.h"
-#include "settings/modSysSet.h"
+#include "support/ProgramFolder.h"
 #include "support/ScriptedDialogs.h"
-#include "support/TempFolder.h"
 
 namespace k520::modStartUp {
 namespace {
@@ -32,19 +21,8 @@ struct Variable {
     std::string old = std::getenv(name) != nullptr ? std::getenv(name) : "";
 };
 
-class StartUp : public testing::Test {
+class StartUp : public test::ProgramFolder {
   protected:
-    ~StartUp() override { forget(); }
-    static void forget() {
-        mdimoduMain::state() = {};
-        modShowErr::state() = {};
-        modIicDat::state() = {};
-        modChMem::state() = {};
-        modSysSet::state() = {};
-        modMemDat::state() = {};
-        modCommun::state() = {};
-        modFileCmd::state() = {};
-    }
     /// A start of a new process, to which the machine's own ports are no use.
     StartResult start() {
         forget();
@@ -77,7 +55,6 @@ class StartUp : public testing::Test {
     const Variable all{"LC_ALL"}, messages{"LC_MESSAGES"}, lang{"LANG"};
     const std::string defaults =
         " Times New Roman Times New Roman 宋体 ShowNo 1 210 260 0..8191 0..8191 8191";
-    test::TempFolder folder;
     test::TempFolder empty;
     std::filesystem::path home = folder.path();
     std::filesystem::path shipped = empty.path();

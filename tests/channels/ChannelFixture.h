@@ -8,8 +8,6 @@
 #include <tuple>
 #include <vector>
 
-#include "channels/modChMem.h"
-#include "channels/modModel.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::test {
@@ -25,8 +23,6 @@ class ChannelFixture : public ProgramFolder {
     static constexpr const char* blank = "|||||||";
 
     void SetUp() override {
-        modModel::state() = {};
-        modChMem::state() = {};
         mdimoduMain::state().DefColor = "#FFFFFF";
         mdimoduMain::state().OverColor = "255";
         modIicDat::sizeArrays(0x1FFF);

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/modChEdit.h"
 
-#include <gtest/gtest.h>
-
 #include "channels/ChannelFixture.h"
 #include "channels/gridCells.h"
 

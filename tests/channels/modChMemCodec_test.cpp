@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <gtest/gtest.h>
-
 #include <random>
 
 #include "channels/ChannelFixture.h"

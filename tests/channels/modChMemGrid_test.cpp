@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <gtest/gtest.h>
-
 #include "channels/ChannelFixture.h"
-#include "settings/modSysSet.h"
 
 namespace k520::modChMem {
 namespace {

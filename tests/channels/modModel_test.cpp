@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/modModel.h"
 
-#include <gtest/gtest.h>
-
 #include "channels/ChannelFixture.h"
 #include "support/ScriptedDialogs.h"
 

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "image/modIicDat.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <tuple>
 

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/comPorts.h"
 
-#include <gmock/gmock.h>
-
 #include "link/virtualPort.h"
 #include "support/ProgramFolder.h"
 #include "support/Raised.h"

@@ -2,12 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/modCommun.h"
 
-#include <gtest/gtest.h>
-
 #include <numeric>
 #include <tuple>
 
-#include "app/Clock.h"
 #include "support/ProgramFolder.h"
 #include "support/SimulatedClock.h"
 

@@ -2,20 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/modSession.h"
 
-#include <gmock/gmock.h>
-
-#include "app/mdimoduMain.h"
-#include "app/modShowErr.h"
-#include "app/modSoftFace.h"
-#include "channels/modChMem.h"
-#include "image/modIicDat.h"
-#include "link/modCommun.h"
 #include "link/virtualPort.h"
-#include "memview/modMemDat.h"
-#include "settings/modSysSet.h"
+#include "support/ProgramFolder.h"
 #include "support/ScriptedDialogs.h"
 #include "support/SimulatedClock.h"
-#include "support/TempFolder.h"
 
 namespace k520::modSession {
 namespace {
@@ -54,28 +44,14 @@ struct RecordingView : NullView {
     int abandonedAfter = 10'000;
 };
 
-class Session : public testing::Test {
+class Session : public test::ProgramFolder {
   protected:
     Session() {
-        std::int16_t english = 3;
-        modSoftFace::FillSoftFace(english);
-        mdimoduMain::state().programFolder = folder.path();
-        modShowErr::state() = {};
-        modIicDat::state() = {};
         modIicDat::sizeArrays(8191);
-        modChMem::state() = {};
-        modSysSet::state() = {};
-        modMemDat::state() = {};
         modChMem::SetChGrid();
         modMemDat::SetGridMemDat();
         modMemDat::TableFreDat();
     }
-    ~Session() override {
-        modCommun::state() = {};
-        modChMem::state() = {};
-        mdimoduMain::state() = {};
-    }
-
     void plug(SimFaults faults = {}, int baud = 1'000'000) {
         std::vector<std::uint8_t> memory(SimRadio::memorySize, 0xFF);
         for (std::size_t i = 0x200; i < memory.size(); ++i) {
@@ -92,7 +68,6 @@ class Session : public testing::Test {
                                   radio->memory().subspan(start, length));
     }
 
-    test::TempFolder folder;
     test::SimulatedClock clock;
     test::ScriptedDialogs dialogs;
     RecordingView view;

@@ -2,11 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/sessionAdvice.h"
 
-#include <gmock/gmock.h>
-
-#include "app/RuntimeError.h"
-#include "app/mdimoduMain.h"
-#include "app/modSoftFace.h"
+#include "support/ProgramFolder.h"
 
 namespace k520::sessionAdvice {
 namespace {
@@ -16,10 +12,8 @@ using modSession::Result;
 using testing::HasSubstr;
 using Entries = std::vector<modShowErr::Entry>;
 
-class SessionAdvice : public testing::Test {
+class SessionAdvice : public test::ProgramFolder {
   protected:
-    ~SessionAdvice() override { mdimoduMain::state() = {}; }
-
     static std::string in(std::int16_t language, Direction direction, const Result& result,
                           const Entries& logged) {
         modSoftFace::state().language = language;
@@ -27,12 +21,12 @@ class SessionAdvice : public testing::Test {
     }
 };
 
-Result with(Outcome outcome, std::int16_t attempts = 0, std::int16_t stepCount = 514,
-            std::int16_t steps = 0, std::optional<std::int16_t> furthest = std::nullopt) {
+Result with(Outcome outcome, std::int16_t attempts = 0, std::int16_t steps = 0,
+            std::optional<std::int16_t> furthest = std::nullopt) {
     Result result;
     result.outcome = outcome;
     result.failedAttempts = attempts;
-    result.stepCount = stepCount;
+    result.stepCount = 514;
     result.mostSteps = steps;
     result.furthestAddress = furthest;
     return result;
@@ -40,7 +34,7 @@ Result with(Outcome outcome, std::int16_t attempts = 0, std::int16_t stepCount =
 
 Result failed(std::int16_t attempts, std::int16_t steps = 0,
               std::optional<std::int16_t> furthest = std::nullopt) {
-    return with(Outcome::failed, attempts, 514, steps, furthest);
+    return with(Outcome::failed, attempts, steps, furthest);
 }
 
 Entries opening(std::int16_t number, const std::string& source) {
@@ -52,7 +46,8 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
     constexpr auto read = Direction::read;
     constexpr auto write = Direction::write;
     const Result noPort = with(Outcome::portFailed);
-    const Result noScript = with(Outcome::failed, 0, 0);
+    Result noScript = failed(0);
+    noScript.stepCount = 0;
     const Entries gone{{"modCommun->ProtocolCom", errNum::deviceIo, "/dev/x: gone"}};
     const std::tuple<Direction, Result, Entries, std::string, std::string> cases[] = {
         {read, noPort, opening(53, "/dev/x: none; ask"), "no device at the port (/dev/x).", ""},
@@ -78,7 +73,7 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
          "range cannot be used (memory image(80))",
          "004F"},
         {read, failed(2), {{"frmCommun->cmdRead_Click", 7, "much"}}, "An error ended it: much", ""},
-        {write, with(Outcome::stopped, 6, 514, 2, std::int16_t{0}), gone, "Stopped on request.",
+        {write, with(Outcome::stopped, 6, 2, std::int16_t{0}), gone, "Stopped on request.",
          "up to 000F"},
     };
     for (const auto& [direction, result, logged, cause, left] : cases) {

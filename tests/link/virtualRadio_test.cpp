@@ -2,10 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/virtualRadio.h"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
-
 #include "support/ProgramFolder.h"
 #include "support/Raised.h"
 #include "support/SimulatedClock.h"
@@ -16,7 +12,6 @@ namespace {
 /// The port "virtual".
 class VirtualRadio : public test::ProgramFolder {
   protected:
-    ~VirtualRadio() override { virtualRadio::state() = {}; }
     static std::span<std::uint8_t> memory() { return virtualRadio::state().radio->memory(); }
 
     test::SimulatedClock clock;

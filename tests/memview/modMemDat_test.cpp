@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "memview/modMemDat.h"
 
-#include <gtest/gtest.h>
-
 #include <numeric>
 #include <set>
 #include <tuple>

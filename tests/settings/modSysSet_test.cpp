@@ -3,11 +3,9 @@
 #include "settings/modSysSet.h"
 
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 
 #include <tuple>
 
-#include "settings/optionPanel.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::modSysSet {
@@ -15,11 +13,7 @@ namespace {
 
 class SysSet : public test::ProgramFolder {
   protected:
-    SysSet() {
-        modIicDat::sizeArrays(0x3FF);
-        state() = {};
-        optionPanel::state() = {};
-    }
+    SysSet() { modIicDat::sizeArrays(0x3FF); }
     void write(const std::string& lines) const { settings("[Option]\n" + lines); }
     [[nodiscard]] std::string read() const {
         return folder.read(mdimoduMain::settingsFileName).substr(9);

@@ -2,13 +2,24 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "app/mdimoduMain.h"
+#include "app/modFileCmd.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "channels/modCtdcs.h"
+#include "channels/modModel.h"
 #include "image/modIicDat.h"
+#include "link/comPorts.h"
 #include "link/modCommun.h"
+#include "link/modSession.h"
+#include "link/radioInfo.h"
+#include "link/virtualRadio.h"
+#include "memview/modMemDat.h"
+#include "settings/modSysSet.h"
+#include "settings/optionPanel.h"
 #include "support/TempFolder.h"
 
 namespace k520::test {
@@ -27,7 +38,18 @@ class ProgramFolder : public testing::Test {
         mdimoduMain::state() = {};
         modShowErr::state() = {};
         modIicDat::state() = {};
+        modChMem::state() = {};
+        modCtdcs::state() = {};
+        modModel::state() = {};
+        modSysSet::state() = {};
+        optionPanel::state() = {};
+        modMemDat::state() = {};
         modCommun::state() = {};
+        modSession::state() = {};
+        radioInfo::state() = {};
+        comPorts::state() = {};
+        virtualRadio::state() = {};
+        modFileCmd::state() = {};
     }
     /// Writes the settings file.
     void settings(const std::string& text) const {
