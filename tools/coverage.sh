@@ -14,10 +14,16 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 least_core=90 # percent of the lines outside the windows
 least_all=80  # percent of all lines
 
+# Counts of another build, and those of the listing of the tests, do not belong to this run.
+forget_counts() {
+    find build/coverage -name '*.gcda' -delete
+}
+
 packaging/packages.sh build tests coverage
 cmake --preset coverage
+forget_counts
 cmake --build --preset coverage
-find build/coverage -name '*.gcda' -delete
+forget_counts
 ctest --preset coverage --parallel "$(nproc)" "$@"
 
 # Programs that the tests start add to the counts themselves when they end.
