@@ -67,6 +67,7 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
                                  "frob",
                                  "hex @fleet.dat --to 2000",
                                  "simulate --lose 0",
+                                 "simulate --baud 9999999",
                                  "",
                                  "read -p 0 -o @fleet.dat",
                                  "set @fleet.dat",
@@ -164,15 +165,59 @@ TEST_F(Contract, BadFilesAreToldAndKept) {
     EXPECT_EQ(shorter.code, 0);
     EXPECT_THAT(shorter.err, HasSubstr("512 of 8192 bytes"));
     EXPECT_EQ(run("set @long.dat ch1.rx=446").code, 0);
-    for (const char* line : {"set @short.dat band=1", "verify -p virtual @short.dat", "new @home",
-                             "new @none/a.dat"}) {
+    run.folder.write("big.csv", std::string(17U << 20U, '\n'));
+    for (const char* line :
+         {"set @short.dat band=1", "verify -p virtual @short.dat", "new @home", "new @none/a.dat",
+          "read -p virtual -o @none/a.dat", "verify -p virtual @fleet.dat --trace @none/t",
+          "export @fleet.dat -o @none/a.csv", "import @fleet.dat @none/a.csv",
+          "import @fleet.dat @big.csv"}) {
         EXPECT_EQ(run(line).code, 1) << line;
     }
     EXPECT_EQ(run.folder.read("short.dat").size(), 0x200U);
     EXPECT_EQ(run.folder.read("long.dat").size(), 9000U);
 }
 
+TEST_F(Contract, WhatCannotBePrintedIsAFailure) {
+    std::filesystem::remove(run.file("run.out"));
+    std::filesystem::create_symlink("/dev/full", run.file("run.out"));
+    for (const char* line : {"show @fleet.dat", "hex @fleet.dat", "export @fleet.dat", "ports"}) {
+        const auto outcome = run(line);
+        EXPECT_EQ(outcome.code, 1) << line;
+        EXPECT_THAT(outcome.err, HasSubstr("stdout: No space left on device"));
+    }
+}
+
+TEST_F(Contract, TheProgramFolderIsFoundInItsOrder) {
+    const std::filesystem::path share = K520_SHARE_DIR;
+    std::filesystem::create_directory(run.file("own"));
+    std::filesystem::copy_file(K520_CLI, run.file("own/k520-cli"));
+    std::filesystem::copy_file(share / "Uninstall.exe", run.file("own/Uninstall.exe"));
+    const std::string kept = K520_CLI;
+    const std::string moved = run.file("own/k520-cli");
+    const std::string home = "HOME=" + run.file("h"), data = "XDG_DATA_HOME=" + run.file("x");
+    const std::string own = "K520_HOME=" + run.file("k");
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        // environment and program, and where a setting is written
+        {{home, kept}, "h/.local/share/k520/"},
+        {{home, data, kept}, "x/k520/"},
+        {{home, data, moved}, "own/"},
+        {{home, data, own, moved}, "k/"}};
+    for (const auto& [words, place] : cases) {
+        run.command = {"/usr/bin/env", "-i"};
+        run.command.insert(run.command.end(), words.begin(), words.end());
+        EXPECT_EQ(run("config set Setting Probe 1").code, 0) << place;
+        EXPECT_THAT(run.folder.read(std::string(place) + "Uninstall.exe"), HasSubstr("Probe=1"));
+    }
+    run.command = {K520_CLI, "--program-folder", run.file("none")};
+    EXPECT_THAT(run("ports").err, HasSubstr("does not exist; the shipped settings are used"));
+    run.command.back() = run.file("fleet.dat");
+    EXPECT_EQ(run("ports").code, 1);
+}
+
 TEST_F(Contract, CsvRoundTripAndItsRules) {
+    // A text that has to be quoted.
+    EXPECT_EQ(run({"config", "set", "ChInfo", "3404", "Nar,\"row\""}).code, 0);
+    EXPECT_THAT(run("export @fleet.dat").out, HasSubstr(",\"Nar,\"\"row\"\"\","));
     const auto before = run.folder.read("fleet.dat");
     EXPECT_EQ(run("export @fleet.dat -o @a.csv").code, 0);
     EXPECT_EQ(run("import @fleet.dat @a.csv").code, 0);
@@ -199,9 +244,13 @@ TEST_F(Contract, CsvRoundTripAndItsRules) {
 }
 
 TEST_F(Contract, DiffNamesWhatDiffersAndLeavesTheStampOut) {
-    EXPECT_EQ(set("ch1.decode=67.0 option.squelch=9 band=9 -o @b.dat").code, 0);
+    EXPECT_EQ(set("ch1.decode=67.0 ch1.Power=High ch1.Scan=Off ch2.rx= ch3.tx= option.squelch=9 "
+                  "band=9 -o @b.dat")
+                  .code,
+              0);
     auto bytes = run.folder.read("b.dat");
-    bytes[816 + 16] = '\x26';  // the stamp's year, in the moved area
+    bytes[816 + 16] = '\x26';    // the stamp's year, in the moved area
+    bytes[0x379 + 16] = '\x07';  // the model
     bytes[0x1000] = '\x12';
     run.folder.write("b.dat", bytes);
     EXPECT_EQ(run("diff @fleet.dat @fleet.dat").code, 0);
@@ -213,7 +262,12 @@ TEST_F(Contract, DiffNamesWhatDiffersAndLeavesTheStampOut) {
     for (const auto& difference : found["differences"]) {
         kinds += difference["kind"].get<std::string>() + " ";
     }
-    EXPECT_EQ(kinds, "band channel option byte ");
+    EXPECT_EQ(kinds, "model band channel channel channel channel channel option byte ");
+    const auto text = run("diff @fleet.dat @b.dat").out;
+    for (const char* row : {"decode  None *67.0", "Power *Low *High", "Scan *On *Off", "2 *rx .*-",
+                            "3 *tx .*-", "squelch *5 *9", "1000 *.. *12"}) {
+        EXPECT_THAT(text, testing::ContainsRegex(row));
+    }
 }
 
 TEST_F(Contract, SettingsThatCannotWorkAreNamed) {
@@ -248,6 +302,11 @@ TEST_F(Contract, SettingsThatCannotWorkAreNamed) {
     run.folder.write("home/Uninstall.exe", garbage);
     EXPECT_EQ(run("show @fleet.dat").code, 1);
     EXPECT_EQ(run("config get Setting COM --default 9").out, "9\n");
+    run.folder.write("home/PL220_CV.exe", "short");
+    std::filesystem::remove(run.home() / "Uninstall.exe");
+    EXPECT_THAT(run("new @fleet.dat").err, HasSubstr("holds 5 of 8192 bytes"));
+    std::filesystem::create_directory(run.home() / "Uninstall.exe");
+    EXPECT_THAT(run("show @fleet.dat").err, HasSubstr("the settings cannot be read"));
 }
 
 }  // namespace
