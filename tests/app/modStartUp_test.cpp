@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 
 #include "support/ProgramFolder.h"
-#include "support/ScriptedDialogs.h"
 
 namespace k520::modStartUp {
 namespace {

@@ -2,12 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <algorithm>
-#include <array>
-#include <string>
-#include <tuple>
-#include <vector>
-
 #include "support/ProgramFolder.h"
 
 namespace k520::test {

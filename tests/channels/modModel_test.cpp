@@ -3,7 +3,6 @@
 #include "channels/modModel.h"
 
 #include "channels/ChannelFixture.h"
-#include "support/ScriptedDialogs.h"
 
 namespace k520::modModel {
 namespace {

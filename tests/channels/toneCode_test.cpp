@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "channels/toneCode.h"
-
 #include <gtest/gtest.h>
-
+#include <algorithm>
 #include <tuple>
 
+#include "app/mdimoduMain.h"
+#include "channels/modCtdcs.h"
 #include "support/Raised.h"
 
-namespace k520::toneCode {
+namespace k520 {
 namespace {
+
+using namespace modCtdcs;
+using namespace toneCode;
 
 constexpr const char* off = "None";
 
@@ -59,5 +62,31 @@ TEST(ToneCode, WhatAPersonTypes) {
     }
 }
 
+TEST(Ctdcs, TablesOfEveryLanguage) {
+    const std::pair<std::int16_t, const char*> cases[] = {
+        {1, "无"}, {2, "無"}, {9, "None"}, {0, "None"}, {3, "None"}};
+    for (const auto& [language, none] : cases) {
+        mdimoduMain::state().Language = language;
+        GenCtdcsList();
+        mdimoduMain::state().Language = 2;  // later changes do not count
+        const State& s = state();
+        EXPECT_EQ(s.CtdcsOffText, none);
+        EXPECT_TRUE(s.CtdcsList.starts_with(none + std::string("|67.0|69.3|")));
+        EXPECT_TRUE(s.CtdcsList.ends_with("|D743I|D754I"));
+        EXPECT_EQ(std::ranges::count(s.CtdcsList, '|'), 260);
+        EXPECT_TRUE(std::ranges::equal(s.cboGridChCtdcs, s.CtdcsText));
+        for (std::size_t i = 0; i < s.CtdcsText.size(); ++i) {
+            EXPECT_EQ(s.CtdcsIicDat[i].size(), 4U);
+            EXPECT_EQ(std::stoi(s.CtdcsIicDat[i], nullptr, 16), toneWord(s.CtdcsText[i], none));
+            EXPECT_EQ(toneIndexOf(s.CtdcsText[i]), static_cast<int>(i));
+        }
+    }
+    const std::pair<const char*, int> places[] = {{"67.0", 1},    {"254.1", 50},  {"D023N", 51},
+                                                  {"D754N", 155}, {"D023I", 156}, {"D754I", 260}};
+    for (const auto& [text, index] : places) {
+        EXPECT_EQ(toneIndexOf(text), index);
+    }
+}
+
 }  // namespace
-}  // namespace k520::toneCode
+}  // namespace k520

@@ -4,7 +4,6 @@
 
 #include "link/virtualPort.h"
 #include "support/ProgramFolder.h"
-#include "support/Raised.h"
 
 namespace k520::comPorts {
 namespace {

@@ -3,10 +3,8 @@
 #include "link/modCommun.h"
 
 #include <numeric>
-#include <tuple>
 
 #include "support/ProgramFolder.h"
-#include "support/SimulatedClock.h"
 
 namespace k520::modCommun {
 namespace {

@@ -4,8 +4,6 @@
 
 #include "link/virtualPort.h"
 #include "support/ProgramFolder.h"
-#include "support/ScriptedDialogs.h"
-#include "support/SimulatedClock.h"
 
 namespace k520::modSession {
 namespace {

@@ -4,7 +4,6 @@
 
 #include <numeric>
 #include <set>
-#include <tuple>
 
 #include "support/ProgramFolder.h"
 

@@ -4,6 +4,11 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <functional>
+#include <tuple>
+#include <vector>
+
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
 #include "app/modShowErr.h"
@@ -20,6 +25,9 @@
 #include "memview/modMemDat.h"
 #include "settings/modSysSet.h"
 #include "settings/optionPanel.h"
+#include "support/Raised.h"
+#include "support/ScriptedDialogs.h"
+#include "support/SimulatedClock.h"
 #include "support/TempFolder.h"
 
 namespace k520::test {

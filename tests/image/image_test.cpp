@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "image/modIicDat.h"
+#include <random>
 
-#include <algorithm>
-#include <tuple>
-
+#include "app/Files.h"
+#include "image/datFile.h"
 #include "image/stamp.h"
 #include "support/ProgramFolder.h"
 
@@ -70,6 +69,55 @@ TEST_F(Image, StampHasItsOddForm) {
         EXPECT_FALSE(stamp::read(changed)) << address << " = " << int{value};
     }
     EXPECT_FALSE(stamp::read(MemoryImage(820)));
+}
+
+MemoryImage randomImage(std::size_t size, unsigned seed) {
+    MemoryImage image(size);
+    std::ranges::generate(image.bytes(), std::minstd_rand(seed + 1));
+    return image;
+}
+
+TEST_F(Image, SavedBytesStandWhereTheFormatPutsThemAndALongerFilesTailStays) {
+    const auto path = folder.write("a.dat", std::string(9000, 'x'));
+    const MemoryImage original = randomImage(8192, 1);
+    MemoryImage image = original;
+    datFile::save(path, image);
+    const auto file = files::read(path, 10000).bytes;
+    ASSERT_EQ(file.size(), 9000U);
+    for (std::ptrdiff_t i = 0; i < 9000; ++i) {
+        const bool moved = i >= 0x20 && i < 0x410;
+        const int expected = i >= 8192               ? 'x'
+                             : i >= 0x10 && i < 0x20 ? 0xFF
+                                                     : original(moved ? i - 0x10 : i);
+        ASSERT_EQ(file[static_cast<std::size_t>(i)], expected) << "file offset " << i;
+    }
+}
+
+TEST_F(Image, SaveThenOpenGivesUpSixteenBytesAndNoOther) {
+    for (const std::size_t size : {std::size_t{1040}, std::size_t{2048}, std::size_t{8192}}) {
+        MemoryImage expected = randomImage(size, 2);
+        MemoryImage saved = expected;
+        datFile::save(folder / "a.dat", saved);
+        MemoryImage opened(size);
+        EXPECT_EQ(datFile::load(folder / "a.dat", opened), size);
+        std::ranges::copy(expected.bytes().subspan(0x3F0, datFile::lostCount),
+                          &expected(datFile::lostAddress));
+        EXPECT_EQ(opened, expected);
+        EXPECT_EQ(saved, expected) << "the image in memory and a reopened one are the same";
+    }
+}
+
+TEST_F(Image, FailuresLeaveImageAndFile) {
+    MemoryImage image = randomImage(8192, 4);
+    const MemoryImage before = image;
+    EXPECT_THROW((void)datFile::load(folder / "missing.dat", image), RuntimeError);
+    EXPECT_THROW((void)datFile::load(folder.path(), image), RuntimeError);
+    EXPECT_THROW(datFile::save(folder / "none" / "a.dat", image), RuntimeError);
+    EXPECT_EQ(image, before);
+
+    MemoryImage tooShort(datFile::leastDatNum);
+    EXPECT_THROW(datFile::save(folder / "b.dat", tooShort), RuntimeError);
+    EXPECT_FALSE(std::filesystem::exists(folder / "b.dat"));
 }
 
 }  // namespace
