@@ -3,33 +3,17 @@
 #pragma once
 
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 
-#include <QApplication>
+#include <QAbstractItemModelTester>
+#include <QSignalSpy>
 #include <QTest>
-#include <functional>
-#include <string>
+#include <QtWidgets>
 
-#include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
-#include "app/modShowErr.h"
+#include "app/Files.h"
+#include "app/mdifrmMain.h"
 #include "app/modStartUp.h"
-#include "channels/modChMem.h"
-#include "channels/modCtdcs.h"
-#include "channels/modModel.h"
 #include "desktop/qtText.h"
-#include "image/modIicDat.h"
-#include "link/comPorts.h"
-#include "link/modCommun.h"
-#include "link/modSession.h"
-#include "link/radioInfo.h"
-#include "link/virtualRadio.h"
-#include "memview/modMemDat.h"
-#include "settings/modSysSet.h"
-#include "settings/optionPanel.h"
-#include "support/ScriptedDialogs.h"
-#include "support/SimulatedClock.h"
-#include "support/TempFolder.h"
+#include "support/ProgramFolder.h"
 
 namespace k520::test {
 
@@ -47,27 +31,22 @@ class EventClock : public SimulatedClock {
     std::function<void()> onWait;
 };
 
-/// The core as a new process has it, in a program folder of its own with the shipped settings, in
-/// which every port is the simulated radio. Windows are made by the tests.
-class Desktop : public testing::Test {
+/// The shipped settings, but every port is the simulated radio. Windows are made by the tests.
+class Desktop : public ProgramFolder {
   protected:
-    Desktop() { forget(); }
-    ~Desktop() override { forget(); }
-
     /// The start-up without windows. Lines of section "Setting" go in front of the shipped ones.
     void start(int language = mdimoduMain::languageEnglish, const std::string& settings = {}) {
         writeSettings(language, settings);
         ASSERT_EQ(modStartUp::Form_Load(), modStartUp::StartResult::running);
     }
     void writeSettings(int language, const std::string& settings = {}) {
-        TempFolder shipped;
-        std::filesystem::copy_file(std::filesystem::path(K520_SHARE_DIR) / "Uninstall.exe",
-                                   shipped / "Uninstall.exe");
+        const auto shipped =
+            files::read(std::filesystem::path(K520_SHARE_DIR) / "Uninstall.exe", 1'000'000).bytes;
         std::string ports;
         for (int n = comPorts::firstPort; n <= comPorts::lastPort; ++n) {
             ports += fmt::format("COM{}=virtual\n", n);
         }
-        std::string text = shipped.read("Uninstall.exe");
+        std::string text(shipped.begin(), shipped.end());
         // Of two equal keys the first wins, and of two equal sections too.
         const auto putFirst = [&](const std::string& section, const std::string& lines) {
             text.insert(text.find(section) + section.size(), lines);
@@ -77,23 +56,6 @@ class Desktop : public testing::Test {
         folder.write("Uninstall.exe", text);
         mdimoduMain::state().programFolder = folder.path();
         mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
-    }
-    static void forget() {
-        mdimoduMain::state() = {};
-        modShowErr::state() = {};
-        modIicDat::state() = {};
-        modChMem::state() = {};
-        modCtdcs::state() = {};
-        modModel::state() = {};
-        modSysSet::state() = {};
-        optionPanel::state() = {};
-        modMemDat::state() = {};
-        modCommun::state() = {};
-        modSession::state() = {};
-        radioInfo::state() = {};
-        comPorts::state() = {};
-        virtualRadio::state() = {};
-        modFileCmd::state() = {};
     }
     /// Serves events until something holds; false when it does not after a great many rounds.
     static bool served(const std::function<bool()>& holds) {
@@ -126,9 +88,26 @@ class Desktop : public testing::Test {
         return all;
     }
 
-    TempFolder folder;
     EventClock clock;
     ScriptedDialogs dialogs;
+};
+
+/// The whole program in its main window.
+class MainWindow : public Desktop {
+  protected:
+    void open(int language = mdimoduMain::languageEnglish, const std::string& settings = {}) {
+        writeSettings(language, settings);
+        main = std::make_unique<mdifrmMain>();
+        ASSERT_EQ(main->Form_Load(), modStartUp::StartResult::running);
+        main->show();
+        main->activateWindow();
+        QApplication::processEvents();
+    }
+    ~MainWindow() override { main.reset(); }
+
+    QAction& action(const char* name) { return *main->findChild<QAction*>(QLatin1String(name)); }
+
+    std::unique_ptr<mdifrmMain> main;
 };
 
 }  // namespace k520::test

@@ -2,16 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/frmChGrid.h"
 
-#include <QAbstractItemView>
-#include <QClipboard>
-#include <QComboBox>
-#include <QCompleter>
-#include <QContextMenuEvent>
-#include <QHeaderView>
-#include <QKeySequence>
-#include <QLineEdit>
-#include <QMenu>
-
 #include "desktop/CellGridModel.h"
 #include "desktop/Desktop.h"
 

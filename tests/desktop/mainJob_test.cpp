@@ -1,20 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <gmock/gmock.h>
 
-#include <QAbstractItemView>
-#include <QComboBox>
-#include <QDialog>
-#include <QMenu>
-#include <QPushButton>
-#include <QTableView>
 #include <random>
 #include <span>
 
-#include "app/modSoftFace.h"
 #include "channels/modChEdit.h"
-#include "desktop/MainWindow.h"
-#include "desktop/qtText.h"
+#include "desktop/Desktop.h"
 #include "image/datFile.h"
 
 namespace k520 {
@@ -130,22 +121,22 @@ TEST_F(MainJob, AFileThatCouldNotBeSavedIsToldInTheStatusBar) {
     dialogs.take();
 }
 
-/// Answers whatever is asked, by dice.
-class CarelessUser : public Dialogs {
+/// Answers whatever is asked, by dice; no box is expected.
+class CarelessUser : public test::ScriptedDialogs {
   public:
-    explicit CarelessUser(const test::TempFolder& folder) : folder_(folder) { setDialogs(this); }
-    ~CarelessUser() override { setDialogs(nullptr); }
+    explicit CarelessUser(const test::TempFolder& folder) : folder_(folder) {}
     int roll(int sides) { return std::uniform_int_distribution(0, sides - 1)(dice_); }
+    template <class T, std::size_t N>
+    const T& oneOf(const T (&choices)[N]) {
+        return choices[static_cast<std::size_t>(roll(N))];
+    }
 
     bool ask(const std::string& /*title*/, const std::string& text, bool /*usual*/) override {
         return text != modSoftFace::text(73) && roll(2) == 0;
     }
-    void tell(BoxIcon icon, const std::string& /*title*/, const std::string& text) override {
-        boxes.push_back(std::to_string(static_cast<int>(icon)) + text);
-    }
-    std::string openFile(const FileChoice& /*choice*/) override {
-        const auto path = folder_ / ("f" + std::to_string(roll(3)) + ".dat");
-        return std::filesystem::exists(path) ? path.string() : "";
+    std::string openFile(const FileChoice& choice) override {
+        const std::string path = saveFile(choice);
+        return std::filesystem::exists(path) ? path : "";
     }
     std::string saveFile(const FileChoice& /*choice*/) override {
         return folder_ / ("f" + std::to_string(roll(3)) + ".dat");
@@ -156,8 +147,6 @@ class CarelessUser : public Dialogs {
     void openDocument(const std::string& /*path*/) override {}
     void print(const std::string& html) override { EXPECT_FALSE(html.empty()); }
 
-    std::vector<std::string> boxes;
-
   private:
     const test::TempFolder& folder_;
     std::mt19937 dice_{20261121};
@@ -166,7 +155,7 @@ class CarelessUser : public Dialogs {
 class RandomActions : public MainJob {
   public:
     void press() {
-        static constexpr int keys[] = {
+        static constexpr Qt::Key keys[] = {
             Qt::Key_1,    Qt::Key_4,      Qt::Key_6,      Qt::Key_Period, Qt::Key_D,
             Qt::Key_8,    Qt::Key_Return, Qt::Key_Tab,    Qt::Key_Delete, Qt::Key_F2,
             Qt::Key_Down, Qt::Key_Up,     Qt::Key_Right,  Qt::Key_Left,   Qt::Key_Escape,
@@ -176,7 +165,7 @@ class RandomActions : public MainJob {
             target = &find<QTableView>(*main, "vsfgGridCh");
             target->setFocus();
         }
-        QTest::keyClick(target, static_cast<Qt::Key>(keys[user.roll(std::size(keys))]));
+        QTest::keyClick(target, user.oneOf(keys));
     }
     void click() {
         auto& grid = find<QTableView>(*main, "vsfgGridCh");
@@ -196,7 +185,7 @@ class RandomActions : public MainJob {
         static constexpr const char* items[] = {
             "mnuNew",  "mnuOpen",   "mnuSave",   "mnuSaveAs", "mnuHelp",    "mnuOptFeature",
             "mnuExit", "mnuLockCh", "mnuLockCh", "mnuPrint",  "mnuShowErr", "mnuShowTree"};
-        if (auto* item = main->findChild<QAction*>(QLatin1String(items[user.roll(12)]))) {
+        if (auto* item = main->findChild<QAction*>(QLatin1String(user.oneOf(items)))) {
             item->trigger();
         }
     }
@@ -206,12 +195,12 @@ class RandomActions : public MainJob {
         const std::function<void()> commands[] = {
             [&] { modChEdit::openChannel(row); }, [] { modChMem::mnuDelOne_Click(); },
             [] { modChMem::mnuDelAll_Click(); }, [&] { modChEdit::saveAsDefault(row); }};
-        const auto chosen = static_cast<std::size_t>(user.roll(4));
-        if (menu.at(chosen).enabled) {
-            commands[chosen]();
+        const auto& command = user.oneOf(commands);
+        if (menu.at(static_cast<std::size_t>(&command - commands)).enabled) {
+            command();
         }
     }
-    void showSomeWindow() {
+    void showWindow() {
         static constexpr const char* keys[] = {"RadioInfo", "ChInfo", "SysSet", "Radio"};
         const int chosen = user.roll(5);
         chosen == 4 ? main->showMemDat() : main->showWindow(QLatin1String(keys[chosen]));
@@ -227,31 +216,22 @@ TEST_F(RandomActions, ThreeHundredOfThemLeaveNoFailureBehind) {
     // Sessions over a part of the memory, as they are one action in fifteen.
     open(3, "ReadEndAddr=03FF\nWriteEndAddr=03FF\n");
     setDialogs(&user);
-    using Action = void (RandomActions::*)();
-    const Action actions[] = {&RandomActions::press,
-                              &RandomActions::press,
-                              &RandomActions::press,
-                              &RandomActions::press,
-                              &RandomActions::press,
-                              &RandomActions::press,
-                              &RandomActions::click,
-                              &RandomActions::click,
-                              &RandomActions::chooseInAList,
-                              &RandomActions::chooseInAList,
-                              &RandomActions::command,
-                              &RandomActions::channelCommand,
-                              &RandomActions::channelCommand,
-                              &RandomActions::showSomeWindow,
-                              &RandomActions::run};
+    using Me = RandomActions;
+    static constexpr void (Me::*actions[])() = {&Me::press,          &Me::press,
+                                                &Me::press,          &Me::press,
+                                                &Me::press,          &Me::press,
+                                                &Me::click,          &Me::click,
+                                                &Me::chooseInAList,  &Me::run,
+                                                &Me::chooseInAList,  &Me::command,
+                                                &Me::channelCommand, &Me::channelCommand,
+                                                &Me::showWindow};
     for (int i = 0; i < 300; ++i) {
         SCOPED_TRACE(i);
-        const auto chosen = static_cast<std::size_t>(user.roll(std::size(actions)));
-        (this->*actions[chosen])();
+        (this->*user.oneOf(actions))();
         QApplication::processEvents();
-        ASSERT_THAT(failures(), IsEmpty()) << "after action of kind " << chosen;
+        ASSERT_THAT(failures(), IsEmpty());
         ASSERT_TRUE(main->isVisible());
     }
-    EXPECT_THAT(user.boxes, IsEmpty());
     // What the tables hold can be stored and comes back the same. An empty channel has its default
     // parameters then.
     modChMem::SetConvIicDat();

@@ -2,20 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdifrmMain.h"
 
-#include <gmock/gmock.h>
-
-#include <QAction>
-#include <QDialog>
-#include <QLabel>
-#include <QMdiArea>
-#include <QMdiSubWindow>
-#include <QMenuBar>
-#include <QPushButton>
-#include <QToolBar>
-#include <QToolButton>
-
-#include "desktop/MainWindow.h"
-#include "desktop/qtText.h"
+#include "desktop/Desktop.h"
 
 namespace k520 {
 namespace {
@@ -73,6 +60,9 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
         EXPECT_EQ(panel("panFile"), face.filePanel + (folder / "Data" / "Untitled.dat").string());
         EXPECT_EQ(panel("panTime"), "2026-11-21 13:05:09");
         EXPECT_TRUE(action(("mnuLangSel" + std::to_string(face.language - 1)).c_str()).isChecked());
+        EXPECT_FALSE(main->windowFlags() &
+                     (Qt::WindowMaximizeButtonHint | Qt::WindowMinimizeButtonHint));
+        EXPECT_TRUE(main->windowFlags() & Qt::WindowCloseButtonHint);
         EXPECT_THAT(failures(), IsEmpty());
         for (const QAction* item : main->findChildren<QAction*>()) {
             const bool ours = item->objectName().startsWith(QLatin1String("mnu"));
@@ -84,15 +74,7 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
     }
 }
 
-TEST_F(MainWindow, CannotBeMaximised) {
-    open();
-    EXPECT_FALSE(main->windowFlags() &
-                 (Qt::WindowMaximizeButtonHint | Qt::WindowMinimizeButtonHint));
-    EXPECT_TRUE(main->windowFlags() & Qt::WindowCloseButtonHint);
-}
-
 TEST_F(MainWindow, TheVeryFirstStartOnlyLeavesItsMark) {
-    mdimoduMain::state().programFolder = folder.path();
     main = std::make_unique<mdifrmMain>();
     EXPECT_EQ(main->Form_Load(), modStartUp::StartResult::quit);
     EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("FirRun=1"));

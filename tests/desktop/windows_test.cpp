@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <QAbstractButton>
-#include <QLabel>
-#include <memory>
-
+#include "app/Guard.h"
+#include "app/frmShowErr.h"
 #include "app/frmTreeView.h"
 #include "channels/frmChMem.h"
 #include "channels/frmCustomFre.h"
+#include "desktop/CellGridModel.h"
 #include "desktop/Desktop.h"
+#include "desktop/DesktopClock.h"
+#include "desktop/LineListModel.h"
+#include "desktop/icons.h"
 #include "link/frmCommun.h"
 #include "link/frmRadioInfo.h"
 #include "link/frmToolCom.h"
@@ -16,6 +18,9 @@
 
 namespace k520 {
 namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
 
 template <class Window>
 std::unique_ptr<QWidget> make() {
@@ -90,6 +95,264 @@ TEST_F(Windows, SpeakTheLanguageAndNameTheirControlsWithoutOne) {
         }
         EXPECT_EQ(failures(), std::vector<std::string>{});
     }
+}
+
+constexpr auto strict = QAbstractItemModelTester::FailureReportingMode::Fatal;
+
+TEST(CellGridModel, ShowsTheGridWithItsTitlesAsHeaders) {
+    CellGrid grid;
+    grid.reset(3, 4);
+    CellGridModel model(grid, {.tip = [](int row, int) { return QString::number(row); }}, nullptr);
+    const QAbstractItemModelTester tester(&model, strict);
+    grid.setText(0, 2, "Two");
+    grid.setText(2, 0, "二");
+    grid.setText(1, 3, "x");
+    grid.setBackground(1, 3, Colour{250, 240, 0});
+    grid.setBackground(1, 1, Colour{10, 0, 200});
+    EXPECT_EQ(model.rowCount() * 10 + model.columnCount(), 23);
+    EXPECT_EQ(model.headerData(1, Qt::Horizontal, Qt::DisplayRole), QStringLiteral("Two"));
+    EXPECT_EQ(model.headerData(1, Qt::Vertical, Qt::DisplayRole), qText("二"));
+    const std::tuple<int, int, int, QVariant> cases[] = {
+        {1, 3, Qt::DisplayRole, QStringLiteral("x")},
+        {1, 3, Qt::BackgroundRole, QColor(250, 240, 0)},
+        {1, 3, Qt::ForegroundRole, QColor(Qt::black)},
+        {1, 1, Qt::ForegroundRole, QColor(Qt::white)},
+        {2, 1, Qt::BackgroundRole, {}},
+        {2, 1, Qt::ToolTipRole, QStringLiteral("2")}};
+    for (const auto& [row, column, role, value] : cases) {
+        EXPECT_EQ(model.data(model.indexOf(row, column), role), value) << role;
+    }
+    EXPECT_FALSE(model.indexOf(0, 1).isValid() || model.indexOf(3, 1).isValid());
+}
+
+TEST(CellGridModel, ManyChangesReachTheViewsTogether) {
+    CellGrid grid;
+    grid.reset(10, 10);
+    CellGridModel model(grid, {}, nullptr);
+    QSignalSpy cells(&model, &CellGridModel::dataChanged);
+    QSignalSpy titles(&model, &CellGridModel::headerDataChanged);
+    grid.setText(2, 3, "a");
+    grid.setText(7, 5, "b");
+    EXPECT_EQ(cells.count(), 0);
+    QApplication::processEvents();
+    ASSERT_EQ(cells.count(), 1);
+    EXPECT_EQ(cells[0][0].toModelIndex(), model.indexOf(2, 3));
+    EXPECT_EQ(cells[0][1].toModelIndex(), model.indexOf(7, 5));
+    EXPECT_EQ(titles.count(), 0);
+    grid.setText(0, 4, "title");
+    QApplication::processEvents();
+    EXPECT_EQ(titles.count(), 1);
+    // A change of a cell that is gone when the views are told.
+    grid.setText(9, 9, "gone");
+    grid.reset(2, 2);
+    QApplication::processEvents();
+    EXPECT_EQ(cells.count(), 1);
+    EXPECT_EQ(model.rowCount(), 1);
+}
+
+TEST(CellGridModel, EditsGoThroughTheRules) {
+    CellGrid grid;
+    grid.reset(3, 3);
+    CellGridModel model(grid,
+                        {.mayEdit = [](int row, int) { return row == 2; },
+                         .edited =
+                             [&](int row, int column, const QString& text) {
+                                 grid.setText(row, column, stdText(text));
+                                 return text.size() == 1;
+                             }},
+                        nullptr);
+    EXPECT_FALSE(model.flags(model.indexOf(1, 1)) & Qt::ItemIsEditable);
+    EXPECT_TRUE(model.flags(model.indexOf(2, 1)) & Qt::ItemIsEditable);
+    EXPECT_TRUE(model.setData(model.indexOf(2, 1), QStringLiteral("q"), Qt::EditRole));
+    EXPECT_FALSE(model.setData(model.indexOf(2, 2), QStringLiteral("qq"), Qt::EditRole));
+    EXPECT_FALSE(model.setData(model.indexOf(2, 1), QStringLiteral("z"), Qt::DisplayRole));
+    EXPECT_EQ(grid.text(2, 1) + grid.text(2, 2), "qqq");
+}
+
+TEST(LineListModel, FollowsItsList) {
+    LineList list;
+    list.insertSelected(0, "first");
+    LineListModel model(list, nullptr);
+    const QAbstractItemModelTester tester(&model, strict);
+    QModelIndex selected;
+    QObject::connect(&model, &LineListModel::lineSelected,
+                     [&](const QModelIndex& index) { selected = index; });
+    list.insertSelected(1, "第二");
+    list.insertSelected(0, "zeroth");
+    EXPECT_EQ(model.rowCount(), 3);
+    EXPECT_EQ(selected, model.index(0));
+    EXPECT_EQ(model.data(model.index(2), Qt::DisplayRole), qText("第二"));
+    list.clear();
+    EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST(OwnTexts, EveryOneHasBothLanguages) {
+    for (int i = 0; i < static_cast<int>(OwnText::last_); ++i) {
+        SCOPED_TRACE(i);
+        modSoftFace::state().language = mdimoduMain::languageChinese;
+        const std::string chinese = ownText(static_cast<OwnText>(i));
+        modSoftFace::state().language = mdimoduMain::languageTraditional;
+        const std::string english = ownText(static_cast<OwnText>(i));
+        EXPECT_FALSE(chinese.empty() || english.empty());
+        EXPECT_EQ(chinese.find('&') == std::string::npos, english.find('&') == std::string::npos);
+    }
+}
+
+TEST(Icons, AreDrawnInTheColourOfThePalette) {
+    const QPalette before = QApplication::palette();
+    const QIcon icon = icons::line(QStringLiteral("file-open"));
+    for (const QColor colour : {QColor(Qt::white), QColor(20, 30, 40)}) {
+        QPalette palette = before;
+        palette.setColor(QPalette::Active, QPalette::WindowText, colour);
+        QApplication::setPalette(palette);
+        const QImage image = icon.pixmap(48).toImage().convertToFormat(QImage::Format_ARGB32);
+        int opaque = 0;
+        for (int i = 0; i < image.width() * image.height(); ++i) {
+            const QColor pixel = image.pixelColor(i % image.width(), i / image.width());
+            opaque += pixel.alpha() == 255 ? 1 : 0;
+            EXPECT_TRUE(pixel.alpha() < 255 || pixel.rgb() == colour.rgb());
+        }
+        EXPECT_GT(opaque, 20);
+    }
+    QApplication::setPalette(before);
+}
+
+// The events of the wait come from a timer, so this test alone takes some real milliseconds.
+TEST(DesktopClock, ServesEventsAndNeverReturnsEarly) {
+    DesktopClock desktop;
+    for (const int wait : {0, 300, 1000, 1500, 4200}) {
+        int served = 0;
+        QMetaObject::invokeMethod(
+            qApp, [&] { ++served; }, Qt::QueuedConnection);
+        const auto deadline = theClock().now() + Clock::Microseconds(wait);
+        theClock().waitUntil(deadline);
+        EXPECT_GE(theClock().now(), deadline);
+        EXPECT_EQ(served, 1);
+    }
+    // A wait inside an event of a wait keeps neither from its end.
+    QMetaObject::invokeMethod(
+        qApp, [&] { theClock().waitUntil(theClock().now() + Clock::Microseconds(2000)); },
+        Qt::QueuedConnection);
+    theClock().waitUntil(theClock().now() + Clock::Microseconds(1000));
+}
+
+class ShowErr : public test::Desktop {
+  protected:
+    static void fail(const char* label) {
+        guarded(label, [] { throw RuntimeError(errNum::subscript, "array"); });
+    }
+    static std::string line(int row) {
+        return modShowErr::state().listShowErr.lines()[static_cast<std::size_t>(row)];
+    }
+};
+
+TEST_F(ShowErr, ShowsWhatFailedBeforeAndAfterItWasMade) {
+    start();
+    {
+        const frmShowErr early;
+        for (const bool empty : {true, false}) {
+            EXPECT_EQ(find<QLabel>(early, "lblEmpty").isVisibleTo(&early), empty);
+            EXPECT_EQ(find<QPushButton>(early, "cmdCopyAll").isEnabled(), !empty);
+            fail("early->one");
+        }
+        EXPECT_FALSE(early.isVisible());
+    }
+    const frmShowErr window;
+    const auto& list = find<QListView>(window, "listShowErr");
+    EXPECT_EQ(list.currentIndex().row(), 3);
+    fail("late->two");
+    EXPECT_TRUE(list.selectionModel()->isRowSelected(5));
+    for (int row = 0; row < 6; ++row) {
+        EXPECT_EQ(stdText(list.model()->index(row, 0).data().toString()), line(row));
+    }
+}
+
+TEST_F(ShowErr, CopiesTheSelectedLinesOrAll) {
+    start();
+    frmShowErr window;
+    fail("a->0");
+    fail("b->2");
+    auto& list = find<QListView>(window, "listShowErr");
+    list.setFocus();
+    ASSERT_TRUE(showActive(window));
+    const auto copied = [&](bool byKey) {
+        QApplication::clipboard()->clear();
+        if (byKey) {
+            QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
+        } else {
+            find<QPushButton>(window, "cmdCopyAll").click();
+        }
+        return stdText(QApplication::clipboard()->text());
+    };
+    const std::string all = fmt::format("{}\n{}\n{}\n{}", line(0), line(1), line(2), line(3));
+    // Line 3 is selected already: what comes later in the selection still comes in its place.
+    list.selectionModel()->select(list.model()->index(1, 0), QItemSelectionModel::Select);
+    EXPECT_EQ(copied(true), line(1) + "\n" + line(3));
+    EXPECT_EQ(copied(false), all);
+    list.clearSelection();
+    EXPECT_EQ(copied(true), all);
+}
+
+TEST_F(ShowErr, ALongLineScrollsAndIsItsOwnTip) {
+    start();
+    frmShowErr window;
+    window.resize(300, 150);
+    window.show();
+    fail("module<b>->procedure");
+    auto& list = find<QListView>(window, "listShowErr");
+    QApplication::processEvents();
+    EXPECT_GT(list.horizontalScrollBar()->maximum(), 0);
+    const QPoint at = list.visualRect(list.model()->index(1, 0)).center();
+    QHelpEvent help(QEvent::ToolTip, at, list.viewport()->mapToGlobal(at));
+    QApplication::sendEvent(list.viewport(), &help);
+    EXPECT_THAT(stdText(QToolTip::text()),
+                AllOf(HasSubstr("module&lt;b&gt;-&gt;"), HasSubstr("数组索引超出范围")));
+}
+
+using TreeView = test::Desktop;
+
+TEST_F(TreeView, HasItsNodesInEveryLanguage) {
+    for (const auto& [language, texts] :
+         {std::pair(1, "Norvik-K520|本机信息|信道信息|整机设置|"),
+          {2, "||||"},
+          {3, "ZEV-K520|Radio Info|Channel Info|Optional Features|"}}) {
+        forget();
+        start(language);
+        frmTreeView window;
+        window.InitRadioSet();
+        auto& tree = find<QTreeWidget>(window, "treevMain");
+        EXPECT_EQ(tree.topLevelItemCount(), 1);
+        std::string all;
+        for (QTreeWidgetItemIterator node(&tree); *node; ++node) {
+            all += stdText((*node)->text(0)) + "|";
+            EXPECT_FALSE((*node)->data(0, Qt::AccessibleTextRole).toString().isEmpty());
+        }
+        EXPECT_EQ(all, texts);
+    }
+}
+
+TEST_F(TreeView, AClickOrReturnOnAChildAsksForItsWindow) {
+    start();
+    frmTreeView window;
+    window.resize(240, 240);
+    window.show();
+    std::vector<std::string> wanted;
+    QObject::connect(&window, &frmTreeView::windowWanted,
+                     [&](const QString& key) { wanted.push_back(stdText(key)); });
+    auto& tree = find<QTreeWidget>(window, "treevMain");
+    QTreeWidgetItem* root = tree.topLevelItem(0);
+    for (auto* item : {root->child(2), root->child(0), root}) {
+        QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, tree.visualItemRect(item).center());
+    }
+    for (const Qt::Key key :
+         {Qt::Key_Return, Qt::Key_Down, Qt::Key_Return, Qt::Key_Down, Qt::Key_Enter}) {
+        QTest::keyClick(&tree, key);
+    }
+    EXPECT_THAT(wanted, ElementsAre("SysSet", "RadioInfo", "RadioInfo", "ChInfo"));
+    QObject::connect(&window, &frmTreeView::windowWanted,
+                     [] { throw RuntimeError(errNum::subscript, "window"); });
+    QTest::keyClick(&tree, Qt::Key_Return);
+    EXPECT_THAT(failures(), ElementsAre("frmTreeView->treevMain_NodeClick: 9 window"));
 }
 
 }  // namespace

@@ -1,22 +1,135 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "memview/frmMemDat.h"
-
-#include <gmock/gmock.h>
-
-#include <QLineEdit>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QTableView>
 
 #include "desktop/Desktop.h"
+#include "memview/frmMemDat.h"
+#include "settings/frmOptPanel.h"
 
-namespace k520::test {
+namespace k520 {
 namespace {
 
+using testing::Each;
 using testing::IsEmpty;
+using testing::Property;
 
-class MemDat : public Desktop {
+class OptPanel : public test::Desktop {
+  protected:
+    void open(int language = mdimoduMain::languageEnglish) {
+        forget();
+        start(language);
+        optionPanel::InitFace();
+        optionPanel::InitOpt();
+        ASSERT_THAT(failures(), IsEmpty());
+    }
+    static std::int16_t& now(int number) {
+        return modSysSet::state().OptNow.at(static_cast<std::size_t>(number));
+    }
+
+    /// The caption of a check box, or a list's label, length and the entry that it shows.
+    static std::string shown(const QWidget& panel, const char* control) {
+        const auto* list = qobject_cast<QComboBox*>(&find<QWidget>(panel, control));
+        if (list == nullptr) {
+            return said(panel, control);
+        }
+        const auto labels = panel.findChildren<QLabel*>();
+        const auto label = std::ranges::find(labels, list, &QLabel::buddy);
+        return fmt::format("{} {} {}", label == labels.end() ? "" : stdText((*label)->text()),
+                           list->count(), stdText(list->currentText()));
+    }
+};
+
+TEST_F(OptPanel, ShowsEveryOptionInItsOwnControlWithItsTexts) {
+    for (const int language : {mdimoduMain::languageChinese, mdimoduMain::languageEnglish}) {
+        open(language);
+        for (const auto& option : optionTable::options()) {
+            now(option.number) = option.max;
+        }
+        optionPanel::InitOpt();
+        const frmOptPanel panel;
+        for (const auto& option : optionTable::options()) {
+            const auto texts = entryTexts(option);
+            const bool list = option.kind == optionTable::ControlKind::list;
+            EXPECT_EQ(shown(panel, option.control.data()),
+                      captionText(option) +
+                          (list ? fmt::format(" {} {}", texts.size(), texts.back()) : ""));
+        }
+    }
+}
+
+TEST_F(OptPanel, AUsersChangeGoesIntoItsOptionAndNowhereElse) {
+    open();
+    modSysSet::state().OptNow.fill(0);
+    now(8) = 5;
+    optionPanel::InitOpt();
+    const frmOptPanel panel;
+    const MemoryImage image = modIicDat::IicDat();
+    find<QCheckBox>(panel, "chkEmergencyAlarm").click();
+    modSysSet::OptionSet wantedNow{};
+    EXPECT_EQ(modSysSet::OptNow(), wantedNow) << "5 is shown as checked";
+    for (std::size_t i = 0; i < optionTable::optionCount; ++i) {
+        auto& control = find<QWidget>(panel, optionTable::options()[i].control.data());
+        QTest::keyClick(&control, control.inherits("QComboBox") ? Qt::Key_Down : Qt::Key_Space);
+        wantedNow[i] = 1;
+        EXPECT_EQ(modSysSet::OptNow(), wantedNow) << i;
+    }
+    EXPECT_EQ(modIicDat::IicDat(), image);
+}
+
+TEST_F(OptPanel, AValueOutOfRangeIsReplacedByTheDefault) {
+    open();
+    modSysSet::state().OptDef.fill(1);
+    modSysSet::state().OptNow.fill(33);
+    optionPanel::InitOpt();
+    frmOptPanel panel;
+    EXPECT_THAT(panel.findChildren<QComboBox*>(), Each(Property(&QComboBox::currentIndex, 1)));
+    // Showing stores nothing, but the entry that is shown can be chosen again.
+    now(1) = 77;
+    panel.showState();
+    EXPECT_EQ(now(1), 77);
+    auto& squelch = find<QComboBox>(panel, "cboSql");
+    squelch.showPopup();
+    QTest::keyClick(squelch.view(), Qt::Key_Return);
+    EXPECT_EQ(now(1), 1);
+}
+
+TEST_F(OptPanel, TheWheelScrollsAndChangesNoList) {
+    open();
+    frmOptPanel panel;
+    panel.resize(320, 200);
+    ASSERT_TRUE(showActive(panel));
+    auto& timer = find<QComboBox>(panel, "cboTot");
+    const auto turn = [&] {
+        const QPointF at = timer.rect().center();
+        QWheelEvent wheel(at, timer.mapToGlobal(at), {}, {0, -120}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        // Only a wheel that a user turns goes on to the parents of what ignores it.
+        QSpontaneKeyEvent::setSpontaneous(&wheel);
+        qApp->notify(&timer, &wheel);
+    };
+    timer.setCurrentIndex(4);
+    timer.setFocus();
+    turn();
+    EXPECT_EQ(timer.currentIndex(), 4);
+    EXPECT_GT(panel.findChild<QScrollArea*>()->verticalScrollBar()->value(), 0);
+}
+
+TEST_F(OptPanel, ShowsItsTextsWholeInANarrowPlace) {
+    for (const int language : {mdimoduMain::languageChinese, mdimoduMain::languageEnglish}) {
+        open(language);
+        frmOptPanel panel;
+        panel.resize(300, 300);
+        panel.show();
+        const auto* scroll = panel.findChild<QScrollArea*>();
+        EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width());
+        for (const auto* list : panel.findChildren<QComboBox*>()) {
+            EXPECT_LT(list->view()->sizeHintForColumn(0) + 20, list->width());
+        }
+        EXPECT_NE(said(panel, "cboCrystal", "toolTip"), "") << "is never stored";
+        EXPECT_EQ(said(panel, "cboTot", "toolTip"), "");
+    }
+}
+
+class MemDat : public test::Desktop {
   protected:
     void SetUp() override {
         start();
@@ -164,4 +277,4 @@ TEST_F(MemDat, GoesToAnAddressOfTheGrid) {
 }
 
 }  // namespace
-}  // namespace k520::test
+}  // namespace k520

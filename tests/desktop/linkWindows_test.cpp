@@ -1,23 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "link/frmCommun.h"
-
-#include <gmock/gmock.h>
-
-#include <QCheckBox>
-#include <QClipboard>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListView>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTimer>
-
-#include "app/modSoftFace.h"
 #include "desktop/Desktop.h"
+#include "image/stamp.h"
+#include "link/frmCommun.h"
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
+#include "link/frmRadioInfo.h"
+#include "link/frmToolCom.h"
 #include "link/virtualPort.h"
 
 namespace k520 {
@@ -267,6 +256,140 @@ TEST_F(CommunDialog, CopiesTheSelectedLines) {
     QTest::keyClick(&list, Qt::Key_Up, Qt::ShiftModifier);
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Rx: 06 \nTx: 45 "));
+}
+
+class PortDialog : public test::Desktop {
+  protected:
+    /// COM2 has no device, COM3 none that is a serial port; all others are the simulated radio.
+    void startAt(int port) {
+        start(mdimoduMain::languageEnglish, fmt::format("COM={}\n", port));
+        const std::vector<mdimoduMain::KeyValue> broken{{"COM2", (folder / "none").string()},
+                                                        {"COM3", "/dev/null"}};
+        mdimoduMain::writeSettings("Ports", broken);
+    }
+    static QRadioButton& radio(const frmToolCom& dialog, int port) {
+        return find<QRadioButton>(dialog, fmt::format("COM1_{}", port - 1).c_str());
+    }
+    /// The first line of that key, as it stands in the settings file.
+    [[nodiscard]] std::string stored() const {
+        const std::string file = folder.read("Uninstall.exe");
+        const auto at = file.find("\nCOM=") + 5;
+        return file.substr(at, file.find('\n', at) - at);
+    }
+};
+
+TEST_F(PortDialog, OkStoresAndCancelRestores) {
+    startAt(5);
+    for (const auto& [button, number, text] :
+         {std::tuple("cmdCancel", 5, "5"), {"cmdOk", 7, " 7"}, {"cmdCancel", 7, " 7"}}) {
+        frmToolCom dialog;
+        dialog.show();
+        EXPECT_TRUE(radio(dialog, modCommun::state().portNumber).isChecked());
+        radio(dialog, 7).click();
+        find<QPushButton>(dialog, button).click();
+        EXPECT_FALSE(dialog.isVisible());
+        EXPECT_EQ(modCommun::state().portNumber, number);
+        EXPECT_EQ(stored(), text);
+    }
+    frmToolCom dialog;
+    modCommun::state().portNumber = 9;
+    dialog.show();
+    QTest::keyClick(&dialog, Qt::Key_Escape);
+    EXPECT_EQ(modCommun::state().portNumber, 7);
+}
+
+TEST_F(PortDialog, ShowsWhatEachPortIsAndWhyOneIsNot) {
+    startAt(5);
+    const frmToolCom dialog;
+    EXPECT_TRUE(comPorts::ProbeCom(16)) << "a probe has left the radio's cable taken";
+    const std::tuple<int, bool, std::string, std::string> ports[] = {
+        {1, true, "virtual simulated radio", ""},
+        {2, false, "none no device", "is the cable plugged in?"},
+        {3, false, "/dev/null not a serial port", "/dev/null: is not a serial device"},
+        {16, true, "virtual simulated radio", ""},
+    };
+    for (const auto& [port, usable, beside, tip] : ports) {
+        const auto& button = radio(dialog, port);
+        EXPECT_EQ(stdText(button.text()), fmt::format("COM{}", port));
+        EXPECT_EQ(button.isEnabled(), usable) << port;
+        EXPECT_THAT(stdText(button.accessibleDescription()), testing::EndsWith(beside));
+        EXPECT_THAT(stdText(button.toolTip()), HasSubstr(tip));
+    }
+}
+
+TEST_F(PortDialog, ArrowsMoveAmongThePortsThatCanBeUsed) {
+    startAt(1);
+    frmToolCom dialog;
+    ASSERT_TRUE(showActive(dialog) && radio(dialog, 1).hasFocus());
+    QTest::keyClick(&radio(dialog, 1), Qt::Key_Down);
+    EXPECT_TRUE(radio(dialog, 4).isChecked());
+    QTest::keyClick(&radio(dialog, 4), Qt::Key_Up);
+    EXPECT_TRUE(radio(dialog, 1).isChecked());
+}
+
+TEST_F(PortDialog, APortThatCannotBeUsedNowStaysTicked) {
+    startAt(1);
+    modCommun::state().portNumber = 2;
+    frmToolCom dialog;
+    ASSERT_TRUE(showActive(dialog) && radio(dialog, 1).hasFocus());
+    EXPECT_TRUE(radio(dialog, 2).isChecked() && !radio(dialog, 1).isChecked());
+    dialog.accept();
+    EXPECT_EQ(stored(), " 2");
+    // A number that no port has is nobody's tick.
+    modCommun::state().portNumber = 40;
+    frmToolCom none;
+    none.accept();
+    EXPECT_EQ(modCommun::state().portNumber, 40);
+    EXPECT_EQ(stored(), " 2");
+    EXPECT_EQ(failures(), std::vector<std::string>{});
+}
+
+using RadioInfo = test::Desktop;
+
+TEST_F(RadioInfo, ShowsModelBandAndLastWrite) {
+    start();
+    frmRadioInfo window;
+    const auto fields = [&] {
+        window.refresh();
+        std::string all;
+        for (const char* name : {"txtModel", "txtRange", "txtSoftVer", "txtLastPc"}) {
+            EXPECT_TRUE(find<QLineEdit>(window, name).isReadOnly());
+            all += said(window, name) + "|";
+        }
+        return all;
+    };
+    auto& band = modModel::state();
+    band.bandLow = 40'000'000;
+    band.bandHigh = 47'000'000;
+    stamp::write(modIicDat::IicDat(), {2026, 11, 21, 13, 5, 9});
+    EXPECT_EQ(fields(), "ZEV-K520|400.00000 - 470.00000MHz||2026-11-21 13:05|");
+    band.bandLow = 13'600'625;
+    modIicDat::IicDat()(stamp::address + 1) = 0x13;
+    EXPECT_EQ(fields(), "ZEV-K520|136.00625 - 470.00000MHz||Unknown Time|");
+}
+
+TEST_F(RadioInfo, ClicksOnTheHiddenLabelSwitchTheDeveloperEntrance) {
+    start();
+    frmRadioInfo window;
+    window.resize(1600, 900);
+    window.show();
+    const QSignalSpy wanted(&window, &frmRadioInfo::memDatWanted);
+    auto& frame = find<QGroupBox>(window, "fraMain");
+    auto& label = find<QLabel>(window, "lblDebug");
+    const QPoint empty(4, frame.height() - 8);
+    const auto enter = [&] {
+        QTest::mouseDClick(&frame, Qt::LeftButton, {}, empty);
+        return wanted.count();
+    };
+    EXPECT_EQ(enter(), 0);
+    QTest::mouseClick(&label, Qt::LeftButton);
+    EXPECT_EQ(enter(), 1);
+    EXPECT_EQ(radioInfo::state().debugFlag, -1);
+    QTest::mouseClick(&label, Qt::LeftButton);
+    EXPECT_EQ(enter(), 1);
+    // Two quick clicks are two clicks, and no double click on the frame.
+    QTest::mouseDClick(&label, Qt::LeftButton);
+    EXPECT_EQ(wanted.count(), 1);
 }
 
 }  // namespace
