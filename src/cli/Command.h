@@ -56,6 +56,18 @@ struct Command {
 /// All commands, in the order in which help lists them. "config get" and "config set" are two rows.
 [[nodiscard]] std::span<const Command> commands() noexcept;
 
+/// The options in front of a command; help stands behind one, too.
+inline constexpr Argument helpOption{"help", "-h,--help", "", ArgumentKind::flag,
+                                     "Print this help and end"};
+inline constexpr Argument versionOption{"version", "--version", "", ArgumentKind::flag,
+                                        "Print the version and end"};
+inline constexpr Argument folderOption{
+    "program-folder", "--program-folder", "DIR", ArgumentKind::option,
+    "Folder of the settings file, the default image and the simulated radio's memory"};
+
+/// The summary of a word that several commands begin with, such as "config".
+inline constexpr std::string_view groupSummary = "Reads or changes the settings";
+
 /// What the command line asks for.
 struct Request {
     const Command* command = nullptr;  ///< nothing: print `text` and end well

@@ -24,7 +24,7 @@ CLI::App* commandApp(CLI::App& app, const Command& command) {
     const auto known =
         app.get_subcommands([&](const CLI::App* each) { return each->get_name() == group; });
     CLI::App* parent =
-        known.empty() ? app.add_subcommand(group, "Reads or changes the settings") : known.front();
+        known.empty() ? app.add_subcommand(group, std::string(groupSummary)) : known.front();
     parent->group("Commands");
     parent->require_subcommand(0, 1);
     parent->footer(fmt::format("k520-cli {0} get --help and {0} set --help explain them.", group));
@@ -116,12 +116,12 @@ struct Parser {
     std::string programFolder;
 
     Parser() {
-        app.set_version_flag("--version", "k520-cli " K520_VERSION, "Print the version and end");
-        app.set_help_flag("-h,--help", "Print this help and end");
-        app.add_option("--program-folder", programFolder,
-                       "Folder of the settings file, the default image and the simulated "
-                       "radio's memory")
-            ->option_text("DIR");
+        app.set_version_flag(std::string(versionOption.flags), "k520-cli " K520_VERSION,
+                             std::string(versionOption.help));
+        app.set_help_flag(std::string(helpOption.flags), std::string(helpOption.help));
+        app.add_option(std::string(folderOption.flags), programFolder,
+                       std::string(folderOption.help))
+            ->option_text(std::string(folderOption.value));
         formatter->usages[&app] = "Usage: k520-cli [--program-folder DIR] COMMAND ...\n";
         app.formatter(formatter);
         app.require_subcommand(0, 1);
