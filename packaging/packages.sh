@@ -13,6 +13,8 @@ declare -A sets=(
     [tests]="libgtest-dev libgmock-dev xvfb openbox xdotool"
     [checks]="clang-format-14 clang-tidy-14 shellcheck"
     [coverage]="gcovr valgrind"
+    [packaging]="debhelper librsvg2-bin lintian appstream desktop-file-utils man-db mandoc
+        debootstrap zsh fish xvfb xdotool"
     [bench]="libbenchmark-dev"
 )
 
