@@ -3,7 +3,7 @@
 # SPDX-FileCopyrightText: 2026 The K520 authors
 #
 # Builds the Debian packages k520, k520-cli and k520-data into build/deb, as root or as an ordinary
-# user, and without a network.
+# user. Only what is missing for it, and is installed first, needs a network.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD
@@ -46,6 +46,7 @@ copy_source() {
     debian_changelog >"$source/debian/changelog"
 }
 
+packaging/packages.sh build packaging
 copy_source
 if command -v ccache >/dev/null; then
     # The build runs with a home folder of its own.

@@ -36,6 +36,11 @@ wait_for() {
 # The release's base system, as packed by an earlier run or from the first mirror that apt knows of.
 make_root() {
     local codename mirror base
+    mkdir -p "$root"
+    # In memory where there is enough: a package manager waits for the disk all the time.
+    if (($(sed -n 's/^MemAvailable: *\([0-9]*\) kB/\1/p' /proc/meminfo) > 3000000)); then
+        mount -t tmpfs -o size=2g,mode=755 k520-root "$root"
+    fi
     # shellcheck disable=SC1091
     codename=$(. /etc/os-release && echo "$VERSION_CODENAME")
     base=$folder/$codename.tar
@@ -51,7 +56,6 @@ make_root() {
         tar --create --one-file-system --file="$base.new" --directory="$root" .
         mv "$base.new" "$base"
     else
-        mkdir -p "$root"
         tar --extract --file="$base" --directory="$root"
     fi
 }
@@ -60,11 +64,17 @@ make_root() {
 prepare_root() {
     rm -r "$root/etc/apt"
     cp --archive /etc/apt "$root/etc/apt"
-    cp --archive --no-clobber --parents /usr/share/keyrings "$root"
-    [[ ! -e /etc/ssl/certs ]] || cp --archive --parents /etc/ssl/certs /usr/share/ca-certificates "$root"
+    for path in /usr/share/keyrings /usr/share/ca-certificates /etc/ssl/certs; do
+        if [[ -e $path ]]; then
+            mkdir -p "$root$path"
+            cp --archive --no-clobber "$path/." "$root$path"
+        fi
+    done
     cp --dereference /etc/resolv.conf /etc/hosts "$root/etc/"
     mkdir -p "$folder/archives/partial" "$root/packages" "$root/archives" "$root/tmp/.X11-unix"
-    cp build/deb/*.deb "$root/packages"
+    for package in build/deb/*.deb; do
+        cp "$package" "$root/packages/$(dpkg-deb --field "$package" Package).deb"
+    done
     mount -t proc proc "$root/proc"
     mount --bind "$folder/archives" "$root/archives"
     mount --bind /tmp/.X11-unix "$root/tmp/.X11-unix"
@@ -77,19 +87,21 @@ in_root() {
 apt() {
     in_root apt-get --quiet=2 --no-install-recommends -o Dir::Cache::archives=/archives \
         -o APT::Keep-Downloaded-Packages=true -o APT::Sandbox::User=root \
-        -o DPkg::Options::=--force-unsafe-io "$@" >>"$folder/apt.log" ||
-        fail "apt-get $* failed; see $folder/apt.log"
+        -o DPkg::Options::=--force-unsafe-io "$@" &>>"$folder/apt.log" || {
+        tail -n 20 "$folder/apt.log"
+        fail "apt-get $* failed"
+    }
 }
 
 install_packages() {
     : >"$folder/apt.log"
     apt update
     say "k520-cli"
-    apt install --yes /packages/k520-data_*.deb /packages/k520-cli_*.deb
+    apt install --yes /packages/k520-data.deb /packages/k520-cli.deb
     ! in_root dpkg-query --show 'libqt*' 2>/dev/null ||
         fail "k520-cli needs the window toolkit"
     say "k520"
-    apt install --yes /packages/k520_*.deb
+    apt install --yes /packages/k520.deb
 }
 
 # In the root, as an ordinary user, without a network.
@@ -139,30 +151,35 @@ shown() {
 
 # The program in a window, and where all of it came from.
 use_desktop() {
-    local program display
+    local program started display
     mkfifo "$folder/display"
     Xvfb -displayfd 3 -ac -screen 0 1280x900x24 -fbdir "$folder" 3>"$folder/display" 2>/dev/null &
     read -r display <"$folder/display"
-    as_user K520_HOME=/srv/k520 DISPLAY=":$display" k520 read.dat &
-    program=$!
+    # shellcheck disable=SC2016 # for the shell in the root
+    as_user K520_HOME=/srv/k520 DISPLAY=":$display" XDG_RUNTIME_DIR=/home/radio \
+        sh -c 'echo $$ >number; exec k520 read.dat' &
+    started=$!
     DISPLAY=:$display wait_for shown
     wait_for painted
-    kill -0 $program || fail "the program has ended"
-    [[ $(readlink "/proc/$program/exe") == "$root/usr/bin/k520" ]] || fail "this is another k520"
+    program=$(<"$root/home/radio/number")
+    [[ $(readlink "/proc/$program/exe") == "$root/usr/bin/k520" ]] ||
+        fail "what runs is $(readlink "/proc/$program/exe")"
     sed -n 's/^[^/]* \(\/.*\)/\1/p' "/proc/$program/maps" | sort -u >"$folder/maps"
     for part in libQt6Widgets plugins/platforms/libqxcb plugins/iconengines/libqsvgicon; do
         grep -q "^$root/usr/lib/.*$part" "$folder/maps" || fail "the program runs without $part"
     done
     ! grep '\.so' "$folder/maps" | grep -v "^$root/" || fail "these are not from the clean root"
     say "the window is painted; $(grep -c '\.so' "$folder/maps") libraries and plugins, all from the root"
-    kill $program
+    kill "$program"
+    # The shell tells of it when it is asked for nothing else.
+    wait "$started" 2>/dev/null || true
 }
 
 in_clean_root() {
     make_root
     prepare_root
     install_packages
-    in_root useradd --create-home radio
+    in_root useradd --create-home --key HOME_MODE=0700 radio
 
     say "as a user whose program folder is made on first use"
     make_folder as_user
@@ -188,15 +205,14 @@ in_bare_folder() {
     for package in build/deb/*.deb; do
         dpkg-deb --extract "$package" "$root"
     done
-    mkdir -p "$folder/home"
+    mkdir -m 700 "$folder/home"
     cd "$folder/home"
     bare() {
         env --unset=K520_HOME HOME="$folder/home" XDG_DATA_HOME="$folder/home/data" \
-            PATH="$root/usr/bin:$PATH" QT_QPA_PLATFORM=offscreen "$@"
+            XDG_RUNTIME_DIR="$folder/home" PATH="$root/usr/bin:$PATH" QT_QPA_PLATFORM=offscreen "$@"
     }
     make_folder bare
     use_cli bare
-    cd "$folder/home"
     bare timeout 60 k520 --until-painted || fail "the desktop program did not paint its window"
 }
 

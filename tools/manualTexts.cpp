@@ -40,7 +40,7 @@ std::string slanted(std::string_view text) {
 
 /// "-o, --output OUT"
 std::string tagOf(const Argument& argument) {
-    const auto value = slanted(placeholderOf(argument));
+    auto value = slanted(placeholderOf(argument));
     if (isPositional(argument)) {
         return value;
     }
