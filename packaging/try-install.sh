@@ -141,8 +141,9 @@ make_folder() {
     "$@" k520-cli config set Setting FirRun 0
 }
 
+# The screen, without its header: nobody paints a black one.
 painted() {
-    (($(od -An -v -tx4 -w4 "$folder/Xvfb_screen0" | sort -u | wc -l) > 100))
+    (($(tail --bytes=$((1280 * 900 * 4)) "$folder/Xvfb_screen0" | od -An -v -tx4 -w4 | sort -u | wc -l) > 100))
 }
 
 shown() {
@@ -155,12 +156,16 @@ use_desktop() {
     mkfifo "$folder/display"
     Xvfb -displayfd 3 -ac -screen 0 1280x900x24 -fbdir "$folder" 3>"$folder/display" 2>/dev/null &
     read -r display <"$folder/display"
+    ! painted || fail "there is something on the screen already"
     # shellcheck disable=SC2016 # for the shell in the root
-    as_user K520_HOME=/srv/k520 DISPLAY=":$display" XDG_RUNTIME_DIR=/home/radio \
-        sh -c 'echo $$ >number; exec k520 read.dat' &
+    {
+        as_user K520_HOME=/srv/k520 DISPLAY=":$display" XDG_RUNTIME_DIR=/home/radio \
+            sh -c 'echo $$ >number; exec k520 read.dat'
+    } 2>"$folder/k520.log" &
     started=$!
     DISPLAY=:$display wait_for shown
     wait_for painted
+    cp "$folder/Xvfb_screen0" "$folder/screen.xwd"
     program=$(<"$root/home/radio/number")
     [[ $(readlink "/proc/$program/exe") == "$root/usr/bin/k520" ]] ||
         fail "what runs is $(readlink "/proc/$program/exe")"
@@ -171,8 +176,7 @@ use_desktop() {
     ! grep '\.so' "$folder/maps" | grep -v "^$root/" || fail "these are not from the clean root"
     say "the window is painted; $(grep -c '\.so' "$folder/maps") libraries and plugins, all from the root"
     kill "$program"
-    # The shell tells of it when it is asked for nothing else.
-    wait "$started" 2>/dev/null || true
+    wait "$started" || true
 }
 
 in_clean_root() {

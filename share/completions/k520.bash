@@ -17,7 +17,7 @@ _k520() {
             offers='xcb wayland offscreen' ;;
         *)
             # Files are left to readline.
-            [[ $current == -* ]] || return
+            [[ $current == -* ]] || return 0
             offers='-h --help --help-all -v --version --program-folder -style -platform -reverse' ;;
     esac
     compopt +o default

@@ -13,7 +13,7 @@ cmake --install "$1" --prefix "$here/prefix" >"$here/log" || {
     cat "$here/log"
     exit 1
 }
-export HOME=$here XDG_DATA_HOME=$here/data
+export HOME=$here XDG_DATA_HOME=$here/data XDG_RUNTIME_DIR=$here
 # What the system's libraries keep to the end is theirs.
 export ASAN_OPTIONS=${ASAN_OPTIONS:-}:detect_leaks=0
 unset K520_HOME
