@@ -14,6 +14,7 @@
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "cli/Failure.h"
+#include "cli/channelCsv.h"
 #include "cli/commands.h"
 #include "cli/csvText.h"
 #include "cli/document.h"
@@ -61,25 +62,7 @@ std::vector<std::string> cellsOf(const ChannelPicture& channel) {
 }
 
 std::vector<std::string> currentCells(int channel) {
-    return cellsOf(currentPicture().channels.at(static_cast<std::size_t>(channel) - 1));
-}
-
-std::string exportText() {
-    std::vector<std::string> titles{channelTitle};
-    const auto columns = csvColumns();
-    for (const int col : columns) {
-        titles.push_back(nameOfColumn(col));
-    }
-    std::string text = csvLine(titles);
-    for (const auto& channel : currentPicture().channels) {
-        const auto cells = cellsOf(channel);
-        std::vector<std::string> row{fmt::format("{}", channel.channel)};
-        for (const int col : columns) {
-            row.push_back(cells[static_cast<std::size_t>(col)]);
-        }
-        text += csvLine(row);
-    }
-    return text;
+    return cellsOf(channelPicture(channel));
 }
 
 /// The grid column of each CSV column; 0 for the channel's number.
@@ -197,11 +180,33 @@ std::string readCsv(const std::string& path) {
 
 }  // namespace
 
+std::string channelCsv() {
+    std::vector<std::string> titles{channelTitle};
+    const auto columns = csvColumns();
+    for (const int col : columns) {
+        titles.push_back(nameOfColumn(col));
+    }
+    std::string text = csvLine(titles);
+    for (const auto& channel : currentPicture().channels) {
+        const auto cells = cellsOf(channel);
+        std::vector<std::string> row{fmt::format("{}", channel.channel)};
+        for (const int col : columns) {
+            row.push_back(cells[static_cast<std::size_t>(col)]);
+        }
+        text += csvLine(row);
+    }
+    return text;
+}
+
+void takeChannelCsv(std::string_view text) {
+    takeRows(parseCsv(text));
+}
+
 int runExport(const Arguments& arguments) {
     requireDifferentFiles({arguments.at("FILE"), arguments.get("output")});
     startConfiguration(DefaultImage::helpful);
     openDocument(arguments.at("FILE"), ShortFile::warn);
-    const auto text = exportText();
+    const auto text = channelCsv();
     const auto output = arguments.get("output");
     if (!output) {
         print(text);
@@ -224,7 +229,7 @@ int runImport(const Arguments& arguments) {
     const auto& csv = arguments.at("CSV");
     openDocument(file, ShortFile::refuse);
     try {
-        takeRows(parseCsv(readCsv(csv)));
+        takeChannelCsv(readCsv(csv));
     } catch (const Failure& failure) {
         fail(std::string(failure.what()).starts_with(csv)
                  ? failure.what()

@@ -44,6 +44,15 @@ std::vector<ParameterPicture> parametersOf(const modChMem::Channel& channel) {
     return parameters;
 }
 
+BandPicture bandPicture() {
+    const auto& model = modModel::state();
+    const int index = modModel::bandOfImage();
+    return {index, model.cboFrequency.items.at(static_cast<std::size_t>(index)), model.bandLow,
+            model.bandHigh};
+}
+
+}  // namespace
+
 ChannelPicture channelPicture(int number) {
     const auto& channel = modChMem::ChInfo()(number);
     ChannelPicture picture;
@@ -60,15 +69,6 @@ ChannelPicture channelPicture(int number) {
     picture.parameters = parametersOf(channel);
     return picture;
 }
-
-BandPicture bandPicture() {
-    const auto& model = modModel::state();
-    const int index = modModel::bandOfImage();
-    return {index, model.cboFrequency.items.at(static_cast<std::size_t>(index)), model.bandLow,
-            model.bandHigh};
-}
-
-}  // namespace
 
 Picture currentPicture() {
     Picture picture;

@@ -54,6 +54,9 @@ struct Picture {
     std::array<std::int16_t, optionTable::optionCount> options{};
 };
 
+/// A channel as its table row stands now. Raises 9 outside the table.
+[[nodiscard]] ChannelPicture channelPicture(int number);
+
 /// What the core holds now. The tables are taken as they stand.
 [[nodiscard]] Picture currentPicture();
 
