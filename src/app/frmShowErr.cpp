@@ -117,7 +117,11 @@ void frmShowErr::SetSoftFace() {
 void frmShowErr::showLine(const QModelIndex& index) {
     if (index.isValid()) {
         listShowErr_->setCurrentIndex(index);
-        listShowErr_->scrollTo(index);
+        // A hidden list scrolls when it is shown; laid out for each line of a start that fails a
+        // thousand times it would take seconds.
+        if (listShowErr_->isVisible()) {
+            listShowErr_->scrollTo(index);
+        }
     }
     showEmpty();
 }

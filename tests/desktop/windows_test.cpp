@@ -267,6 +267,19 @@ TEST_F(ShowErr, ShowsWhatFailedBeforeAndAfterItWasMade) {
     }
 }
 
+TEST_F(ShowErr, OpensAtTheLastOfManyLines) {
+    start();
+    frmShowErr window;
+    window.resize(300, 150);
+    for (int i = 0; i < 100; ++i) {
+        fail("start->up");
+    }
+    window.show();
+    QApplication::processEvents();
+    const auto& list = find<QListView>(window, "listShowErr");
+    EXPECT_TRUE(list.viewport()->rect().intersects(list.visualRect(list.model()->index(199, 0))));
+}
+
 TEST_F(ShowErr, CopiesTheSelectedLinesOrAll) {
     start();
     frmShowErr window;
