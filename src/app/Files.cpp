@@ -12,7 +12,6 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
-#include <limits>
 #include <string_view>
 #include <system_error>
 #include <utility>
@@ -32,7 +31,7 @@ using Bytes = std::span<const std::uint8_t>;
 constexpr int mostLinks = 40;
 /// Nobody holds the lock for longer than it takes to replace a small file.
 constexpr std::chrono::seconds longestLockWait{3};
-constexpr int mostTemporaryNames = 100;
+constexpr int mostTemporaryFiles = 100;
 constexpr mode_t allModeBits = 07777;
 
 /// The call's result once no signal interrupts it any more.
@@ -128,7 +127,8 @@ void writeAll(const Descriptor& file, Bytes bytes, const fs::path& path) {
 /// The place to be replaced.
 struct Target {
     fs::path path;              ///< as the caller named it
-    Descriptor folder;          ///< the folder of the file itself, behind every link
+    fs::path folderPath;        ///< the folder of the file itself, behind every link
+    Descriptor folder;          ///< the same, opened
     std::string name;           ///< the file's name in that folder
     std::optional<Status> old;  ///< the file that stands there
 };
@@ -136,10 +136,13 @@ struct Target {
 /// The path behind a symbolic link, even if nothing stands there yet.
 fs::path behindLinks(fs::path path) {
     for (int links = 0; links < mostLinks; ++links) {
-        std::error_code noLink;
-        const fs::path link = fs::read_symlink(path, noLink);
-        if (noLink) {
+        std::error_code error;
+        const fs::path link = fs::read_symlink(path, error);
+        if (error == std::errc::invalid_argument || meansMissing(error.value())) {
             return path;
+        }
+        if (error) {
+            throwSystemError(error.value(), path.string());
         }
         path = path.parent_path() / link;
     }
@@ -154,18 +157,20 @@ Target locate(const fs::path& path) {
         checked(::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS), path);
     }
     const fs::path real = behindLinks(path);
-    const fs::path folder = real.parent_path();
-    Descriptor opened = openFolder(folder.empty() ? "." : folder);
+    const fs::path folder = real.has_parent_path() ? real.parent_path() : ".";
+    Descriptor opened = openFolder(folder);
     if (!real.has_filename()) {
         throwSystemError(EISDIR, path.string());
     }
-    return {path, std::move(opened), real.filename().string(), old};
+    return {path, folder, std::move(opened), real.filename().string(), old};
 }
 
-/// A file beside the target that takes its place in the end, or goes.
+/// A file beside the target that takes its place in the end, or goes. Its name is one of a few, and
+/// it is locked while it lives: so the next file in the folder takes the place of one that a
+/// program left behind when it was killed.
 class TemporaryFile {
   public:
-    explicit TemporaryFile(const Target& target) : target_(target), file_(create()) {}
+    explicit TemporaryFile(const Target& target) : target_(target) { create(); }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
@@ -192,32 +197,64 @@ class TemporaryFile {
     void takePlace() {
         const int folder = target_.folder.get();
         checked(retried([&] { return ::fsync(file_.get()); }), target_.path);
+        // The lock stays until the file has its own name.
+        const Descriptor lock(checked(::fcntl(file_.get(), F_DUPFD_CLOEXEC, 0), target_.path));
         checked(file_.close(), target_.path);
         checked(::renameat(folder, name_.c_str(), folder, target_.name.c_str()), target_.path);
         name_.clear();
         // A file system that cannot flush a folder says so by EINVAL.
         if (retried([&] { return ::fsync(folder); }) == -1 && errno != EINVAL) {
-            throwSystemError(errno, target_.path.string());
+            throwSystemError(errno, target_.path.string() +
+                                        ": the new content is in place, but the disk does not "
+                                        "confirm it; save again");
         }
     }
 
   private:
-    /// The name is taken only where no file has it: a crashed program may have left one.
-    int create() {
+    void create() {
+        for (int slot = 0; slot < mostTemporaryFiles; ++slot) {
+            const std::string name = fmt::format(".k520-{}.tmp", slot);
+            if (tryName(name) || (removeAbandoned(name) && tryName(name))) {
+                name_ = name;
+                return;
+            }
+        }
+        refuse(errNum::pathAccess, target_.path,
+               "too many files .k520-*.tmp lie beside it; remove them");
+    }
+
+    /// False where a file has the name.
+    bool tryName(const std::string& name) {
         constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
         // While it is written, nobody sees more of it than of the file that it replaces.
         const mode_t mode = target_.old ? 0600 : 0666;
-        for (int attempt = 0; attempt < mostTemporaryNames; ++attempt) {
-            const std::string name = fmt::format(".k520-{}-{}.tmp", ::getpid(), attempt);
-            const int file =
-                retried([&] { return ::openat(target_.folder.get(), name.c_str(), flags, mode); });
-            if (file != -1 || errno != EEXIST) {
-                checked(file, target_.path);
-                name_ = name;
-                return file;
-            }
+        const int file =
+            retried([&] { return ::openat(target_.folder.get(), name.c_str(), flags, mode); });
+        if (file == -1 && errno == EEXIST) {
+            return false;
         }
-        throwSystemError(EEXIST, target_.path.string());
+        file_ = Descriptor(file);
+        checked(file, fmt::format("{}: the folder {} takes no new file", target_.path.string(),
+                                  fs::absolute(target_.folderPath).lexically_normal().string()));
+        // Until it is locked another program may take it for an abandoned one.
+        const bool locked = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+        return locked && linksTo(file) != 0;
+    }
+
+    /// Removes a file that nobody keeps locked, where locks can tell. Whether it did.
+    [[nodiscard]] bool removeAbandoned(const std::string& name) const {
+        constexpr int flags = O_RDWR | O_NONBLOCK | O_CLOEXEC | O_NOFOLLOW | O_NOCTTY;
+        const int folder = target_.folder.get();
+        const Descriptor left(::openat(folder, name.c_str(), flags));
+        return left.valid() && ::flock(left.get(), LOCK_EX | LOCK_NB) == 0 &&
+               linksTo(left.get()) == 1 && ::unlinkat(folder, name.c_str(), 0) == 0;
+    }
+
+    /// The number of a regular file's names; nothing where the system does not tell.
+    static std::optional<nlink_t> linksTo(int file) {
+        Status status{};
+        const bool known = ::fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+        return known ? std::optional(status.st_nlink) : std::nullopt;
     }
 
     const Target& target_;
@@ -225,11 +262,45 @@ class TemporaryFile {
     Descriptor file_;
 };
 
+struct Extent {
+    off_t begin;
+    off_t end;
+};
+
+/// The next bytes from `from` on that are really on the disk, nothing where only a hole is left: so
+/// a hole costs neither time nor room.
+std::optional<Extent> nextData(const Descriptor& file, off_t from, off_t size) {
+    const off_t begin = ::lseek(file.get(), from, SEEK_DATA);
+    if (begin == -1) {
+        // A file system that does not tell has no holes.
+        return errno == ENXIO ? std::nullopt : std::optional(Extent{from, size});
+    }
+    const off_t hole = ::lseek(file.get(), begin, SEEK_HOLE);
+    return Extent{begin, hole == -1 ? size : std::min(hole, size)};
+}
+
 void copyTail(const Target& target, std::size_t from, const Descriptor& to) {
     const Descriptor old = openToRead(target.path);
-    checked(::lseek(old.get(), static_cast<off_t>(from), SEEK_SET), target.path);
-    readOn(old, std::numeric_limits<std::size_t>::max(), target.path,
-           [&](Bytes piece) { writeAll(to, piece, target.path); });
+    Status status{};
+    checked(::fstat(old.get(), &status), target.path);
+    const off_t size = status.st_size;
+    auto place = static_cast<off_t>(from);
+    if (place >= size) {
+        return;
+    }
+    while (place < size) {
+        const auto data = nextData(old, place, size);
+        if (!data || data->begin >= size) {
+            break;
+        }
+        checked(::lseek(old.get(), data->begin, SEEK_SET), target.path);
+        checked(::lseek(to.get(), data->begin, SEEK_SET), target.path);
+        readOn(old, static_cast<std::size_t>(data->end - data->begin), target.path,
+               [&](Bytes piece) { writeAll(to, piece, target.path); });
+        place = data->end;
+    }
+    // The end may be a hole, too.
+    checked(retried([&] { return ::ftruncate(to.get(), size); }), target.path);
 }
 
 enum class Tail { dropped, kept };

@@ -31,7 +31,8 @@ struct Content {
 /// over the old name. Mode and owner are kept, a symbolic link stays a link, a new file gets the
 /// usual mode. Returns only when the bytes are on the disk; otherwise raises (61 disk full, 75 no
 /// access, 76 no such folder ...) and leaves nothing behind. A write-protected file is refused
-/// like one that is no regular file, by 75.
+/// like one that is no regular file, by 75. What a killed program leaves, a file .k520-N.tmp, goes
+/// with the next file that is replaced in the folder.
 void replace(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
 /// The same, with what the file holds beyond `bytes.size()` carried over to the new file.
