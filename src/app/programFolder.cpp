@@ -6,10 +6,14 @@
 #include <pwd.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdlib>
+#include <exception>
 #include <system_error>
 
+#include "app/Files.h"
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
 
@@ -30,8 +34,12 @@ std::string environment(const char* name) {
 fs::path findShippedFolder() {
     const fs::path beside = executableFolder() / ".." / "share" / "k520";
     std::error_code error;
+    const auto found = fs::status(beside / mdimoduMain::settingsFileName, error).type();
+    if (found == fs::file_type::not_found) {
+        return K520_DATA_DIR;
+    }
     const fs::path normal = fs::weakly_canonical(beside, error);
-    return fs::exists(beside / mdimoduMain::settingsFileName, error) ? normal : K520_DATA_DIR;
+    return error ? beside : normal;
 }
 
 fs::path dataHome() {
@@ -45,15 +53,32 @@ fs::path dataHome() {
     return user == nullptr ? fs::path() : fs::path(user->pw_dir) / ".local" / "share";
 }
 
+bool isComplete(const fs::path& folder) {
+    return std::ranges::all_of(shippedNames,
+                               [&](const char* name) { return fs::exists(folder / name); });
+}
+
+/// Whole or not at all: what a full disk or a kill left of it would be taken for the user's own.
+void seedFile(const fs::path& from, const fs::path& to) {
+    constexpr std::size_t largest = 1 << 20;
+    if (!fs::exists(to)) {
+        files::replace(to, files::read(from, largest).bytes);
+    }
+}
+
 /// The per-user folder needs no seeding to work, so a home that cannot be written is no failure.
 void seed(const fs::path& folder, const fs::path& shipped) {
-    std::error_code error;
-    fs::create_directories(folder, error);
-    for (const char* name : shippedNames) {
-        if (!fs::exists(folder / name, error)) {
-            fs::copy_file(shipped / name, folder / name, error);
-            fs::permissions(folder / name, fs::perms::owner_write, fs::perm_options::add, error);
+    try {
+        fs::create_directories(folder);
+        if (isComplete(folder)) {
+            return;
         }
+        const files::FolderLock lock(folder);
+        for (const char* name : shippedNames) {
+            seedFile(shipped / name, folder / name);
+        }
+    } catch (const std::exception&) {
+        return;
     }
 }
 
@@ -104,7 +129,10 @@ Choice find(const std::optional<std::string>& chosen, std::string_view origin,
 fs::path executableFolder() {
     std::error_code error;
     const fs::path self = fs::read_symlink("/proc/self/exe", error);
-    return error ? fs::current_path(error) : self.parent_path();
+    if (error && error != std::errc::no_such_file_or_directory) {
+        throwSystemError(error.value(), "the folder of this program");
+    }
+    return error ? fs::current_path() : self.parent_path();
 }
 
 std::optional<std::string> choose(const std::optional<std::string>& chosen,

@@ -18,7 +18,7 @@ namespace k520::programFolder {
 [[nodiscard]] std::optional<std::string> choose(const std::optional<std::string>& chosen,
                                                 std::string_view origin);
 
-/// The folder of the running executable.
+/// The folder of the running executable. Raises the system's error where that cannot be found out.
 [[nodiscard]] std::filesystem::path executableFolder();
 
 }  // namespace k520::programFolder
