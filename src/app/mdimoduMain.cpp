@@ -24,7 +24,10 @@ constexpr std::size_t largestSettingsFile = 16 << 20;
 constexpr std::chrono::milliseconds stampTick{20};
 
 std::string settingsBytes(const fs::path& path) {
-    const auto content = files::read(path, largestSettingsFile);
+    // The size first: every setting asks anew for a file that cannot be read.
+    const auto stamp = files::stampOf(path);
+    const auto content =
+        files::read(path, stamp && stamp->size > largestSettingsFile ? 0 : largestSettingsFile);
     if (content.size > content.bytes.size()) {
         throw RuntimeError(errNum::pathAccess, path.string() + ": too large for a settings file");
     }
