@@ -21,21 +21,21 @@ namespace k520::cli {
 
 void openDocument(const std::string& path, ShortFile shortFile) {
     try {
-        const auto content = files::read(path, 1);
+        const auto mark = failureMark();
+        // The size of what was read: a second look could meet another file.
+        const auto size = modFileCmd::openDatFile(path);
         const auto needed = modIicDat::IicDat().size();
-        if (content.size == 0) {
+        if (size == 0) {
             fail(path + ": the file is empty");
         }
-        if (content.size < needed) {
+        if (size < needed) {
             const auto message =
-                fmt::format("{}: the file holds {} of {} bytes", path, content.size, needed);
+                fmt::format("{}: the file holds {} of {} bytes", path, size, needed);
             if (shortFile == ShortFile::refuse) {
                 fail(message + "; it is too short to be changed or sent");
             }
             warn(message + "; the rest comes from the default image");
         }
-        const auto mark = failureMark();
-        modFileCmd::openDatFile(path);
         warnOfFailuresSince(mark, "; what was there before the file stands in its place");
     } catch (const RuntimeError& error) {
         fail(error.source());
@@ -49,7 +49,7 @@ void saveDocument(const std::string& path) {
     failOnFailureSince(mark, "nothing saved: the channels and options cannot be encoded");
     modFileCmd::setCurrentFile(path);
     modFileCmd::SaveDatFile();
-    failOnFailureSince(mark, "nothing saved");
+    failOnFailureSince(mark, "saving failed");
 }
 
 void requireDifferentFiles(const std::vector<std::optional<std::string>>& paths) {
