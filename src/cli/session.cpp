@@ -74,7 +74,9 @@ int runWrite(const Arguments& arguments) {
     if (backup && arguments.has("keep-copy")) {
         refuse("--backup and --keep-copy both make the backup; give one of them");
     }
-    startConfiguration(DefaultImage::helpful);
+    const bool backUpFirst = backup || arguments.has("keep-copy");
+    // What lies outside a short read range comes from the default image.
+    startConfiguration(backUpFirst ? DefaultImage::needed : DefaultImage::helpful);
     RadioLink link(arguments.at("port"), arguments.get("trace"));
     // Before the radio is touched: the file has to be one that can be sent, the backup one that can
     // be kept.
