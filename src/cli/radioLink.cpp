@@ -110,6 +110,18 @@ std::string consequence(const safeguards::Report& report) {
     return "write failed, the radio is untouched";
 }
 
+/// What to do about a port that cannot be opened, where its failure does not say so itself.
+std::string_view remedyFor(std::int16_t number) {
+    switch (number) {
+        case errNum::alreadyOpen:
+            return "; end that program first, or take another port (k520-cli ports)";
+        case errNum::deviceUnavailable:
+            return "; take another port (k520-cli ports)";
+        default:
+            return "";
+    }
+}
+
 /// Past the buffer of stdout, so that a reader who has gone does no harm to the session.
 bool writeToStdout(std::string_view text) {
     while (!text.empty()) {
@@ -261,8 +273,9 @@ std::string RadioLink::causeOf(const safeguards::Report& report) const {
     if (report.result.outcome == modSession::Outcome::stopped) {
         return "stopped on request";
     }
-    if (const auto failure = failureSince(report.mark)) {
-        return *failure;
+    const auto& entries = modShowErr::state().entries;
+    if (report.mark < entries.size()) {
+        return fmt::format("{}{}", entries[report.mark].source, remedyFor(entries[report.mark].number));
     }
     return fmt::format(
         "no valid answer from a radio at {} in {} attempts; is the radio on, is the cable plugged "

@@ -34,8 +34,11 @@ using std::chrono::steady_clock;
                        fmt::format("{}: in use by {}", path, portHolder::description(device)));
 }
 
-[[noreturn]] void throwNotSerial(const std::string& path) {
-    throw RuntimeError(errNum::deviceUnavailable, path + ": is not a serial device");
+[[noreturn]] void throwNotSerial(const std::string& path, const struct stat& device) {
+    const char* const what = S_ISDIR(device.st_mode)   ? "is a folder, not a serial device"
+                             : S_ISREG(device.st_mode) ? "is a plain file, not a serial device"
+                                                       : "is not a serial device";
+    throw RuntimeError(errNum::deviceUnavailable, fmt::format("{}: {}", path, what));
 }
 
 std::string userName(uid_t user) {
@@ -81,7 +84,7 @@ struct stat examine(const std::string& path) {
         throwSystemError(errno, path);
     }
     if (!S_ISCHR(device.st_mode)) {
-        throwNotSerial(path);
+        throwNotSerial(path, device);
     }
     return device;
 }
@@ -99,7 +102,7 @@ Descriptor openDevice(const std::string& path, const struct stat& device) {
         throwSystemError(error, path);
     }
     if (::isatty(line.get()) == 0) {
-        throwNotSerial(path);
+        throwNotSerial(path, device);
     }
     return line;
 }
