@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <array>
+#include <csignal>
 #include <cstdio>
 #include <span>
 #include <string_view>
@@ -75,6 +76,8 @@ int Program::main(int count, char** words) {
         std::fputs("k520: there is no display; k520-cli does the same without one\n", stderr);
         return EXIT_FAILURE;
     }
+    // A file size limit then fails the write, like a full disk, instead of ending the program.
+    std::signal(SIGXFSZ, SIG_IGN);
     return Program(count, words).run();
 }
 
