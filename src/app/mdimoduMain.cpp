@@ -67,6 +67,15 @@ bool isThere(const fs::path& path) {
     return fs::status(path, ignored).type() != fs::file_type::not_found;
 }
 
+/// Raises the system's error where that cannot be told.
+bool isMissing(const fs::path& path) {
+    return !files::stampOf(path);
+}
+
+std::string bytesIfThere(const fs::path& path) {
+    return isMissing(path) ? std::string() : settingsBytes(path);
+}
+
 std::string_view withoutBlanksBehind(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
@@ -120,15 +129,15 @@ void writeSettings(std::string_view section, std::span<const KeyValue> values) {
     createProgramFolder();
     const files::FolderLock lock(state().programFolder);
     // Read anew: another program may have written since, and shipped settings seed the first file.
-    const fs::path present = findFile(settingsFileName);
-    const std::string before = isThere(present) ? settingsBytes(present) : std::string();
+    const fs::path own = state().programFolder / settingsFileName;
+    const std::string before = bytesIfThere(isMissing(own) ? findFile(settingsFileName) : own);
     ProfileText text(before);
     for (const auto& [key, value] : values) {
         text.setValue(section, key, value);
     }
     if (text.bytes() != before) {
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.bytes().data());
-        files::replace(state().programFolder / settingsFileName, {bytes, text.bytes().size()});
+        files::replace(own, {bytes, text.bytes().size()});
     }
 }
 
