@@ -10,7 +10,7 @@ set -euo pipefail
 declare -A sets=(
     [build]="g++ cmake ninja-build libfmt-dev nlohmann-json3-dev libcli11-dev
         qt6-base-dev qt6-svg-dev qt6-translations-l10n fonts-dejavu-core fonts-noto-cjk"
-    [tests]="libgtest-dev libgmock-dev xvfb openbox xdotool"
+    [tests]="libgtest-dev libgmock-dev xvfb openbox xdotool strace"
     [checks]="clang-format-14 clang-tidy-14 shellcheck"
     [coverage]="gcovr valgrind"
     [packaging]="debhelper librsvg2-bin lintian appstream desktop-file-utils man-db mandoc

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+//
+// The desktop program without its windows, for tests that watch it from outside:
+//
+//   driver PROGRAM_FOLDER start           the start-up
+//   driver PROGRAM_FOLDER save FILE       ... and Save As, with FILE chosen
+//   driver PROGRAM_FOLDER lock            ... and the command that locks the channels
+//
+// Exit code 0 where the program said that it is done, 1 where it said what went wrong.
+#include <fmt/format.h>
+
+#include <csignal>
+#include <cstdio>
+#include <span>
+#include <string>
+#include <utility>
+
+#include "app/Dialogs.h"
+#include "app/mdimoduMain.h"
+#include "app/modFileCmd.h"
+#include "app/modShowErr.h"
+#include "app/modStartUp.h"
+#include "app/ownTexts.h"
+#include "link/comPorts.h"
+#include "link/modCommun.h"
+
+namespace {
+
+using namespace k520;
+
+void say(const std::string& line) {
+    std::fputs((line + "\n").c_str(), stderr);
+}
+
+/// Answers every question with yes and every choice of a file with the same one.
+class YesDialogs : public Dialogs {
+  public:
+    explicit YesDialogs(std::string file) : file_(std::move(file)) {}
+    bool ask(const std::string& /*title*/, const std::string& /*text*/, bool /*usual*/) override {
+        return true;
+    }
+    void tell(BoxIcon /*icon*/, const std::string& /*title*/, const std::string& text) override {
+        say("box: " + text);
+    }
+    std::string openFile(const FileChoice& /*choice*/) override { return file_; }
+    std::string saveFile(const FileChoice& /*choice*/) override { return file_; }
+    void customRange() override {}
+    void openDocument(const std::string& /*path*/) override {}
+    void print(const std::string& /*html*/) override {}
+
+  private:
+    std::string file_;
+};
+
+bool done(const std::string& command, std::size_t mark) {
+    if (command == "save") {
+        modFileCmd::SaveAsFile();
+        say("remark: " + modFileCmd::state().remark);
+        return modFileCmd::state().remark == ownText(OwnText::fileSaved);
+    }
+    if (command == "lock") {
+        modStartUp::lockChannels(true);
+    }
+    return modShowErr::state().entries.size() == mark;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+    const std::span arguments(words, static_cast<std::size_t>(count));
+    if (count < 3) {
+        return 2;
+    }
+    std::signal(SIGXFSZ, SIG_IGN);
+    YesDialogs dialogs(count > 3 ? arguments[3] : "");
+    setDialogs(&dialogs);
+    mdimoduMain::state().programFolder = arguments[1];
+    mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+    // The machine's own ports are no use to a test.
+    modCommun::state().portMaker = [](std::int16_t) { return comPorts::portForDevice(""); };
+    static_cast<void>(modStartUp::Form_Load());
+    const bool good = done(arguments[2], modShowErr::state().entries.size());
+    for (const auto& entry : modShowErr::state().entries) {
+        say(fmt::format("{}: {} {}", entry.label, entry.number, entry.source));
+    }
+    setDialogs(nullptr);
+    return good ? 0 : 1;
+}
