@@ -130,7 +130,8 @@ void writeSettings(std::string_view section, std::span<const KeyValue> values) {
     const files::FolderLock lock(state().programFolder);
     // Read anew: another program may have written since, and shipped settings seed the first file.
     const fs::path own = state().programFolder / settingsFileName;
-    const std::string before = bytesIfThere(isMissing(own) ? findFile(settingsFileName) : own);
+    const bool seeds = isMissing(own) && !state().shippedFolder.empty();
+    const std::string before = bytesIfThere(seeds ? state().shippedFolder / settingsFileName : own);
     ProfileText text(before);
     for (const auto& [key, value] : values) {
         text.setValue(section, key, value);

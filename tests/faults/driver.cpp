@@ -54,6 +54,10 @@ class YesDialogs : public Dialogs {
 };
 
 bool done(const std::string& command, std::size_t mark) {
+    // Nobody keeps what a start that has failed shows.
+    if (command == "save" && mark != 0) {
+        return false;
+    }
     if (command == "save") {
         modFileCmd::SaveAsFile();
         say("remark: " + modFileCmd::state().remark);
