@@ -64,13 +64,14 @@ enum class OwnText {
     restoreRadio,
     restoreQuestion,  ///< with a place for the file's name, like restoreTip
     restoreTip,
+    restoreNone,
     stageRead,
     stageReadAgain,
     stageBackUp,
     stageWrite,
     stageRestore,
     stageReadBack,
-    backupLies,   ///< with a place for the path, like the next two
+    backupLies,  ///< with a place for the file's name, like the next two
     copyLies,
     restoreOffered,
     copyNotStored,      ///< with a place for the reason, like the next two

@@ -75,9 +75,10 @@ constexpr std::array writeArguments{
 
 constexpr std::array restoreArguments{
     port,
-    Argument{"from", "--from", "FILE", option,
-             "This backup, or any data file (default: the last one in Data/Backups that was made "
-             "before a write)"},
+    Argument{
+        "from", "--from", "FILE", option,
+        "This backup, or any data file (default: the one in Data/Backups from before the write "
+        "that failed, or else before the last write)"},
     readBack, trace};
 
 constexpr std::array verifyArguments{port, file, trace};

@@ -96,12 +96,12 @@ int runRestore(const Arguments& arguments) {
     auto file = arguments.get("from");
     requireDifferentFiles({file, arguments.get("trace")});
     if (!file) {
-        const auto latest = backups::latestBeforeWrite();
-        if (!latest) {
+        const auto wayBack = safeguards::wayBack();
+        if (!wayBack) {
             fail("there is no backup made before a write in " + backups::folder().string() +
                  "; give one with --from");
         }
-        file = latest->path.string();
+        file = wayBack->string();
     }
     RadioLink link(arguments.at("port"), arguments.get("trace"));
     link.restore(*file, {.readBack = arguments.has("verify")});

@@ -20,7 +20,6 @@
 #include "desktop/LineListModel.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
-#include "image/backups.h"
 #include "link/frmCommunGuards.h"
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
@@ -37,9 +36,9 @@ constexpr int noticeText = 70;
 constexpr int readText = 100;
 constexpr int writeText = 101;
 constexpr int titleText = 156;
-constexpr int adviceLines = 4;
+constexpr int adviceLines = 5;
 constexpr int startChars = 14;
-constexpr QSize usualSize(580, 600);
+constexpr QSize usualSize(600, 640);
 
 QHBoxLayout* rowOf(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right) {
     auto* row = own<QHBoxLayout>();
@@ -126,7 +125,9 @@ void frmCommun::prepare(Direction direction) {
     }
     setCaptions();
     // Room of its own, so that nothing moves when it speaks; the font goes with the language.
-    lblAdvice_->setFixedHeight(lblAdvice_->fontMetrics().lineSpacing() * adviceLines);
+    lblAdvice_->ensurePolished();
+    lblAdvice_->setFixedHeight(lblAdvice_->fontMetrics().lineSpacing() * adviceLines +
+                               lblAdvice_->fontMetrics().descent());
     cmdRead_->setVisible(direction == Direction::read);
     cmdWrite_->setVisible(direction == Direction::write);
     startButton(direction)->setDefault(true);
@@ -225,12 +226,12 @@ void frmCommun::run(Direction direction) {
 }
 
 void frmCommun::restore() {
-    const auto backup = backups::latestBeforeWrite();
+    const auto backup = safeguards::wayBack();
     if (running_ || !backup) {
         return;
     }
-    const auto question = fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)),
-                                      backup->path.filename().string());
+    const auto question =
+        fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)), backup->filename().string());
     // Right after a write that failed there is nothing to lose.
     if (!restoreDue_ && !theDialogs().ask(modSoftFace::text(noticeText), question, false)) {
         return;
@@ -239,7 +240,7 @@ void frmCommun::restore() {
     choices.backUpFirst = false;
     auto stages = safeguards::stagesOf(Direction::write, choices);
     stages.front() = Stage::restore;
-    held(std::move(stages), [&] { return safeguards::restore(*view_, backup->path, choices); });
+    held(std::move(stages), [&] { return safeguards::restore(*view_, *backup, choices); });
 }
 
 void frmCommun::conclude(const safeguards::Report& report) {
@@ -257,6 +258,8 @@ void frmCommun::conclude(const safeguards::Report& report) {
     emit sessionEnded(report.direction, succeeded);
     if (succeeded && chkShowMemDat_->isChecked()) {
         emit memDatWanted();
+        // The window that shows it must not take the keyboard from a dialog that stays open.
+        activateWindow();
     }
 }
 

@@ -148,7 +148,9 @@ QString frmCommunGuards::textOf(std::size_t place) const {
         case Mark::done:
             return QStringLiteral("✓ %1").arg(name);
         case Mark::failed:
-            return QStringLiteral("✗ %1 %2 %").arg(name).arg(percents_[place]);
+            return percents_[place] == 0
+                       ? QStringLiteral("✗ %1").arg(name)
+                       : QStringLiteral("✗ %1 %2 %").arg(name).arg(percents_[place]);
         case Mark::pending:
             break;
     }

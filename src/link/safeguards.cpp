@@ -9,8 +9,10 @@
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "channels/modChMem.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "image/unfinishedWrite.h"
 #include "link/modCommun.h"
 
 namespace k520::safeguards {
@@ -142,6 +144,26 @@ bool takeLostBytesFromRadio(Run& run, AddressRange range, MemoryImage& image) {
     return run.readScratch(Stage::backUp, {datFile::lostAddress, last}, image);
 }
 
+/// Stores the backup of a write, and the note that the write is about to begin. Where an earlier
+/// write has left this very radio torn, the backup from before that one stays the way back.
+std::filesystem::path storeBeforeWrite(const MemoryImage& before, AddressRange range) {
+    auto origin = backups::store(before, range, backups::Reason::beforeWrite).path;
+    if (const auto torn = unfinishedWrite::pending(); torn && leads(*torn, before)) {
+        origin = torn->backup;
+    }
+    modChMem::SetConvIicDat();
+    unfinishedWrite::begin({origin, before, modIicDat::IicDat()});
+    return origin;
+}
+
+/// The end of a run that was to change the radio.
+Report writingEnded(Run& run, bool good) {
+    if (good) {
+        unfinishedWrite::end();
+    }
+    return run.ended(good);
+}
+
 }  // namespace
 
 Choices chosen() {
@@ -191,7 +213,7 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
         MemoryImage before = freshScratch();
         const bool kept = run.readScratch(Stage::backUp, range, before) && run.store([&] {
             if (backUpTo.empty()) {
-                return backups::store(before, range, backups::Reason::beforeWrite).path;
+                return storeBeforeWrite(before, range);
             }
             backups::storeAs(backUpTo, before);
             return backUpTo;
@@ -204,11 +226,13 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
     if (!run.report().written) {
         return run.ended(false);
     }
-    return run.ended(!choices.readBack || run.compareWithRadio(modIicDat::IicDat(), written));
+    return writingEnded(run,
+                        !choices.readBack || run.compareWithRadio(modIicDat::IicDat(), written));
 }
 
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices) {
     Run run(Direction::write, view);
+    run.report().restored = true;
     const auto name = backups::parseName(file);
     const AddressRange range = name ? name->covered : modIicDat::state().writeRange;
     backups::Content content;
@@ -225,13 +249,21 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
     if (!run.report().written) {
         return run.ended(false);
     }
-    return run.ended(!choices.readBack || run.compareWithRadio(content.image, range));
+    return writingEnded(run, !choices.readBack || run.compareWithRadio(content.image, range));
 }
 
 bool radioChanged(const Report& report) noexcept {
     const bool wrote = report.stage == Stage::write || report.stage == Stage::restore;
     return report.written || (wrote && modSession::radioStateAfter(report.result) !=
                                            modSession::RadioState::untouched);
+}
+
+std::optional<std::filesystem::path> wayBack() {
+    if (const auto torn = unfinishedWrite::pending()) {
+        return torn->backup;
+    }
+    const auto latest = backups::latestBeforeWrite();
+    return latest ? std::optional(latest->path) : std::nullopt;
 }
 
 void listDifferences(const Report& report) {

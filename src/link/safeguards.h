@@ -67,8 +67,11 @@ struct Report {
     bool imageSafe = true;
     /// True where the write itself was done, whatever became of the comparison.
     bool written = false;
-    /// Where what the radio held now lies; empty where nothing was stored.
+    /// Where what the radio held now lies; empty where nothing was stored. After earlier writes to
+    /// the same radio that failed it is the backup from before the first of them.
     std::filesystem::path backup;
+    /// The run was a restore: `backup` is what the radio was to hold again.
+    bool restored = false;
     /// Why it could not be stored.
     std::string backupTrouble;
     /// What the comparison found: `expected` is what was sent or read first, `found` what came
@@ -96,6 +99,10 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
 
 /// Whether a run has changed the radio, or may have.
 [[nodiscard]] bool radioChanged(const Report& report) noexcept;
+
+/// The backup that a restore would put back: that of a write that has not come to its good end,
+/// else the last one made before a write.
+[[nodiscard]] std::optional<std::filesystem::path> wayBack();
 
 /// Adds the differences of a report to the data list, one line each.
 void listDifferences(const Report& report);

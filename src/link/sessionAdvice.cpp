@@ -135,7 +135,7 @@ std::string causeOf(const Result& result, Entries logged) {
 std::string withRestoreOffered(const std::string& text, const Report& report) {
     return report.backup.empty()
                ? text
-               : joined(text, say(OwnText::restoreOffered, report.backup.string()));
+               : joined(text, say(OwnText::restoreOffered, report.backup.filename().string()));
 }
 
 /// A run whose last session did not succeed.
@@ -167,25 +167,21 @@ std::string differ(const Report& report) {
                           : joined(say(OwnText::readsDiffer, count), say(OwnText::imageUnchanged));
 }
 
-OwnText verdictOf(const Report& report) {
-    const bool compared = report.stage == Stage::compare;
-    return report.direction == Direction::read ? OwnText::bothReadsAgree
-           : compared                          ? OwnText::radioHoldsAll
-                                               : OwnText::radioRestored;
-}
-
 /// A run whose sessions all succeeded.
 std::string done(const Report& report, Entries logged) {
-    auto text = success(report.direction, report.result, logged);
-    if (report.stage != Stage::read && report.stage != Stage::write) {
-        text = joined(text, say(verdictOf(report)));
-    }
-    if (report.backup.empty()) {
-        return text;
+    const auto text = success(report.direction, report.result, logged);
+    if (report.restored) {
+        return joined(text, say(OwnText::radioRestored));
     }
     const bool read = report.direction == Direction::read;
-    return joined(text,
-                  say(read ? OwnText::copyLies : OwnText::backupLies, report.backup.string()));
+    const auto verdict =
+        report.stage == Stage::compare
+            ? joined(text, say(read ? OwnText::bothReadsAgree : OwnText::radioHoldsAll))
+            : text;
+    return report.backup.empty()
+               ? verdict
+               : joined(verdict, say(read ? OwnText::copyLies : OwnText::backupLies,
+                                     report.backup.filename().string()));
 }
 
 /// A backup that could not be stored or read.

@@ -106,7 +106,7 @@ TEST_F(CommunDialog, SafeguardsAreStagesAndABrokenWriteIsOneClickFromItsBackup) 
     EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "1. Read → 2. Read again and compare");
     startButton(Direction::read).click();
     EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "✓ Read → ✓ Read again and compare");
-    EXPECT_THAT(advice(), HasSubstr("Both passes agree. A copy is kept in "));
+    EXPECT_THAT(advice(), HasSubstr("Both passes agree. A copy is kept in Data/Backups/"));
 
     EXPECT_EQ(ticked(Direction::write), "-++");
     auto& restore = find<QPushButton>(dialog, "cmdRestore");

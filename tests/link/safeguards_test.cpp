@@ -89,8 +89,9 @@ TEST_F(Safeguards, AWriteIsBackedUpComparedAndCanBeTakenBack) {
     EXPECT_THAT(view.stages, testing::ElementsAre(Stage::backUp, Stage::write, Stage::compare));
     EXPECT_NE(memory(), before);
     EXPECT_EQ(report.backup.filename(), "2026-11-21_13-05-09_before-write_0000-042F.dat");
-    EXPECT_THAT(advice(report), HasSubstr("holds what was sent. The backup made before is " +
-                                          report.backup.string()));
+    EXPECT_THAT(advice(report),
+                HasSubstr("holds what was sent. The backup made before is Data/Backups/" +
+                          report.backup.filename().string()));
 
     // The whole of what was read, the bytes without a place in a data file among them.
     const auto sent = IicDat();
@@ -98,6 +99,42 @@ TEST_F(Safeguards, AWriteIsBackedUpComparedAndCanBeTakenBack) {
     EXPECT_EQ(memory(), before);
     EXPECT_EQ(IicDat(), sent) << "a restore is none of the image's business";
     EXPECT_EQ(backupCount(), 1U);
+    EXPECT_EQ(wayBack(), report.backup);
+}
+
+// Whoever writes again after a write that broke off backs up a torn radio.
+TEST_F(Safeguards, TheWayBackLeadsBeforeTheFirstOfSeveralBrokenWrites) {
+    const auto before = memory();
+    const auto writeAndBreak = [&](unsigned block) {
+        const auto held = memory();
+        plug({.silentFrom = 70 + 3 + block});
+        std::ranges::copy(held, radio->memory().begin());
+        EXPECT_FALSE(write(view, all).good);
+        dialogs.take();
+    };
+    writeAndBreak(30);
+    const auto origin = wayBack();
+    IicDat()(0x42F) ^= 0xFF;
+    writeAndBreak(20);
+    const auto torn = memory();
+    EXPECT_EQ(wayBack(), origin);
+    EXPECT_EQ(backupCount(), 2U);
+
+    // Another radio has a way back of its own, and so has this one again after it.
+    plug({.silentFrom = 70 + 10});
+    std::ranges::fill(radio->memory(), std::uint8_t{0x77});
+    const Report other = write(view, all);
+    EXPECT_NE(other.backup, origin);
+    EXPECT_EQ(wayBack(), other.backup);
+    dialogs.take();
+
+    plug();
+    std::ranges::copy(torn, radio->memory().begin());
+    const Report report = restore(view, *origin, all);
+    EXPECT_TRUE(report.good);
+    EXPECT_EQ(memory(), before);
+    EXPECT_THAT(advice(report), HasSubstr("The radio holds the backup again."));
+    EXPECT_EQ(wayBack(), backups::latestBeforeWrite()->path) << "nothing is unfinished any more";
 }
 
 TEST_F(Safeguards, APlainDataFileRestoresAllThatItHolds) {
@@ -136,7 +173,7 @@ TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
     EXPECT_EQ(IicDat(), before);
     EXPECT_EQ(backupCount(), 1U);
     EXPECT_THAT(view.statuses, testing::Not(HasSubstr("Successful")));
-    EXPECT_THAT(advice(report), HasSubstr("differ in 1 bytes"));
+    EXPECT_THAT(advice(report), HasSubstr("(bytes listed below: 1)"));
     listDifferences(report);
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("0020: "));
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("Channel 2"));
@@ -196,8 +233,7 @@ TEST_F(Safeguards, ChoicesAreOffUntilTheSettingsFileHasThemOn) {
     }
     choose(choiceRows[0], false);
     EXPECT_EQ(chosen(), (Choices{.keepCopy = false, .backUpFirst = true, .readBack = true}));
-    EXPECT_EQ(folder.read("Uninstall.exe"),
-              "[Setting]\nKeepCopy=0\nBackUpFirst=1\nReadBack=1\n");
+    EXPECT_EQ(folder.read("Uninstall.exe"), "[Setting]\nKeepCopy=0\nBackUpFirst=1\nReadBack=1\n");
 }
 
 }  // namespace

@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "image/unfinishedWrite.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "app/Files.h"
+#include "app/Guard.h"
+#include "app/RuntimeError.h"
+#include "image/backups.h"
+#include "image/modIicDat.h"
+#include "image/stamp.h"
+
+namespace k520::unfinishedWrite {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// More than a bad line falsifies in one session, less than one channel has.
+constexpr int mostFalsified = 8;
+constexpr std::size_t longestName = 255;
+
+fs::path notePath() {
+    return backups::folder() / "unfinished-write";
+}
+
+bool inStamp(int address) {
+    return address >= stamp::address && address < stamp::address + stamp::length;
+}
+
+}  // namespace
+
+void begin(const Note& note) {
+    const std::string name = note.backup.filename().string() + '\n';
+    std::vector<std::uint8_t> bytes(name.begin(), name.end());
+    for (const MemoryImage* image : {&note.found, &note.sent}) {
+        bytes.insert(bytes.end(), image->bytes().begin(), image->bytes().end());
+    }
+    files::replace(notePath(), bytes);
+}
+
+void end() {
+    guarded("unfinishedWrite->end", [] {
+        std::error_code error;
+        fs::remove(notePath(), error);
+        if (error) {
+            throw RuntimeError(numberOfSystemError(error.value()),
+                               notePath().string() + ": " + error.message());
+        }
+    });
+}
+
+std::optional<Note> pending() {
+    const std::size_t size = modIicDat::IicDat().size();
+    try {
+        const auto bytes = files::read(notePath(), longestName + 1 + 2 * size).bytes;
+        const auto lineEnd = std::ranges::find(bytes, '\n');
+        if (static_cast<std::size_t>(bytes.end() - lineEnd) != 1 + 2 * size) {
+            return std::nullopt;
+        }
+        Note note{backups::folder() / std::string(bytes.begin(), lineEnd), MemoryImage(size),
+                  MemoryImage(size)};
+        const auto images = lineEnd + 1;
+        const auto half = images + static_cast<std::ptrdiff_t>(size);
+        std::copy(images, half, note.found.bytes().begin());
+        std::copy(half, bytes.end(), note.sent.bytes().begin());
+        const bool usable = backups::parseName(note.backup) && files::stampOf(note.backup);
+        return usable ? std::optional(std::move(note)) : std::nullopt;
+    } catch (const RuntimeError&) {
+        return std::nullopt;  // there is none
+    }
+}
+
+bool leads(const Note& note, const MemoryImage& now) {
+    int unexplained = 0;
+    for (int address = 0; address < std::ssize(now.bytes()); ++address) {
+        const bool explained = now(address) == note.found(address) ||
+                               now(address) == note.sent(address) || inStamp(address);
+        unexplained += explained ? 0 : 1;
+    }
+    return unexplained <= mostFalsified;
+}
+
+}  // namespace k520::unfinishedWrite
