@@ -45,6 +45,8 @@ struct State {
     /// The port object, from OpenCom to CloseCom.
     std::unique_ptr<SerialPort> comCommun;
     std::int16_t portFailureFlag = flagFalse;
+    /// The device failure that the open port raised last and that has been told; empty before.
+    std::string toldFailure;
 
     // The data list and the number of its next line.
     LineList listRtData;
@@ -119,7 +121,8 @@ void ConvComCode(std::string_view script);
 /// Runs the token array up to its first token that is none of TX, RF and WF at the start of a
 /// phase, or up to a failure. The result is the failure flag: a reply that was late or wrong, or
 /// any error (9 for more than 101 frame or reply bytes or 100 data bytes, what the port raises),
-/// which also goes to the error list under "modCommun->ProtocolCom".
+/// which also goes to the error list under "modCommun->ProtocolCom". A port that has gone away
+/// fails every attempt that follows in the same words; they are told once.
 void ProtocolCom();
 
 /// How many times the wait for a reply polls, less one, after so many failed attempts.

@@ -34,6 +34,7 @@ std::unique_ptr<SerialPort> makePort(std::int16_t number) {
 
 void OpenCom() {
     State& s = state();
+    s.toldFailure.clear();
     const bool opened = guarded("modCommun->OpenCom", [&] {
         s.comCommun = makePort(s.portNumber);
         s.comCommun->open();

@@ -17,6 +17,27 @@ constexpr std::size_t frameLimit = 101;
 constexpr std::string_view anyByte = "VA";
 constexpr int noReplyText = 175;
 
+/// Runs a body as guarded() does, but is silent about a failure of the port that has been told.
+template <class Body>
+bool guardedOnce(std::string_view label, Body&& body) {
+    bool done = false;
+    guarded(label, [&] {
+        try {
+            body();
+            done = true;
+        } catch (const RuntimeError& error) {
+            const bool known = error.source() == state().toldFailure;
+            if (error.number() == errNum::deviceIo) {
+                state().toldFailure = error.source();
+            }
+            if (!known) {
+                throw;
+            }
+        }
+    });
+    return done;
+}
+
 SerialPort& thePort() {
     if (!state().comCommun) {
         throw RuntimeError(errNum::deviceUnavailable, "the serial port is not open");
@@ -165,7 +186,7 @@ bool replyIsRight(std::int16_t count) {
 
 void ProtocolCom() {
     State& s = state();
-    const bool ran = guarded("modCommun->ProtocolCom", runScript);
+    const bool ran = guardedOnce("modCommun->ProtocolCom", runScript);
     if (!ran || s.scriptCut != flagFalse) {
         s.failureFlag = flagTrue;
     }
@@ -174,7 +195,7 @@ void ProtocolCom() {
 void RxComDat(std::int16_t count) {
     constexpr std::string_view label = "modCommun->RxComDat";
     bool right = false;
-    guarded(label, [&] {
+    guardedOnce(label, [&] {
         const auto length = static_cast<std::size_t>(count);
         state().dataIndex = 1;
         if (awaitBytes(length)) {

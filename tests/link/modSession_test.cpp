@@ -186,6 +186,7 @@ TEST_F(Session, ErrorsEndItWithEverythingReset) {
         arrange();
         EXPECT_EQ(cmdRead_Click(view).outcome, outcome);
         EXPECT_EQ(modShowErr::state().entries.back().label, label);
+        EXPECT_EQ(std::exchange(modShowErr::state().entries, {}).size(), 1U);
         EXPECT_FALSE(modCommun::state().comCommun);
         EXPECT_EQ(dialogs.take().size(), label == "modCommun->ProtocolCom" ? 1U : 0U);
         EXPECT_TRUE(view.log.ends_with(
