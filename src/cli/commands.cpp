@@ -95,6 +95,13 @@ constexpr std::array simulateArguments{
     Argument{"add", "--add", "N", option, "Fault: send reply byte N twice"},
     Argument{"delay", "--delay", "N[:MS]", option,
              "Fault: send reply byte N late, by MS milliseconds (default 100)"},
+    Argument{"lose-request", "--lose-request", "N", option, "Fault: lose request byte N"},
+    Argument{"corrupt-request", "--corrupt-request", "N", option,
+             "Fault: flip bits of request byte N"},
+    Argument{"forget", "--forget", "N", option,
+             "Fault: acknowledge the Nth written block and do not store it"},
+    Argument{"babble-from", "--babble-from", "N", option,
+             "Fault: fill the line with noise from exchange N on (1: at once)"},
     Argument{"silent-from", "--silent-from", "N", option,
              "Fault: answer nothing from exchange N on"},
     Argument{"fail-first", "--fail-first", "K", option,
@@ -167,7 +174,7 @@ const std::array table{
             verifyArguments, runVerify},
     Command{"simulate", "Plays a radio on a pseudo-terminal",
             "The first line of stdout is \"port: DEVICE\": give that device to read and write. "
-            "Ends on Ctrl-C.\nReply bytes and exchanges count from 1.\n"
+            "Ends on Ctrl-C.\nBytes, blocks and exchanges count from 1.\n"
             "Example: k520-cli simulate --link /tmp/radio --save radio.dat",
             simulateArguments, runSimulate},
 };

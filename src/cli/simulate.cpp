@@ -53,9 +53,9 @@ std::optional<std::uint32_t> countOf(const Arguments& arguments, std::string_vie
 }
 
 void addByteFault(const Arguments& arguments, std::string_view name, ByteFaultKind kind,
-                  SimFaults& faults) {
+                  std::vector<ByteFault>& faults) {
     if (const auto byte = countOf(arguments, name)) {
-        faults.replyBytes.push_back({.kind = kind, .byte = *byte});
+        faults.push_back({.kind = kind, .byte = *byte});
     }
 }
 
@@ -78,13 +78,19 @@ void addDelay(const Arguments& arguments, SimFaults& faults) {
 
 SimFaults faultsOf(const Arguments& arguments) {
     SimFaults faults;
-    addByteFault(arguments, "lose", ByteFaultKind::lose, faults);
-    addByteFault(arguments, "corrupt", ByteFaultKind::corrupt, faults);
-    addByteFault(arguments, "add", ByteFaultKind::add, faults);
+    addByteFault(arguments, "lose", ByteFaultKind::lose, faults.replyBytes);
+    addByteFault(arguments, "corrupt", ByteFaultKind::corrupt, faults.replyBytes);
+    addByteFault(arguments, "add", ByteFaultKind::repeat, faults.replyBytes);
+    addByteFault(arguments, "lose-request", ByteFaultKind::lose, faults.requestBytes);
+    addByteFault(arguments, "corrupt-request", ByteFaultKind::corrupt, faults.requestBytes);
     addDelay(arguments, faults);
     faults.silentFrom = countOf(arguments, "silent-from");
     faults.failAttempts = countOf(arguments, "fail-first").value_or(0);
     faults.goneAfter = countOf(arguments, "unplug-after");
+    faults.forgottenBlock = countOf(arguments, "forget");
+    if (const auto from = countOf(arguments, "babble-from")) {
+        faults.babble = Babble{.from = *from};
+    }
     return faults;
 }
 

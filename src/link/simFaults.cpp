@@ -17,6 +17,9 @@ void apply(const ByteFault& fault, LineByte& byte) noexcept {
         case ByteFaultKind::add:
             byte.extra = fault.value;
             break;
+        case ByteFaultKind::repeat:
+            byte.extra = byte.value;
+            break;
         case ByteFaultKind::delay:
             byte.late += fault.by;
             break;

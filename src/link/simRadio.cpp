@@ -25,6 +25,7 @@ constexpr std::array<std::uint8_t, 1> writeStart{writeCommand};
 constexpr std::size_t headerLength = 4;
 constexpr std::size_t longestBlock = 16;
 constexpr std::uint64_t bitsPerByte = 10;
+constexpr int babbleKept = 4096;
 
 /// A frame's fixed beginning, its length without data, and whether data bytes follow.
 struct Shape {
@@ -109,16 +110,30 @@ void SimRadio::setMemory(std::vector<std::uint8_t> memory) {
 
 void SimRadio::receive(std::span<const std::uint8_t> bytes, Microseconds now) {
     for (const std::uint8_t byte : bytes) {
-        inFree_ = std::max<LineTime>(inFree_, now) + byteTime_;
-        if (!goneAt_ || inFree_ < *goneAt_) {
-            hear(byte, inFree_);
+        inFree_ = std::max<LineTime>(inFree_, now);
+        arrive(throughFaults(faults_.requestBytes, ++counters_.requestBytes, byte));
+    }
+}
+
+/// Takes a byte from the computer's line, as it comes out of it.
+void SimRadio::arrive(const LineByte& byte) {
+    const auto pass = [this](std::uint8_t value, bool lost) {
+        inFree_ += byteTime_;
+        if (!lost && (!goneAt_ || inFree_ < *goneAt_)) {
+            hear(value, inFree_);
         }
+    };
+    inFree_ += byte.late;
+    pass(byte.value, byte.lost);
+    if (byte.extra) {
+        pass(*byte.extra, false);
     }
 }
 
 std::vector<std::uint8_t> SimRadio::takeDue(Microseconds now) {
     dropStale(now);
     const LineTime end = goneAt_ ? std::min<LineTime>(now, *goneAt_) : now;
+    babble(end);
     std::vector<std::uint8_t> bytes;
     while (!out_.empty() && out_.front().due <= end) {
         bytes.push_back(out_.front().value);
@@ -128,11 +143,18 @@ std::vector<std::uint8_t> SimRadio::takeDue(Microseconds now) {
 }
 
 std::optional<SimRadio::Microseconds> SimRadio::nextDue() const {
-    if (out_.empty() && !goneAt_) {
-        return std::nullopt;
+    LineTime next = goneAt_.value_or(LineTime::max());
+    if (!out_.empty()) {
+        next = std::min(next, out_.front().due);
+    } else if (babbling()) {
+        next = std::min(next, outFree_ + byteTime_);
     }
-    const LineTime next = out_.empty() ? *goneAt_ : out_.front().due;
-    return std::chrono::ceil<Microseconds>(goneAt_ ? std::min(next, *goneAt_) : next);
+    return next == LineTime::max() ? std::nullopt
+                                   : std::optional(std::chrono::ceil<Microseconds>(next));
+}
+
+std::optional<SimRadio::Microseconds> SimRadio::goneAt() const {
+    return goneAt_ ? std::optional(std::chrono::ceil<Microseconds>(*goneAt_)) : std::nullopt;
 }
 
 SimRadio::Microseconds SimRadio::lineBusyUntil() const {
@@ -173,6 +195,8 @@ void SimRadio::refuse() {
 
 void SimRadio::complete(const Rule& rule, LineTime at) {
     const Frame frame = std::exchange(frame_, {});
+    babble(at);
+    outFree_ = std::max(outFree_, at);
     ++counters_.exchanges;
     if (frame.front() == greeting.front()) {
         ++counters_.attempts;
@@ -203,6 +227,25 @@ void SimRadio::answer(std::span<const std::uint8_t> bytes, LineTime at) {
             outFree_ += byteTime_;
             out_.push_back({*sent.extra, outFree_});
         }
+    }
+}
+
+bool SimRadio::babbling() const noexcept {
+    const std::uint32_t awaited = counters_.exchanges + 1;
+    return faults_.babble && awaited >= faults_.babble->from && awaited < faults_.babble->until;
+}
+
+/// Fills the radio's line with noise up to `end`. What nobody has listened to for long is lost.
+void SimRadio::babble(LineTime end) {
+    if (!babbling()) {
+        return;
+    }
+    outFree_ = std::max(outFree_, end - babbleKept * byteTime_);
+    while (outFree_ + byteTime_ <= end) {
+        outFree_ += byteTime_;
+        noise_ = noise_ * 1'664'525 + 1'013'904'223;
+        const auto byte = static_cast<std::uint8_t>(noise_ >> 24);
+        out_.push_back({faults_.babble->value.value_or(byte), outFree_});
     }
 }
 
@@ -255,8 +298,10 @@ void SimRadio::readBlock(const Frame& frame, LineTime at) {
 
 void SimRadio::writeBlock(const Frame& frame, LineTime at) {
     if (const auto block = blockOf(frame)) {
-        std::ranges::copy(std::span(frame).subspan(headerLength),
-                          memory().subspan(block->address).begin());
+        if (++blocksToStore_ != faults_.forgottenBlock) {
+            std::ranges::copy(std::span(frame).subspan(headerLength),
+                              memory().subspan(block->address).begin());
+        }
         answer(acknowledgement, at);
         ++blocksWritten_;
     }

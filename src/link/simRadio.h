@@ -58,6 +58,7 @@ class SimRadio {
         std::uint32_t writes = 0;      ///< the same for write sessions
         std::uint32_t replyBytes = 0;  ///< bytes that the radio sent, lost ones included
         std::uint32_t complaints = 0;
+        std::uint32_t requestBytes = 0;  ///< bytes that the computer sent, lost ones included
 
         friend bool operator==(const Counters&, const Counters&) = default;
     };
@@ -75,6 +76,8 @@ class SimRadio {
     /// When the computer's last byte will have left its line. A port with a bounded buffer takes
     /// no more bytes long before.
     [[nodiscard]] Microseconds lineBusyUntil() const;
+    /// When the cable came or comes out; nothing while that is not certain.
+    [[nodiscard]] std::optional<Microseconds> goneAt() const;
     /// Whether the cable is out.
     [[nodiscard]] bool gone(Microseconds now) const { return goneAt_ && *goneAt_ <= now; }
 
@@ -115,11 +118,14 @@ class SimRadio {
     static std::span<const Rule> rules() noexcept;
     static const Rule* ruleFor(State state, std::uint8_t command) noexcept;
 
+    void arrive(const LineByte& byte);
     void hear(std::uint8_t byte, LineTime at);
     void refuse();
     void complete(const Rule& rule, LineTime at);
     void dropStale(LineTime at);
     void answer(std::span<const std::uint8_t> bytes, LineTime at);
+    [[nodiscard]] bool babbling() const noexcept;
+    void babble(LineTime end);
     void complain(const std::string& what, std::span<const std::uint8_t> bytes);
     std::optional<Block> blockOf(const Frame& frame);
 
@@ -142,6 +148,8 @@ class SimRadio {
     std::optional<LineTime> goneAt_;
     std::uint32_t blocksRead_ = 0;  ///< since the greeting
     std::uint32_t blocksWritten_ = 0;
+    std::uint32_t blocksToStore_ = 0;  ///< over the radio's life
+    std::uint32_t noise_ = 0x2545F491;
     Counters counters_;
     std::vector<std::string> complaints_;
     bool cableTaken_ = false;

@@ -78,8 +78,8 @@ TEST(SimRadio, WholeSessionsChangeTheMemoryAndAreCounted) {
     EXPECT_EQ(host.exchange(acknowledge), acknowledge);
 
     EXPECT_EQ(completed, 1);
-    // Exchanges, attempts, reads, writes, reply bytes and complaints.
-    EXPECT_EQ(host.radio.counters(), (SimRadio::Counters{14, 4, 1, 1, 20, 0}));
+    // Exchanges, attempts, reads, writes, reply bytes, complaints and request bytes.
+    EXPECT_EQ(host.radio.counters(), (SimRadio::Counters{14, 4, 1, 1, 20, 0, 56}));
 }
 
 TEST(SimRadio, EveryByteTakesItsTimeOnTheLine) {
@@ -152,6 +152,7 @@ TEST(SimRadio, ByteFaultsHitTheByteTheyName) {
         {{{lose, 3, 0, {}}}, {0, 0, 2, 0x0A, 0x0B}, us(10'417)},
         {{{corrupt, 7, 0x81, {}}}, {0x57, 0, 0, 2, 0x8B, 0x0B}, us(10'417)},
         {{{add, 8, 0x33, {}}}, {0x57, 0, 0, 2, 0x0A, 0x0B, 0x33}, us(11'459)},
+        {{{repeat, 7, 0, {}}}, {0x57, 0, 0, 2, 0x0A, 0x0A, 0x0B}, us(11'459)},
         {{{delay, 4, 0, us(2000)}}, {0x57, 0, 0, 2, 0x0A, 0x0B}, us(12'417)}};
     for (const auto& [faults, expected, end] : rows) {
         Host host({0x0A, 0x0B}, {.replyBytes = faults});
@@ -176,6 +177,29 @@ TEST(SimRadio, SilenceAndUnplugging) {
     EXPECT_EQ(leaving.takeDue(us(8334)), acknowledge);
     EXPECT_EQ(leaving.nextDue(), out);
     EXPECT_TRUE(leaving.gone(out) && !leaving.gone(out - us(1)));
+}
+
+TEST(SimRadio, RequestBytesBlocksAndTheLineFailOnRequest) {
+    using enum ByteFaultKind;
+    // The handshake is request bytes 1 to 8, a block of two bytes 9 to 14.
+    const std::tuple<SimFaults, Bytes, Bytes> rows[] = {
+        {{.requestBytes = {{lose, 13, 0, {}}}}, {}, {0, 0}},
+        {{.requestBytes = {{corrupt, 14, 0x80, {}}}}, acknowledge, {0x0A, 0x8B}},
+        {{.requestBytes = {{add, 13, 0x33, {}}}}, acknowledge, {0x0A, 0x33}},
+        {{.forgottenBlock = 1}, acknowledge, {0, 0}}};
+    for (const auto& [faults, answer, stored] : rows) {
+        Host host(Bytes(2), faults);
+        host.handshake();
+        EXPECT_EQ(host.exchange(block(0x57, 0, 2, {0x0A, 0x0B})), answer);
+        EXPECT_TRUE(std::ranges::equal(host.radio.memory().first(2), stored));
+    }
+
+    // Noise fills the second behind the greeting's answer, and ends with the next exchange.
+    Host noisy({}, {.babble = Babble{.from = 2, .until = 3, .value = 0x55}});
+    const Bytes heard = noisy.exchange(greeting);
+    EXPECT_EQ(heard[0], 0x06);
+    EXPECT_EQ(std::ranges::count(heard, 0x55), 952);
+    EXPECT_EQ(noisy.exchange(acknowledge), (Bytes{0x55, 0x06}));
 }
 
 /// The port "virtual".
