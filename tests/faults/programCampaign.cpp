@@ -26,7 +26,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 /// Sessions wait for the line most of the time, so that several share a processor.
-constexpr int atATime = 12;
+constexpr int atATime = 3;
 
 int reap() {
     int status = 0;
