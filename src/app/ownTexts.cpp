@@ -117,7 +117,11 @@ const Row rows[] = {
      "Without a backup nothing was written: the radio is unchanged."},
     {OwnText::bothReadsAgree, "两次读取的数据一致。", "Both passes agree."},
     {OwnText::radioHoldsAll, "回读的数据与写入的一致。", "Read back: the radio holds what was sent."},
-    {OwnText::radioRestored, "对讲机已恢复到备份时的数据。", "The radio holds the backup again."},
+    {OwnText::radioRestored, "备份已写回对讲机。", "The backup was written back to the radio."},
+    {OwnText::restoreAgain, "对讲机中还不是备份的数据：使用前请再次恢复。",
+     "The radio does not hold the backup yet: restore once more before it is used."},
+    {OwnText::restoreDiffers, "对讲机中有 {} 个字节与备份不同（见下面的列表）。",
+     "The radio differs from the backup (bytes listed below: {})."},
     {OwnText::readsDiffer, "两次读取有 {} 个字节不同（见下面的列表），其中必有一次有误。请检查写频线后重新读取。",
      "Two passes over the radio differ, so one of them is wrong (bytes listed below: {}). Check the "
      "cable and read again."},

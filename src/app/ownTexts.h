@@ -74,14 +74,16 @@ enum class OwnText {
     backupLies,  ///< with a place for the file's name, like the next two
     copyLies,
     restoreOffered,
-    copyNotStored,      ///< with a place for the reason, like the next two
+    copyNotStored,  ///< with a place for the reason, like the next two
     backupNotStored,
     backupNotReadable,
     backUpFailed,  ///< nothing was written because the backup failed
     bothReadsAgree,
     radioHoldsAll,
     radioRestored,
-    readsDiffer,   ///< with a place for the number of bytes, like the next
+    restoreAgain,
+    restoreDiffers,  ///< with a place for the number of bytes
+    readsDiffer,     ///< with a place for the number of bytes, like the next
     radioDiffers,
     notCompared,
     modelByte,

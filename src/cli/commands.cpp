@@ -165,7 +165,8 @@ const std::array table{
             writeArguments, runWrite},
     Command{"restore", "Puts a backup back into a radio, byte for byte",
             "A backup in Data/Backups is written as far as it came from a radio, any other data "
-            "file over\nthe write range. No date and time is put into it.\n"
+            "file over\nthe write range but for bytes 0400 to 040F, which it does not hold. No "
+            "date and time is put into it.\n"
             "Example: k520-cli restore -p 1 --verify",
             restoreArguments, runRestore},
     Command{"verify", "Reads a radio and compares it with a data file",

@@ -81,6 +81,10 @@ void keepOutside(modIicDat::AddressRange range, const MemoryImage& before) {
     }
 }
 
+std::string_view remedy(const safeguards::Report& report) {
+    return report.restored ? "restore again before it is used" : "write again before it is used";
+}
+
 /// What became of things when a session did not succeed, by the stage that it was.
 std::string consequence(const safeguards::Report& report) {
     using enum modSession::RadioState;
@@ -90,8 +94,10 @@ std::string consequence(const safeguards::Report& report) {
         case Stage::backUp:
             return "read failed, the radio is untouched";
         case Stage::compare:
-            return report.written ? "read failed, the radio is written but not compared"
-                                  : "second read failed, nothing saved";
+            return report.restored ? "read failed, the backup is written back but not compared"
+                   : report.written
+                       ? "read failed, the radio is written but not compared; run verify"
+                       : "second read failed, nothing saved";
         case Stage::write:
         case Stage::restore:
             break;
@@ -100,12 +106,11 @@ std::string consequence(const safeguards::Report& report) {
         case untouched:
             break;
         case unknown:
-            return "write failed, the radio may be partly written; write again before it is used";
+            return fmt::format("write failed, the radio may be partly written; {}", remedy(report));
         case partlyWritten:
             return fmt::format(
-                "write failed, the radio is partly written, up to address {:04X}; write again "
-                "before it is used",
-                *report.result.furthestAddress + scriptText::blockLength - 1);
+                "write failed, the radio is partly written, up to address {:04X}; {}",
+                *report.result.furthestAddress + scriptText::blockLength - 1, remedy(report));
     }
     return "write failed, the radio is untouched";
 }
@@ -242,20 +247,28 @@ void RadioLink::failForDifferences(const safeguards::Report& report) const {
     print(comparisonText(comparison, written ? "sent" : "first", written ? "radio" : "second"));
     const auto count =
         comparison.equal() ? std::string("the programming stamp") : countText(comparison);
-    fail(fmt::format("{}: {}{}",
-                     written ? "the radio does not hold what was sent; write again"
-                             : "two reads of the radio differ, so one of them is wrong; nothing "
-                               "saved; check the cable and read again",
-                     count, wayBack(report)));
+    const auto verdict =
+        written ? fmt::format("the radio does not hold what was sent; {}", remedy(report))
+                : std::string(
+                      "two reads of the radio differ, so one of them is wrong; nothing saved; "
+                      "check the cable and read again");
+    fail(fmt::format("{}: {}{}", verdict, count, wayBack(report)));
 }
 
-/// Where the backup lies, once a write has begun to change the radio.
+/// How to put back what the radio held, once a write has begun to change it.
 std::string RadioLink::wayBack(const safeguards::Report& report) const {
-    return safeguards::radioChanged(report) && !report.backup.empty()
-               ? fmt::format("; what it held before is put back by: {}",
-                             ownCommand(fmt::format("restore -p {} --from '{}'", port_,
-                                                    report.backup.string())))
-               : std::string();
+    if (!safeguards::radioChanged(report) || report.backup.empty() || report.restored) {
+        return {};
+    }
+    const auto command = [&](const std::filesystem::path& backup) {
+        return ownCommand(fmt::format("restore -p {} --from '{}'", port_, backup.string()));
+    };
+    auto text = fmt::format("; what it held before is put back by: {}", command(report.backup));
+    if (!report.earlier.empty()) {
+        text += fmt::format("; what it held before an earlier write that failed: {}",
+                            command(report.earlier));
+    }
+    return text;
 }
 
 void RadioLink::lookBehind(std::size_t mark) {
@@ -275,7 +288,8 @@ std::string RadioLink::causeOf(const safeguards::Report& report) const {
     }
     const auto& entries = modShowErr::state().entries;
     if (report.mark < entries.size()) {
-        return fmt::format("{}{}", entries[report.mark].source, remedyFor(entries[report.mark].number));
+        return fmt::format("{}{}", entries[report.mark].source,
+                           remedyFor(entries[report.mark].number));
     }
     return fmt::format(
         "no valid answer from a radio at {} in {} attempts; is the radio on, is the cable plugged "

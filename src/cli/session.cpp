@@ -94,18 +94,20 @@ int runWrite(const Arguments& arguments) {
 int runRestore(const Arguments& arguments) {
     startConfiguration(DefaultImage::helpful);
     auto file = arguments.get("from");
-    requireDifferentFiles({file, arguments.get("trace")});
     if (!file) {
-        const auto wayBack = safeguards::wayBack();
-        if (!wayBack) {
+        const auto ways = safeguards::waysBack();
+        if (ways.empty()) {
             fail("there is no backup made before a write in " + backups::folder().string() +
                  "; give one with --from");
         }
-        file = wayBack->string();
+        file = ways.front().string();
     }
+    requireDifferentFiles({file, arguments.get("trace")});
     RadioLink link(arguments.at("port"), arguments.get("trace"));
+    printError(fmt::format("Restoring {}\n", *file));
     link.restore(*file, {.readBack = arguments.has("verify")});
-    print(fmt::format("The radio holds {} again.\n", *file));
+    print(
+        fmt::format("Written back{}: {}\n", arguments.has("verify") ? " and compared" : "", *file));
     return exitDone;
 }
 

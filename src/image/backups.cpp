@@ -73,9 +73,27 @@ std::span<const std::uint8_t> lostBytes(const MemoryImage& image) {
     return image.bytes().subspan(datFile::lostAddress, datFile::lostCount);
 }
 
-/// What a loading gives the lost bytes.
-std::span<const std::uint8_t> bytesInTheirPlace(const MemoryImage& image) {
-    return image.bytes().subspan(datFile::lostAddress - datFile::lostCount, datFile::lostCount);
+/// Raises 9 for an image that the format cannot hold.
+void requireHoldable(const MemoryImage& image) {
+    static_cast<void>(image(datFile::leastDatNum));
+}
+
+[[noreturn]] void throwTooShort(const fs::path& path, std::uint64_t length, std::uint64_t needed) {
+    throw RuntimeError(errNum::pastEnd, fmt::format("{}: the file holds {} of {} bytes",
+                                                    path.string(), length, needed));
+}
+
+/// A radio is written in whole blocks.
+void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
+    constexpr int block = 16;
+    const int past = range.start + (range.end - range.start + block) / block * block;
+    if (range.start < 0 || range.end < range.start || past > std::ssize(image.bytes())) {
+        throw RuntimeError(errNum::subscript,
+                           fmt::format("addresses {:04X} to {:04X} do not lie within the memory "
+                                       "image of {} bytes",
+                                       static_cast<std::uint16_t>(range.start),
+                                       static_cast<std::uint16_t>(range.end), image.size()));
+    }
 }
 
 /// Makes a folder and what is missing above it, with the system's words when it cannot.
@@ -111,8 +129,12 @@ void removeFile(const fs::path& path) {
 /// `others` are those beside the one just made, the oldest first.
 void removeOldest(std::span<const Backup> others) {
     for (; others.size() >= mostKept; others = others.subspan(1)) {
-        removeFile(besideFor(others.front().path));
-        removeFile(others.front().path);
+        // The backup first: what lies beside it is nothing without it. One that cannot be removed
+        // keeps none of the others.
+        guarded("backups->removeOldest", [&] {
+            removeFile(others.front().path);
+            removeFile(besideFor(others.front().path));
+        });
     }
 }
 
@@ -123,12 +145,14 @@ fs::path folder() {
 }
 
 void storeAs(const fs::path& path, const MemoryImage& image) {
+    requireHoldable(image);
     MemoryImage moved = image;
     datFile::makeRoom(moved);
-    files::replace(path, moved.bytes());
+    files::replaceHead(path, moved.bytes());
 }
 
 Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason) {
+    requireHoldable(image);
     makeFolder(folder());
     const files::FolderLock alone(folder());
     const auto others = list();
@@ -138,13 +162,10 @@ Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason r
     backup.reason = reason;
     backup.covered = covered;
     backup.path = folder() / nameOf(backup);
-    // First, so that a backup without it is never mistaken for a whole one.
-    if (!std::ranges::equal(lostBytes(image), bytesInTheirPlace(image))) {
-        files::replace(besideFor(backup.path), lostBytes(image));
-    }
+    files::replace(besideFor(backup.path), lostBytes(image));
     storeAs(backup.path, image);
     // Not the new one, however old the clock says it is.
-    guarded("backups->removeOldest", [&] { removeOldest(others); });
+    removeOldest(others);
     return backup;
 }
 
@@ -165,7 +186,7 @@ std::optional<Backup> parseName(const fs::path& path) {
         std::string_view(name).substr(timeShape.size(), beforeReason - timeShape.size()));
     const auto start = address(name, afterReason + 1);
     const auto end = address(name, afterReason + 6);
-    if (reason == reasonNames.end() || !start || !end) {
+    if (reason == reasonNames.end() || !start || !end || *start < 0 || *end < *start) {
         return std::nullopt;
     }
     Backup backup{path,
@@ -198,19 +219,22 @@ std::optional<Backup> latestBeforeWrite() {
 }
 
 Content load(const fs::path& path, modIicDat::AddressRange covered) {
-    Content content{MemoryImage(modIicDat::IicDat().size()), parseName(path).has_value()};
+    Content content{MemoryImage(modIicDat::IicDat().size()), false};
+    requireWithin(content.image, covered);
     const auto length = datFile::load(path, content.image);
     // The file has the channel area a little further on.
     const auto needed = static_cast<std::uint64_t>(
-        std::min<int>(std::max<int>(covered.end + 1, datFile::lostAddress + datFile::lostCount),
-                      static_cast<int>(content.image.size())));
+        std::max<int>(covered.end + 1, datFile::lostAddress + datFile::lostCount));
     if (length < needed) {
-        throw RuntimeError(errNum::pastEnd, fmt::format("{}: the file holds {} of {} bytes",
-                                                        path.string(), length, needed));
+        throwTooShort(path, length, needed);
     }
-    if (content.whole && files::stampOf(besideFor(path))) {
+    if (parseName(path) && files::stampOf(besideFor(path))) {
         const auto lost = files::read(besideFor(path), datFile::lostCount);
+        if (lost.size != datFile::lostCount) {
+            throwTooShort(besideFor(path), lost.size, datFile::lostCount);
+        }
         std::ranges::copy(lost.bytes, content.image.bytes().subspan(datFile::lostAddress).begin());
+        content.whole = true;
     }
     return content;
 }

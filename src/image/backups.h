@@ -19,9 +19,9 @@
 ///   2026-11-22_13-05-09_read_0000-1FFF.dat
 ///   2026-11-22_13-05-09-2_before-write_0000-1FFF.dat     the second one of that second
 ///
-/// A data file has no place for sixteen of the image's bytes (see datFile.h). Where those are not
-/// what a loading would give them anyway, they stand in a file of their own beside the backup, with
-/// the extension ".lost". Files with other names are left alone.
+/// A data file has no place for sixteen of the image's bytes (see datFile.h): they stand in a file
+/// of their own beside the backup, with the extension ".lost". Files with other names are left
+/// alone.
 namespace k520::backups {
 
 /// Beyond so many backups the oldest are removed.
@@ -61,13 +61,14 @@ void storeAs(const std::filesystem::path& path, const MemoryImage& image);
 
 struct Content {
     MemoryImage image;  ///< of the size in force
-    /// False for a data file that is no backup: it does not say what the radio held at the bytes
-    /// that have no place in it.
+    /// False for a data file that is no backup, and for one without its ".lost": nothing says what
+    /// the radio held at the bytes that have no place in it.
     bool whole = false;
 };
 
-/// The content of a backup, or of any data file. Raises what datFile::load raises, and 62 where the
-/// file ends before `covered` does.
+/// The content of a backup, or of any data file. Raises what datFile::load raises, 9 where the
+/// blocks of `covered` do not lie within the image, and 62 where the file or its ".lost" is too
+/// short.
 [[nodiscard]] Content load(const std::filesystem::path& path, modIicDat::AddressRange covered);
 
 }  // namespace k520::backups

@@ -7,10 +7,11 @@
 
 #include "image/MemoryImage.h"
 
-/// A note of a write that was begun and did not come to its good end. It outlives the program, so
-/// that after a crash, and after further attempts that fail, the backup from before the first of
-/// them is still the one that takes the radio back. It lies beside the backups, in the file
-/// "unfinished-write": the backup's name, a line end, and the bytes of `found` and `sent`.
+/// A note of the last write that was begun and did not come to its good end. It outlives the
+/// program, so that after a crash, and after further attempts that fail, the backup from before the
+/// first of them is still known. There is one note: a write to another radio replaces it. It lies
+/// beside the backups, in the file "unfinished-write": the backup's name, a line end, and the bytes
+/// of `found` and `sent`.
 namespace k520::unfinishedWrite {
 
 struct Note {

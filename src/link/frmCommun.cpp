@@ -15,6 +15,7 @@
 #include <utility>
 
 #include "app/Dialogs.h"
+#include "app/Guard.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
 #include "desktop/LineListModel.h"
@@ -202,16 +203,22 @@ void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     showAdvice({});
     setRunning(true);
     guards_->start(std::move(stages));
-    const safeguards::Report report = body();
-    guards_->finish(report.good);
+    safeguards::Report report;
+    // Whatever happens, the dialog must open up again.
+    const bool ran = guarded("frmCommun->held", [&] { report = body(); });
+    guards_->finish(ran && report.good);
     setRunning(false);
     // A session without a port leaves the light as it is.
     imgGreen_->setBlinking(false);
+    restoreDue_ = ran && !report.good && safeguards::radioChanged(report) &&
+                  !report.backup.empty() && report.earlier.empty();
     showRestore();
     if (focused != nullptr) {
         focused->setFocus();
     }
-    conclude(report);
+    if (ran) {
+        conclude(report);
+    }
 }
 
 void frmCommun::run(Direction direction) {
@@ -226,14 +233,11 @@ void frmCommun::run(Direction direction) {
 }
 
 void frmCommun::restore() {
-    const auto backup = safeguards::wayBack();
-    if (running_ || !backup) {
+    if (running_) {
         return;
     }
-    const auto question =
-        fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)), backup->filename().string());
-    // Right after a write that failed there is nothing to lose.
-    if (!restoreDue_ && !theDialogs().ask(modSoftFace::text(noticeText), question, false)) {
+    const auto backup = chosenBackup();
+    if (!backup) {
         return;
     }
     auto choices = guards_->choices();
@@ -243,16 +247,32 @@ void frmCommun::restore() {
     held(std::move(stages), [&] { return safeguards::restore(*view_, *backup, choices); });
 }
 
+/// The first of the ways back that the user agrees to. Right after a write that failed there is
+/// nothing to lose with its backup, and nothing is asked.
+std::optional<std::filesystem::path> frmCommun::chosenBackup() const {
+    const auto ways = safeguards::waysBack();
+    const auto agreed = std::ranges::find_if(ways, [&](const std::filesystem::path& backup) {
+        return restoreDue_ ||
+               theDialogs().ask(modSoftFace::text(noticeText),
+                                fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)),
+                                            backup.filename().string()),
+                                false);
+    });
+    return agreed != ways.end() ? std::optional(*agreed) : std::nullopt;
+}
+
 void frmCommun::conclude(const safeguards::Report& report) {
     if (report.result.outcome == modSession::Outcome::busy) {
         return;
     }
-    safeguards::listDifferences(report);
-    listRtData_->showNow();
     const std::span logged(modShowErr::state().entries);
     showAdvice(
         sessionAdvice::adviceAfter(report, logged.subspan(std::min(report.mark, logged.size()))));
-    restoreDue_ = !report.good && safeguards::radioChanged(report) && !report.backup.empty();
+    if (!report.backup.empty()) {
+        lblAdvice_->setToolTip(qText(report.backup.string()));
+    }
+    safeguards::listDifferences(report);
+    listRtData_->showNow();
 
     const bool succeeded = report.result.outcome == modSession::Outcome::succeeded;
     emit sessionEnded(report.direction, succeeded);
@@ -263,14 +283,15 @@ void frmCommun::conclude(const safeguards::Report& report) {
     }
 }
 
-/// Offers the last backup that was made before a write.
+/// Offers the backups that lead back.
 void frmCommun::showRestore() {
+    const auto ways = safeguards::waysBack();
     cmdRestore_->setVisible(cmdWrite_->isVisibleTo(this));
-    const auto backup = backups::latestBeforeWrite();
-    cmdRestore_->setEnabled(!running_ && backup.has_value());
-    cmdRestore_->setToolTip(backup ? qText(fmt::format(fmt::runtime(ownText(OwnText::restoreTip)),
-                                                       backup->path.filename().string()))
-                                   : QString());
+    cmdRestore_->setEnabled(!running_ && !ways.empty());
+    cmdRestore_->setToolTip(qText(ways.empty()
+                                      ? ownText(OwnText::restoreNone)
+                                      : fmt::format(fmt::runtime(ownText(OwnText::restoreTip)),
+                                                    ways.front().filename().string())));
 }
 
 void frmCommun::showAdvice(const std::string& text) {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QDialog>
+#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -58,6 +60,7 @@ class frmCommun : public QDialog {
     /// Runs `body`, which returns a report, with the dialog held open and still.
     template <class Body>
     void held(std::vector<Stage> stages, Body&& body);
+    [[nodiscard]] std::optional<std::filesystem::path> chosenBackup() const;
     void conclude(const safeguards::Report& report);
     void showRestore();
     void showAdvice(const std::string& text);
@@ -81,7 +84,7 @@ class frmCommun : public QDialog {
     std::unique_ptr<View> view_;
     /// From the click until everything of the session is over, its last texts included.
     bool running_ = false;
-    /// The last run has left the radio in a state that its backup would mend.
+    /// The last run has left the radio in a state that its backup, and no other, would mend.
     bool restoreDue_ = false;
 };
 

@@ -48,6 +48,7 @@ frmCommunGuards::frmCommunGuards(QWidget* parent)
         boxes_[i] = ownNamed<QCheckBox>(choice.control.data(), this);
         row->addWidget(boxes_[i]);
         connect(boxes_[i], &QCheckBox::clicked, this, [this, &choice](bool on) {
+            // A choice that cannot be kept holds for this dialog: the error list says so.
             safeguards::choose(choice, on);
             planStages();
         });
@@ -103,12 +104,11 @@ void frmCommunGuards::start(std::vector<Stage> stages) {
 }
 
 void frmCommunGuards::beginStage(Stage stage) {
+    // A stage that was not planned, such as a look at the radio before a restore, is part of the
+    // one that comes.
     const auto found = std::ranges::find(stages_, stage);
-    current_ = static_cast<std::size_t>(found - stages_.begin());
-    if (found == stages_.end()) {
-        stages_.push_back(stage);
-        percents_.push_back(0);
-    }
+    current_ =
+        found != stages_.end() ? static_cast<std::size_t>(found - stages_.begin()) : current_;
     showStages();
 }
 

@@ -52,7 +52,8 @@ bool holds(int first, int length, int address) {
 }
 
 std::string channelText(int channel, int column) {
-    const auto title = column > 0 ? modChMem::state().vsfgGridCh.text(0, column) : std::string();
+    const auto& grid = modChMem::state().vsfgGridCh;
+    const auto title = column > 0 && column < grid.columns() ? grid.text(0, column) : std::string();
     const auto name = fmt::format(fmt::runtime(ownText(OwnText::channelNumber)), channel);
     return title.empty() ? name : name + " " + title;
 }

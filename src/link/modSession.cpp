@@ -144,10 +144,11 @@ class Session {
         // attempt: it ends the session as failed.
         guarded(plan_.label, [&] {
             begin();
-            result_.outcome = attempts();
-            if (result_.outcome == Outcome::succeeded && job_.accept && !job_.accept()) {
-                result_.outcome = Outcome::notAccepted;
+            Outcome outcome = attempts();
+            if (outcome == Outcome::succeeded && job_.accept && !job_.accept()) {
+                outcome = Outcome::notAccepted;
             }
+            result_.outcome = outcome;
         });
         modCommun::CloseCom();
         result_.failedAttempts = link_.attemptCounter;

@@ -78,7 +78,7 @@ Result writeFrom(CommunView& view, modIicDat::AddressRange range, const MemoryIm
 enum class RadioState : std::uint8_t {
     untouched,      ///< no block was sent
     partlyWritten,  ///< at least up to `furthestAddress`
-    unknown,        ///< the first block was sent; nothing says whether it was stored
+    unknown,        ///< the first block may have been sent; nothing says whether it was stored
 };
 [[nodiscard]] RadioState radioStateAfter(const Result& result) noexcept;
 

@@ -54,6 +54,14 @@ AddressRange hull(AddressRange a, AddressRange b) {
     return {std::min(a.start, b.start), std::max(a.end, b.end)};
 }
 
+bool empty(AddressRange range) {
+    return range.end < range.start;
+}
+
+bool contains(AddressRange outer, AddressRange inner) {
+    return outer.start <= inner.start && inner.end <= outer.end;
+}
+
 /// What a scratch image holds before it is read: what no radio has told comes from the default
 /// image.
 MemoryImage freshScratch() {
@@ -64,7 +72,6 @@ class Run {
   public:
     Run(Direction direction, CommunView& view) : view_(view), stageView_(view, direction) {
         report_.direction = direction;
-        report_.mark = modShowErr::state().entries.size();
     }
 
     /// Runs the session of a stage; whether it succeeded.
@@ -72,6 +79,7 @@ class Run {
     bool stage(Stage stage, Session&& session) {
         view_.beginStage(stage);
         report_.stage = stage;
+        report_.mark = modShowErr::state().entries.size();
         report_.result = session(stageView_);
         return report_.result.outcome == Outcome::succeeded;
     }
@@ -87,8 +95,8 @@ class Run {
         try {
             report_.backup = store();
             return true;
-        } catch (const RuntimeError& error) {
-            report_.backupTrouble = error.source();
+        } catch (const std::exception& error) {
+            report_.backupTrouble = error.what();
             return false;
         }
     }
@@ -144,24 +152,61 @@ bool takeLostBytesFromRadio(Run& run, AddressRange range, MemoryImage& image) {
     return run.readScratch(Stage::backUp, {datFile::lostAddress, last}, image);
 }
 
-/// Stores the backup of a write, and the note that the write is about to begin. Where an earlier
-/// write has left this very radio torn, the backup from before that one stays the way back.
-std::filesystem::path storeBeforeWrite(const MemoryImage& before, AddressRange range) {
-    auto origin = backups::store(before, range, backups::Reason::beforeWrite).path;
-    if (const auto torn = unfinishedWrite::pending(); torn && leads(*torn, before)) {
-        origin = torn->backup;
+/// The note of an unfinished write while a write is on: it stands from before the first byte, and
+/// goes with the good end. A write that has not touched the radio leaves the note that was there.
+class WriteNote {
+  public:
+    WriteNote() : before_(unfinishedWrite::pending()) {}
+
+    /// Whether an earlier write may have left a radio that holds `found` torn; its backup counts
+    /// only where it covers all that is about to change.
+    [[nodiscard]] bool leadsFrom(const MemoryImage& found, AddressRange range) const {
+        const auto name = before_ ? backups::parseName(before_->backup) : std::nullopt;
+        return name && contains(name->covered, range) && unfinishedWrite::leads(*before_, found);
     }
-    modChMem::SetConvIicDat();
-    unfinishedWrite::begin({origin, before, modIicDat::IicDat()});
-    return origin;
+    [[nodiscard]] const std::filesystem::path& earlier() const { return before_->backup; }
+
+    void begin(const std::filesystem::path& backup, const MemoryImage& found) {
+        modChMem::SetConvIicDat();
+        unfinishedWrite::begin({backup, found, modIicDat::IicDat()});
+        begun_ = true;
+    }
+    void end(const Report& report, bool good) const {
+        if (good || (begun_ && !before_ && !radioChanged(report))) {
+            unfinishedWrite::end();
+        } else if (begun_ && !radioChanged(report)) {
+            guarded("safeguards->write", [&] { unfinishedWrite::begin(*before_); });
+        }
+    }
+
+  private:
+    std::optional<unfinishedWrite::Note> before_;
+    bool begun_ = false;
+};
+
+/// The backup of a write. Returns false where it failed, and nothing may be written.
+bool backUp(Run& run, AddressRange range, const std::filesystem::path& to, MemoryImage& found,
+            WriteNote& note) {
+    return run.readScratch(Stage::backUp, range, found) && run.store([&] {
+        if (!to.empty()) {
+            backups::storeAs(to, found);
+            return to;
+        }
+        auto path = backups::store(found, range, backups::Reason::beforeWrite).path;
+        const bool torn = note.leadsFrom(found, range);
+        run.report().earlier = torn ? note.earlier() : std::filesystem::path();
+        note.begin(torn ? note.earlier() : path, found);
+        return path;
+    });
 }
 
-/// The end of a run that was to change the radio.
-Report writingEnded(Run& run, bool good) {
-    if (good) {
-        unfinishedWrite::end();
+/// What the radio is to hold in a range behind a write of the image to a smaller one.
+MemoryImage expectedBehind(const MemoryImage& found, AddressRange written) {
+    MemoryImage expected = found;
+    for (int address = written.start; address <= written.end; ++address) {
+        expected(address) = modIicDat::IicDat()(address);
     }
-    return run.ended(good);
+    return expected;
 }
 
 }  // namespace
@@ -194,13 +239,14 @@ std::vector<Stage> stagesOf(Direction direction, const Choices& choices) {
 Report read(CommunView& view, const Choices& choices) {
     Run run(Direction::read, view);
     const AddressRange range = modIicDat::state().readRange;
-    run.report().imageSafe = choices.readBack;
-    const bool done = choices.readBack ? readTwice(run, range)
-                                       : run.stage(Stage::read, modSession::cmdRead_Click);
+    const Choices guards = empty(range) ? Choices{} : choices;
+    run.report().imageSafe = guards.readBack;
+    const bool done =
+        guards.readBack ? readTwice(run, range) : run.stage(Stage::read, modSession::cmdRead_Click);
     if (!done) {
         return run.ended(false);
     }
-    return run.ended(!choices.keepCopy || run.store([&] {
+    return run.ended(!guards.keepCopy || run.store([&] {
         return backups::store(modIicDat::IicDat(), range, backups::Reason::read).path;
     }));
 }
@@ -208,26 +254,21 @@ Report read(CommunView& view, const Choices& choices) {
 Report write(CommunView& view, const Choices& choices, const std::filesystem::path& backUpTo) {
     Run run(Direction::write, view);
     const AddressRange written = modIicDat::state().writeRange;
-    if (choices.backUpFirst) {
-        const AddressRange range = hull(modIicDat::state().readRange, written);
-        MemoryImage before = freshScratch();
-        const bool kept = run.readScratch(Stage::backUp, range, before) && run.store([&] {
-            if (backUpTo.empty()) {
-                return storeBeforeWrite(before, range);
-            }
-            backups::storeAs(backUpTo, before);
-            return backUpTo;
-        });
-        if (!kept) {
-            return run.ended(false);
-        }
-    }
-    run.report().written = run.stage(Stage::write, modSession::cmdWrite_Click);
-    if (!run.report().written) {
+    const AddressRange range = hull(modIicDat::state().readRange, written);
+    const Choices guards = empty(written) ? Choices{} : choices;
+    MemoryImage found = freshScratch();
+    WriteNote note;
+    if (guards.backUpFirst && !backUp(run, range, backUpTo, found, note)) {
         return run.ended(false);
     }
-    return writingEnded(run,
-                        !choices.readBack || run.compareWithRadio(modIicDat::IicDat(), written));
+    run.report().written = run.stage(Stage::write, modSession::cmdWrite_Click);
+    const bool good =
+        run.report().written &&
+        (!guards.readBack ||
+         (guards.backUpFirst ? run.compareWithRadio(expectedBehind(found, written), range)
+                             : run.compareWithRadio(modIicDat::IicDat(), written)));
+    note.end(run.report(), good);
+    return run.ended(good);
 }
 
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices) {
@@ -246,10 +287,10 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
     run.report().written = run.stage(Stage::restore, [&](CommunView& stageView) {
         return modSession::writeFrom(stageView, range, content.image);
     });
-    if (!run.report().written) {
-        return run.ended(false);
-    }
-    return writingEnded(run, !choices.readBack || run.compareWithRadio(content.image, range));
+    const bool good =
+        run.report().written && (!choices.readBack || run.compareWithRadio(content.image, range));
+    WriteNote().end(run.report(), good);
+    return run.ended(good);
 }
 
 bool radioChanged(const Report& report) noexcept {
@@ -258,12 +299,16 @@ bool radioChanged(const Report& report) noexcept {
                                            modSession::RadioState::untouched);
 }
 
-std::optional<std::filesystem::path> wayBack() {
+std::vector<std::filesystem::path> waysBack() {
+    std::vector<std::filesystem::path> ways;
     if (const auto torn = unfinishedWrite::pending()) {
-        return torn->backup;
+        ways.push_back(torn->backup);
     }
     const auto latest = backups::latestBeforeWrite();
-    return latest ? std::optional(latest->path) : std::nullopt;
+    if (latest && (ways.empty() || ways.front() != latest->path)) {
+        ways.push_back(latest->path);
+    }
+    return ways;
 }
 
 void listDifferences(const Report& report) {

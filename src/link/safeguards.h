@@ -67,28 +67,32 @@ struct Report {
     bool imageSafe = true;
     /// True where the write itself was done, whatever became of the comparison.
     bool written = false;
-    /// Where what the radio held now lies; empty where nothing was stored. After earlier writes to
-    /// the same radio that failed it is the backup from before the first of them.
+    /// Where what the radio held, or what was read, now lies; in a restore what was to be put back.
+    /// Empty where nothing was stored.
     std::filesystem::path backup;
-    /// The run was a restore: `backup` is what the radio was to hold again.
-    bool restored = false;
-    /// Why it could not be stored.
+    /// Why it could not be stored or read.
     std::string backupTrouble;
+    /// An earlier write that failed may have left this very radio torn: the backup from before it.
+    std::filesystem::path earlier;
+    bool restored = false;  ///< the run was a restore
     /// What the comparison found: `expected` is what was sent or read first, `found` what came
     /// then; outside the range that was compared both are the same.
     std::vector<imageDifferences::ByteDifference> differences;
     MemoryImage expected;
     MemoryImage found;
-    /// Where the failures of this run begin in the error list.
+    /// Where the failures of the last stage begin in the error list.
     std::size_t mark = 0;
 };
 
 /// A guarded read session into the image. With readBack both passes have to succeed and agree
-/// before anything of them is shown or stored.
+/// before anything of them is shown or stored. An empty range, here and below, is the plain
+/// session's business: there is nothing to guard.
 Report read(CommunView& view, const Choices& choices);
 
 /// A guarded write session from the image. The backup covers all that a read or a write of the
-/// ranges in force touches, and goes to `backUpTo` where that is given, as a plain data file.
+/// ranges in force touches, and goes to `backUpTo` where that is given, as a plain data file. The
+/// comparison covers the same, so that a block stored at a wrong address is found, too; without a
+/// backup it covers the write range.
 Report write(CommunView& view, const Choices& choices, const std::filesystem::path& backUpTo = {});
 
 /// Puts the content of a backup back into the radio, byte for byte: no tables and no stamp go into
@@ -100,9 +104,9 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
 /// Whether a run has changed the radio, or may have.
 [[nodiscard]] bool radioChanged(const Report& report) noexcept;
 
-/// The backup that a restore would put back: that of a write that has not come to its good end,
-/// else the last one made before a write.
-[[nodiscard]] std::optional<std::filesystem::path> wayBack();
+/// The backups that a restore may put back, the likeliest first: that of a write that has not come
+/// to its good end, and the last one made before a write where it is another.
+[[nodiscard]] std::vector<std::filesystem::path> waysBack();
 
 /// Adds the differences of a report to the data list, one line each.
 void listDifferences(const Report& report);

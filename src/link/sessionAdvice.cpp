@@ -50,6 +50,9 @@ std::string say(OwnText text, const Arguments&... arguments) {
 
 /// Two sentences; Chinese ones have no blank between them.
 std::string joined(const std::string& first, const std::string& second) {
+    if (first.empty() || second.empty()) {
+        return first + second;
+    }
     return first + (first.ends_with("。") ? "" : " ") + second;
 }
 
@@ -132,10 +135,18 @@ std::string causeOf(const Result& result, Entries logged) {
     return {};
 }
 
-std::string withRestoreOffered(const std::string& text, const Report& report) {
+/// Adds the way back from what a run has left in the radio.
+std::string withWayBack(const std::string& text, const Report& report) {
+    if (report.restored) {
+        return joined(text, say(OwnText::restoreAgain));
+    }
     return report.backup.empty()
                ? text
                : joined(text, say(OwnText::restoreOffered, report.backup.filename().string()));
+}
+
+std::string changedRadio(const Report& report) {
+    return report.restored ? std::string() : stateLeft(Direction::write, report.result);
 }
 
 /// A run whose last session did not succeed.
@@ -143,28 +154,31 @@ std::string brokenOff(const Report& report, Entries logged) {
     const auto cause = causeOf(report.result, logged);
     switch (report.stage) {
         case Stage::backUp:
-            return joined(cause, say(OwnText::backUpFailed));
+            return joined(cause,
+                          say(report.restored ? OwnText::radioUnchanged : OwnText::backUpFailed));
         case Stage::read:
             return joined(cause, say(OwnText::imageUnchanged));
         case Stage::write:
         case Stage::restore:
-            if (const auto text = joined(cause, stateLeft(Direction::write, report.result));
-                safeguards::radioChanged(report)) {
-                return withRestoreOffered(text, report);
-            } else {
-                return text;
-            }
+            return safeguards::radioChanged(report)
+                       ? withWayBack(joined(cause, changedRadio(report)), report)
+                       : joined(cause, say(OwnText::radioUnchanged));
         case Stage::compare:
             break;
     }
-    return report.written ? withRestoreOffered(joined(cause, say(OwnText::notCompared)), report)
-                          : joined(cause, say(OwnText::imageUnchanged));
+    return report.written
+               ? withWayBack(joined(cause, report.restored ? "" : say(OwnText::notCompared)),
+                             report)
+               : joined(cause, say(OwnText::imageUnchanged));
 }
 
 std::string differ(const Report& report) {
     const auto count = report.differences.size();
-    return report.written ? withRestoreOffered(say(OwnText::radioDiffers, count), report)
-                          : joined(say(OwnText::readsDiffer, count), say(OwnText::imageUnchanged));
+    return report.written
+               ? withWayBack(
+                     say(report.restored ? OwnText::restoreDiffers : OwnText::radioDiffers, count),
+                     report)
+               : joined(say(OwnText::readsDiffer, count), say(OwnText::imageUnchanged));
 }
 
 /// A run whose sessions all succeeded.

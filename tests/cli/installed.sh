@@ -80,7 +80,7 @@ judge() {
 # What readline does around a completion function: it cuts the line into words, and where there is
 # no offer it goes on by the function's options.
 bash_offers() {
-    local specification words
+    local completer words
     local -A mode=([default]=1)
     # shellcheck disable=SC2317 # the completions call it
     compopt() {
@@ -98,11 +98,11 @@ bash_offers() {
     COMP_WORDS=($words)
     [[ $1 != *' ' ]] || COMP_WORDS+=("")
     COMP_CWORD=$((${#COMP_WORDS[@]} - 1))
-    specification=$(complete -p "${COMP_WORDS[0]}")
-    [[ $specification == *"-o default"* ]] || unset "mode[default]"
+    completer=$(complete -p "${COMP_WORDS[0]}")
+    [[ $completer == *"-o default"* ]] || unset "mode[default]"
     COMPREPLY=()
-    specification=${specification#*-F }
-    "${specification%% *}" "${COMP_WORDS[0]}" \
+    completer=${completer#*-F }
+    "${completer%% *}" "${COMP_WORDS[0]}" \
         "${COMP_WORDS[COMP_CWORD]}" "${COMP_WORDS[COMP_CWORD - 1]}"
     if ((${#COMPREPLY[@]})); then
         printf '%s\n' "${COMPREPLY[@]}"

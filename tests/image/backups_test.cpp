@@ -49,7 +49,7 @@ TEST_F(Backups, NamesTellTimeReasonAndAddresses) {
 }
 
 TEST_F(Backups, TheOldestGoAndNothingElse) {
-    image(0x400) = 0x5A;  // needs a file of its own
+    image(0x400) = 0x5A;
     const Backup first = store(image, {0, 0x42F}, Reason::read);
     const std::string data = "Data/Backups/";
     for (std::size_t i = 1; i < mostKept; ++i) {

@@ -99,42 +99,69 @@ TEST_F(Safeguards, AWriteIsBackedUpComparedAndCanBeTakenBack) {
     EXPECT_EQ(memory(), before);
     EXPECT_EQ(IicDat(), sent) << "a restore is none of the image's business";
     EXPECT_EQ(backupCount(), 1U);
-    EXPECT_EQ(wayBack(), report.backup);
+    EXPECT_THAT(waysBack(), testing::ElementsAre(report.backup));
 }
 
 // Whoever writes again after a write that broke off backs up a torn radio.
-TEST_F(Safeguards, TheWayBackLeadsBeforeTheFirstOfSeveralBrokenWrites) {
+TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     const auto before = memory();
-    const auto writeAndBreak = [&](unsigned block) {
-        const auto held = memory();
-        plug({.silentFrom = 70 + 3 + block});
+    const auto writeAndBreak = [&](const std::vector<std::uint8_t>& held, unsigned silentFrom) {
+        plug({.silentFrom = silentFrom});
         std::ranges::copy(held, radio->memory().begin());
-        EXPECT_FALSE(write(view, all).good);
+        const Report report = write(view, all);
+        EXPECT_FALSE(report.good);
         dialogs.take();
+        return report;
     };
-    writeAndBreak(30);
-    const auto origin = wayBack();
-    IicDat()(0x42F) ^= 0xFF;
-    writeAndBreak(20);
+    // The backup has 70 exchanges, the handshake of the write two.
+    const Report first = writeAndBreak(before, 70 + 30);
+    EXPECT_TRUE(first.earlier.empty());
     const auto torn = memory();
-    EXPECT_EQ(wayBack(), origin);
-    EXPECT_EQ(backupCount(), 2U);
-
-    // Another radio has a way back of its own, and so has this one again after it.
-    plug({.silentFrom = 70 + 10});
-    std::ranges::fill(radio->memory(), std::uint8_t{0x77});
-    const Report other = write(view, all);
-    EXPECT_NE(other.backup, origin);
-    EXPECT_EQ(wayBack(), other.backup);
-    dialogs.take();
+    EXPECT_TRUE(writeAndBreak(torn, 70 + 1).earlier == first.backup) << "and stays so, untouched";
+    IicDat()(0x42F) ^= 0xFF;
+    const Report second = writeAndBreak(torn, 70 + 20);
+    EXPECT_NE(second.backup, first.backup);
+    EXPECT_EQ(second.earlier, first.backup);
+    EXPECT_THAT(waysBack(), testing::ElementsAre(first.backup, second.backup));
 
     plug();
-    std::ranges::copy(torn, radio->memory().begin());
-    const Report report = restore(view, *origin, all);
-    EXPECT_TRUE(report.good);
-    EXPECT_EQ(memory(), before);
-    EXPECT_THAT(advice(report), HasSubstr("The radio holds the backup again."));
-    EXPECT_EQ(wayBack(), backups::latestBeforeWrite()->path) << "nothing is unfinished any more";
+    std::ranges::fill(radio->memory(), std::uint8_t{0});
+    EXPECT_TRUE(restore(view, first.backup, all).good);
+    EXPECT_TRUE(std::ranges::equal(radio->memory().first(0x430), std::span(before).first(0x430)));
+    EXPECT_THAT(waysBack(), testing::ElementsAre(second.backup))
+        << "nothing is unfinished any more";
+
+    writeAndBreak(before, 70 + 30);
+    const std::vector<std::uint8_t> other(before.size(), 0x77);
+    EXPECT_TRUE(writeAndBreak(other, 70 + 30).earlier.empty()) << "another radio";
+}
+
+// The write range is smaller than what is read: the flipped address lies outside it.
+TEST_F(Safeguards, ABlockStoredAtAWrongAddressIsFound) {
+    modIicDat::state().writeRange = {0x10, 0x4F};
+    EXPECT_TRUE(write(view, all).good);
+    plug({.requestBytes = {
+              {.kind = ByteFaultKind::corrupt, .byte = 8 + 67 * 4 + 7 + 8 + 3, .value = 0x80}}});
+    std::ranges::copy(IicDat().bytes().subspan(0x10, 16), radio->memory().subspan(0x10).begin());
+    const Report report = write(view, all);
+    EXPECT_EQ(report.stage, Stage::compare);
+    ASSERT_FALSE(report.differences.empty());
+    EXPECT_EQ(report.differences.front().address, 0x90);
+}
+
+TEST_F(Safeguards, ARestoreThatCannotBeRightTouchesNothing) {
+    const auto path = write(view, all).backup;
+    const auto held = memory();
+    fs::rename(fs::path(path).replace_extension("lost"), folder / "kept");
+    EXPECT_TRUE(restore(view, path, all).good);
+    EXPECT_EQ(memory()[0x400], held[0x400]) << "what no file says stays as the radio has it";
+    folder.write("Data/Backups/" + path.stem().string() + ".lost", "short");
+    EXPECT_FALSE(restore(view, path, all).good);
+    modIicDat::sizeArrays(0x42E);
+    const Report report = restore(view, path, {});
+    EXPECT_THAT(advice(report), HasSubstr("0000 to 042F do not lie within the memory image"));
+    modIicDat::state().writeRange = {0x20, 0x1F};
+    EXPECT_TRUE(write(view, all).stage == Stage::write) << "nothing to guard";
 }
 
 TEST_F(Safeguards, APlainDataFileRestoresAllThatItHolds) {
