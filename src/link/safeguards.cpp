@@ -21,7 +21,6 @@ namespace {
 
 using modIicDat::AddressRange;
 using modSession::Outcome;
-using modSession::Result;
 
 constexpr std::string_view section = "Setting";
 
