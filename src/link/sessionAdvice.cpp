@@ -184,14 +184,14 @@ std::string differ(const Report& report) {
 /// A run whose sessions all succeeded.
 std::string done(const Report& report, Entries logged) {
     const auto text = success(report.direction, report.result, logged);
-    if (report.restored) {
-        return joined(text, say(OwnText::radioRestored));
-    }
     const bool read = report.direction == Direction::read;
     const auto verdict =
         report.stage == Stage::compare
             ? joined(text, say(read ? OwnText::bothReadsAgree : OwnText::radioHoldsAll))
             : text;
+    if (report.restored) {
+        return joined(verdict, say(OwnText::radioRestored));
+    }
     return report.backup.empty()
                ? verdict
                : joined(verdict, say(read ? OwnText::copyLies : OwnText::backupLies,
