@@ -212,9 +212,11 @@ MemoryImage expectedBehind(const MemoryImage& found, AddressRange written) {
 
 Choices chosen() {
     Choices choices;
-    for (const ChoiceRow& row : choiceRows) {
-        choices.*row.member = mdimoduMain::readSetting(section, row.key, "0") == "1";
-    }
+    guarded("frmCommun->Form_Load", [&] {
+        for (const ChoiceRow& row : choiceRows) {
+            choices.*row.member = mdimoduMain::readSetting(section, row.key, "0") == "1";
+        }
+    });
     return choices;
 }
 

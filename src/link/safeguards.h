@@ -47,7 +47,8 @@ inline constexpr std::array<ChoiceRow, 3> choiceRows{{
     {"chkReadBack", "ReadBack", &Choices::readBack},
 }};
 
-/// The choices of the settings file: "1" is on, a missing key and anything else is off.
+/// The choices of the settings file: "1" is on, a missing key and anything else is off. A file that
+/// cannot be read is a failure under "frmCommun->Form_Load".
 [[nodiscard]] Choices chosen();
 /// Writes one choice to the settings file. Label "frmCommun->" + control + "_Click".
 void choose(const ChoiceRow& row, bool on);
