@@ -9,7 +9,7 @@
 #   campaign.sh program [STRIDE]          the real program over a pseudo-terminal; kills a write at one
 #                                         exchange in STRIDE (default 1)
 set -euo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/../.."
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
 kind=${1:-}
 bin=build/campaign/bin
 
