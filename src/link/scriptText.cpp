@@ -14,12 +14,11 @@ namespace k520::scriptText {
 
 namespace {
 
-std::string marks(int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) {
-        text += "VA";
-    }
-    return text;
+/// A mark for each byte of a block. A start builds a thousand scripts.
+std::string_view marks(int count) {
+    static constexpr std::string_view longest = "VAVAVAVAVAVAVAVAVAVAVAVAVAVAVAVA";
+    static_assert(longest.size() == 2 * blockLength);
+    return longest.substr(0, 2 * static_cast<std::size_t>(count));
 }
 
 std::string blockHeader(int address, int length) {
@@ -39,11 +38,11 @@ std::string addressText(int address) {
 
 std::string readBlock(int address, int length) {
     const std::string header = blockHeader(address, length);
-    return "TX52" + header + "RX57" + header + marks(length) + "EN";
+    return fmt::format("TX52{0}RX57{0}{1}EN", header, marks(length));
 }
 
 std::string writeBlock(int address, int length) {
-    return "TX57" + blockHeader(address, length) + marks(length) + "RX06EN";
+    return fmt::format("TX57{}{}RX06EN", blockHeader(address, length), marks(length));
 }
 
 int percentBlocks(int start, int end) noexcept {
