@@ -90,11 +90,12 @@ TEST_F(Sessions, WhatIsWrittenIsReadAgain) {
 }
 
 TEST_F(Sessions, TwoPassesThatDifferAreNotSaved) {
+    EXPECT_EQ(run("config set Setting ReadEndAddr 003F").code, 0);
     const auto outcome = with("read -o @right.dat --verify --keep-copy", [&](pid_t) {
-        radio->memory()[0x100] = radio->counters().reads == 0 ? 0x11 : 0x12;
+        radio->memory()[0x30] = radio->counters().reads == 0 ? 0x11 : 0x12;
     });
     EXPECT_EQ(outcome.code, 1);
-    EXPECT_THAT(outcome.out, HasSubstr("channel 16"));
+    EXPECT_THAT(outcome.out, HasSubstr("channel 3"));
     EXPECT_THAT(outcome.err, HasSubstr("two reads of the radio differ"));
     EXPECT_FALSE(exists("right.dat"));
     EXPECT_FALSE(exists("Data"));
