@@ -114,7 +114,7 @@ void frmCommunGuards::beginStage(Stage stage) {
 
 void frmCommunGuards::setProgress(std::int16_t percent) {
     // At the end of its session the bar goes back to 0; the stage keeps what it has reached.
-    if (percent > 0 && current_ < percents_.size()) {
+    if (percent > 0 && current_ < percents_.size() && percents_[current_] != percent) {
         percents_[current_] = percent;
         showStages();
     }

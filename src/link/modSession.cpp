@@ -267,7 +267,9 @@ class Session {
 
     void settle() {
         modCommun::DelayNms(servedPauseMs);
-        theClock().sleepUntil(theClock().now() + plainPause);
+        const auto end = theClock().now() + plainPause;
+        // Between the stages of a run the interface has no reason to stand still.
+        plan_.ownImage ? theClock().waitUntil(end) : theClock().sleepUntil(end);
         view_.setProgress(0);
         view_.setStatus("");
         view_.setPercentText("");
