@@ -16,7 +16,6 @@
 #include "cli/run.h"
 #include "link/modCommun.h"
 #include "link/modSession.h"
-#include "link/virtualRadio.h"
 #include "support.h"
 #include "support/TempFolder.h"
 
@@ -195,20 +194,6 @@ int parseOnly(int count, const char* const* line) {
     }
 }
 
-void forgetAll() {
-    mdimoduMain::state() = {};
-    modShowErr::state() = {};
-    modIicDat::state() = {};
-    modCommun::state() = {};
-    modModel::state() = {};
-    modSysSet::state() = {};
-    modMemDat::state() = {};
-    modFileCmd::state() = {};
-    virtualRadio::state() = {};
-    static const modChMem::State fresh;
-    modChMem::state() = fresh;
-}
-
 /// Lets stdout and stderr go nowhere while it lives.
 class Silence {
   public:
@@ -260,7 +245,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int count = static_cast<int>(pointers.size());
     pointers.push_back(nullptr);
     folder.restore();
-    forgetAll();
+    fuzz::forgetAll();
     int code = 0;
     {
         const Silence silence;

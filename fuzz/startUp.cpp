@@ -68,19 +68,6 @@ class Folder {
     std::time_t time_ = 0;
 };
 
-void forgetAll() {
-    mdimoduMain::state() = {};
-    modShowErr::state() = {};
-    modIicDat::state() = {};
-    modCommun::state() = {};
-    modModel::state() = {};
-    modSysSet::state() = {};
-    modMemDat::state() = {};
-    modFileCmd::state() = {};
-    static const modChMem::State fresh;
-    modChMem::state() = fresh;
-}
-
 /// The values that a start may set, in the order in which it does.
 ProfileText afterStart(const std::string& before, const ProfileText& after) {
     ProfileText expected(before);
@@ -109,7 +96,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int usablePort = source.below(20);
     const bool present = source.byte() != 0;
     const std::string text = source.restText();
-    forgetAll();
+    fuzz::forgetAll();
     mdimoduMain::state().programFolder = folder.path();
     modCommun::state().portMaker = [&](std::int16_t number) {
         return std::make_unique<InputPort>(number == usablePort);

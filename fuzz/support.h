@@ -19,6 +19,8 @@
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "image/modIicDat.h"
+#include "link/modCommun.h"
+#include "link/virtualRadio.h"
 #include "memview/modMemDat.h"
 #include "settings/modSysSet.h"
 #include "support/SimulatedClock.h"
@@ -32,6 +34,21 @@ inline void require(bool holds, std::string_view what) {
         std::fprintf(stderr, "violated: %.*s\n", static_cast<int>(what.size()), what.data());
         std::abort();
     }
+}
+
+/// Puts every module back to the state of a new process.
+inline void forgetAll() {
+    mdimoduMain::state() = {};
+    modShowErr::state() = {};
+    modIicDat::state() = {};
+    modCommun::state() = {};
+    modModel::state() = {};
+    modSysSet::state() = {};
+    modMemDat::state() = {};
+    modFileCmd::state() = {};
+    virtualRadio::state() = {};
+    static const modChMem::State fresh;
+    modChMem::state() = fresh;
 }
 
 /// Takes an input apart from its front. Behind its end it gives zeros and empty texts.

@@ -101,8 +101,7 @@ void makeFolder(const fs::path& path) {
     std::error_code error;
     fs::create_directories(path, error);
     if (error) {
-        throw RuntimeError(numberOfSystemError(error.value()),
-                           path.string() + ": " + error.message());
+        throwSystemError(error.value(), path.string());
     }
 }
 
@@ -121,8 +120,7 @@ void removeFile(const fs::path& path) {
     std::error_code error;
     fs::remove(path, error);
     if (error) {
-        throw RuntimeError(numberOfSystemError(error.value()),
-                           path.string() + ": " + error.message());
+        throwSystemError(error.value(), path.string());
     }
 }
 

@@ -49,8 +49,7 @@ void end() {
         std::error_code error;
         fs::remove(notePath(), error);
         if (error) {
-            throw RuntimeError(numberOfSystemError(error.value()),
-                               notePath().string() + ": " + error.message());
+            throwSystemError(error.value(), notePath().string());
         }
     });
 }

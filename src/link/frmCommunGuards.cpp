@@ -88,16 +88,16 @@ Choices frmCommunGuards::choices() const {
 void frmCommunGuards::planStages() {
     stages_ = safeguards::stagesOf(direction_, choices());
     percents_.assign(stages_.size(), 0);
-    running_ = ended_ = good_ = false;
+    phase_ = Phase::planned;
     current_ = 0;
     showStages();
 }
 
 void frmCommunGuards::start(std::vector<Stage> stages) {
-    planStages();
     stages_ = std::move(stages);
     percents_.assign(stages_.size(), 0);
-    running_ = true;
+    current_ = 0;
+    phase_ = Phase::running;
     for (QCheckBox* box : boxes_) {
         box->setEnabled(false);
     }
@@ -121,9 +121,7 @@ void frmCommunGuards::setProgress(std::int16_t percent) {
 }
 
 void frmCommunGuards::finish(bool good) {
-    running_ = false;
-    ended_ = true;
-    good_ = good;
+    phase_ = good ? Phase::good : Phase::failed;
     for (QCheckBox* box : boxes_) {
         box->setEnabled(true);
     }
@@ -131,13 +129,15 @@ void frmCommunGuards::finish(bool good) {
 }
 
 frmCommunGuards::Mark frmCommunGuards::markOf(std::size_t place) const {
-    if (!running_ && !ended_) {
+    if (phase_ == Phase::planned) {
         return Mark::pending;
     }
     if (place != current_) {
         return place < current_ ? Mark::done : Mark::pending;
     }
-    return running_ ? Mark::current : good_ ? Mark::done : Mark::failed;
+    return phase_ == Phase::running ? Mark::current
+           : phase_ == Phase::good  ? Mark::done
+                                    : Mark::failed;
 }
 
 QString frmCommunGuards::textOf(std::size_t place) const {

@@ -37,6 +37,8 @@ class frmCommunGuards : public QWidget {
     void finish(bool good);
 
   private:
+    /// Where the run is as a whole.
+    enum class Phase { planned, running, good, failed };
     enum class Mark { pending, current, done, failed };
 
     void showStages();
@@ -51,9 +53,7 @@ class frmCommunGuards : public QWidget {
     /// The stage that is on or was on last, and how far each has come, in percent.
     std::size_t current_ = 0;
     std::vector<int> percents_;
-    bool running_ = false;
-    bool ended_ = false;
-    bool good_ = false;
+    Phase phase_ = Phase::planned;
 };
 
 }  // namespace k520
