@@ -19,7 +19,7 @@ root=$PWD
 work=$root/build/fuzz-work
 corpus=$root/fuzz/corpus
 # The longest input of a target, where it is not that of the others.
-declare -A longest=([image]=8193 [profile]=2048 [startUp]=32768 [csv]=2048 [commandLine]=256)
+declare -A longest=([image]=8193 [profile]=2048 [edit]=256 [startUp]=32768 [csv]=2048 [commandLine]=256)
 usual_length=1024
 
 usage() {

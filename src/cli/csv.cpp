@@ -133,16 +133,18 @@ bool deletes(const ImportRow& row, const std::vector<std::string>& before) {
 /// Types every cell that says something else than the grid, from left to right: what the file
 /// leaves as it was is not snapped to a raster or changed in any other way.
 void takeRow(const ImportRow& row) {
-    const auto before = currentCells(row.channel);
-    if (deletes(row, before)) {
-        if (!before[modChMem::column::rx].empty()) {
+    auto cells = currentCells(row.channel);
+    if (deletes(row, cells)) {
+        if (!cells[modChMem::column::rx].empty()) {
             editCell(row.channel, modChMem::column::rx, "");
         }
         return;
     }
     for (std::size_t col = modChMem::column::rx; col < row.cells.size(); ++col) {
-        if (row.cells[col] && *row.cells[col] != currentCells(row.channel)[col]) {
+        if (row.cells[col] && *row.cells[col] != cells[col]) {
             editCell(row.channel, static_cast<int>(col), *row.cells[col]);
+            // An edit may change its neighbours, too.
+            cells = currentCells(row.channel);
         }
     }
 }
