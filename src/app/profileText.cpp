@@ -16,6 +16,7 @@ namespace {
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
 constexpr std::string_view lineBreaks = "\r\n";
 constexpr auto noSection = static_cast<std::size_t>(-1);
+constexpr auto freeSlot = static_cast<std::uint32_t>(-1);
 constexpr std::string_view notInALine{"\r\n\0", 3};
 
 std::size_t textBegin(std::string_view bytes) {
@@ -51,15 +52,19 @@ std::string_view keyName(std::string_view line) {
     return equals == std::string_view::npos || name.starts_with(';') ? std::string_view() : name;
 }
 
+char lowered(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
 /// Of a name under a parent; the same for small and capital letters.
 std::uint64_t nameHash(std::size_t parent, std::string_view name) {
     constexpr std::uint64_t prime = 0x100000001B3;
     std::uint64_t hash = 0xCBF29CE484222325 ^ parent;
     for (const char c : name) {
-        const bool capital = c >= 'A' && c <= 'Z';
-        hash = (hash * prime) ^ static_cast<unsigned char>(capital ? c - 'A' + 'a' : c);
+        hash = (hash ^ static_cast<unsigned char>(lowered(c))) * prime;
     }
-    return hash;
+    // The index takes the low bits, and the high ones are the well mixed.
+    return hash ^ (hash >> 32U);
 }
 
 struct LineSpan {
@@ -138,6 +143,7 @@ ProfileText::ProfileText(std::string bytes) : bytes_(std::move(bytes)) {
 
 void ProfileText::parse() {
     entries_.clear();
+    index_.clear();
     const std::string_view all = bytes_;
     std::size_t section = noSection;
     for (std::size_t begin = all.find_first_not_of(lineBreaks, textBegin(all)); begin < all.size();
@@ -146,12 +152,10 @@ void ProfileText::parse() {
         const auto line = all.substr(begin, span.end - begin);
         const auto text = withoutSpace(line);
         if (text.starts_with('[')) {
-            // Nobody can ask for a section without a name.
+            // Nobody can ask for a section without a name, nor for the second of a name.
             const auto name = sectionName(text);
-            section = name.empty() ? noSection : entries_.size();
-            if (!name.empty()) {
-                addEntry(0, name, 0, span.next);
-            }
+            const bool counts = !name.empty() && addEntry(0, name, 0, span.next);
+            section = counts ? entries_.size() - 1 : noSection;
         } else if (section != noSection && !text.empty()) {
             entries_[section].end = span.next;
             const auto name = keyName(line);
@@ -161,30 +165,58 @@ void ProfileText::parse() {
         }
         begin = span.next;
     }
-    std::sort(entries_.begin(), entries_.end(), [](const Entry& a, const Entry& b) {
-        return a.hash != b.hash ? a.hash < b.hash : a.nameBegin < b.nameBegin;
-    });
 }
 
-void ProfileText::addEntry(std::size_t parent, std::string_view name, std::size_t valueBegin,
+bool ProfileText::addEntry(std::size_t parent, std::string_view name, std::size_t valueBegin,
                            std::size_t end) {
+    if (entries_.size() * 2 >= index_.size()) {
+        growIndex();
+    }
+    const std::uint64_t hash = nameHash(parent, name);
+    auto& slot = index_[slotOf(hash, parent, name)];
+    if (slot != freeSlot) {
+        return false;
+    }
+    slot = static_cast<std::uint32_t>(entries_.size());
     const auto nameBegin = static_cast<std::size_t>(name.data() - bytes_.data());
-    entries_.push_back(
-        {nameHash(parent, name), parent, nameBegin, nameBegin + name.size(), valueBegin, end});
+    entries_.push_back({hash, parent, nameBegin, nameBegin + name.size(), valueBegin, end});
+    return true;
+}
+
+void ProfileText::growIndex() {
+    constexpr std::size_t smallest = 1024;
+    index_.assign(std::max(smallest, index_.size() * 4), freeSlot);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+        const auto& entry = entries_[i];
+        index_[slotOf(entry.hash, entry.parent, nameOf(entry))] = static_cast<std::uint32_t>(i);
+    }
+}
+
+/// Where a name stands in the index, or the free slot where it would.
+std::size_t ProfileText::slotOf(std::uint64_t hash, std::size_t parent,
+                                std::string_view name) const {
+    const auto isIt = [&](const Entry& entry) {
+        return entry.hash == hash && entry.parent == parent &&
+               std::ranges::equal(nameOf(entry), name, {}, lowered, lowered);
+    };
+    const std::size_t last = index_.size() - 1;
+    std::size_t slot = hash & last;
+    while (index_[slot] != freeSlot && !isIt(entries_[index_[slot]])) {
+        slot = (slot + 1) & last;
+    }
+    return slot;
 }
 
 const ProfileText::Entry* ProfileText::find(std::size_t parent, std::string_view name) const {
-    const std::uint64_t hash = nameHash(parent, name);
-    const std::string lower = lowerAscii(name);
-    const auto first = std::lower_bound(
-        entries_.begin(), entries_.end(), hash,
-        [](const Entry& entry, std::uint64_t value) { return entry.hash < value; });
-    const auto place = std::find_if(first, entries_.end(), [&](const Entry& entry) {
-        const auto own =
-            std::string_view(bytes_).substr(entry.nameBegin, entry.nameEnd - entry.nameBegin);
-        return entry.hash != hash || (entry.parent == parent && lowerAscii(own) == lower);
-    });
-    return place == entries_.end() || place->hash != hash ? nullptr : &*place;
+    if (entries_.empty()) {
+        return nullptr;
+    }
+    const auto place = index_[slotOf(nameHash(parent, name), parent, name)];
+    return place == freeSlot ? nullptr : &entries_[place];
+}
+
+std::string_view ProfileText::nameOf(const Entry& entry) const {
+    return std::string_view(bytes_).substr(entry.nameBegin, entry.nameEnd - entry.nameBegin);
 }
 
 std::string_view ProfileText::valueOf(const Entry& key) const {

@@ -54,14 +54,20 @@ class ProfileText {
     };
 
     void parse();
-    void addEntry(std::size_t parent, std::string_view name, std::size_t valueBegin,
+    /// Adds a name that its parent does not have yet; tells whether it did.
+    bool addEntry(std::size_t parent, std::string_view name, std::size_t valueBegin,
                   std::size_t end);
+    void growIndex();
+    [[nodiscard]] std::size_t slotOf(std::uint64_t hash, std::size_t parent,
+                                     std::string_view name) const;
     [[nodiscard]] const Entry* find(std::size_t parent, std::string_view name) const;
+    [[nodiscard]] std::string_view nameOf(const Entry& entry) const;
     [[nodiscard]] std::string_view valueOf(const Entry& key) const;
     void insertLines(std::size_t offset, const std::string& lines);
 
     std::string bytes_;
-    std::vector<Entry> entries_;  ///< by hash; equal ones in the order of the text
+    std::vector<Entry> entries_;        ///< what counts, in the order of the text
+    std::vector<std::uint32_t> index_;  ///< places in `entries_` by hash, more than half of it free
 };
 
 /// The pattern in which the program reads every setting: a buffer of `length` blanks is handed to
