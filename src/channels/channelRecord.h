@@ -43,6 +43,19 @@ inline constexpr int encode = 10;
 inline constexpr int frequencyLength = 4;
 inline constexpr int toneLength = 2;
 
+/// Bytes of the record that are one column of the grid as a whole.
+struct Part {
+    int column;
+    int offset;
+    int length;
+};
+
+inline constexpr Part rxPart{1, offset::rx, frequencyLength};
+inline constexpr Part txPart{2, offset::tx, frequencyLength};
+inline constexpr Part decodePart{3, offset::decode, toneLength};
+inline constexpr Part encodePart{4, offset::encode, toneLength};
+inline constexpr std::array<Part, 4> parts{rxPart, txPart, decodePart, encodePart};
+
 /// Whether the top byte of a stored frequency says that there is one. 0x00, 0xFF (erased) and all
 /// above 0x99 mean none; in the receive frequency that makes the channel empty.
 [[nodiscard]] constexpr bool frequencyPresent(std::uint8_t topByte) noexcept {

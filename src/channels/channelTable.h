@@ -21,10 +21,10 @@ inline constexpr int lastField = 20;
 /// Columns of the channel grid. Fields 1, 2 and 5.. of a channel are shown in the columns of the
 /// same number; the settings have to list their columns in this order.
 namespace column {
-inline constexpr int rx = 1;
-inline constexpr int tx = 2;
-inline constexpr int decode = 3;
-inline constexpr int encode = 4;
+inline constexpr int rx = channelRecord::rxPart.column;
+inline constexpr int tx = channelRecord::txPart.column;
+inline constexpr int decode = channelRecord::decodePart.column;
+inline constexpr int encode = channelRecord::encodePart.column;
 /// Never drawn as a parameter, never stepped.
 inline constexpr int reserved = 11;
 }  // namespace column

@@ -55,23 +55,17 @@ std::vector<ImageBits> bitsOfChannel(int channel) {
     return bits;
 }
 
-/// The four texts of a channel that stand in its record as whole bytes.
-struct RecordPart {
-    const char* name;
-    int offset;
-    int length;
+/// A part of a channel's record as the two sides' texts.
+struct PartText {
+    channelRecord::Part part;
     std::string (*text)(const ChannelPicture&);
 };
 
-constexpr std::array recordParts{
-    RecordPart{"rx", channelRecord::offset::rx, channelRecord::frequencyLength,
-               [](const ChannelPicture& c) { return frequencyText(c.rx); }},
-    RecordPart{"tx", channelRecord::offset::tx, channelRecord::frequencyLength,
-               [](const ChannelPicture& c) { return frequencyText(c.tx); }},
-    RecordPart{"decode", channelRecord::offset::decode, channelRecord::toneLength,
-               [](const ChannelPicture& c) { return c.decode; }},
-    RecordPart{"encode", channelRecord::offset::encode, channelRecord::toneLength,
-               [](const ChannelPicture& c) { return c.encode; }}};
+constexpr std::array partTexts{
+    PartText{channelRecord::rxPart, [](const ChannelPicture& c) { return frequencyText(c.rx); }},
+    PartText{channelRecord::txPart, [](const ChannelPicture& c) { return frequencyText(c.tx); }},
+    PartText{channelRecord::decodePart, [](const ChannelPicture& c) { return c.decode; }},
+    PartText{channelRecord::encodePart, [](const ChannelPicture& c) { return c.encode; }}};
 
 /// The limits that the image holds, also those of a custom band.
 std::string bandText(const Picture& picture) {
@@ -152,9 +146,9 @@ class Comparer {
         if (!a.rx) {
             return;
         }
-        for (const auto& part : recordParts) {
-            if (part.text(a) != part.text(b)) {
-                add({Kind::channel, number, part.name, part.text(a), part.text(b)},
+        for (const auto& [part, text] : partTexts) {
+            if (text(a) != text(b)) {
+                add({Kind::channel, number, nameOfColumn(part.column), text(a), text(b)},
                     bytesAt(channelRecord::address(a.channel) + part.offset, part.length));
             }
         }

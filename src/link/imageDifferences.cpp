@@ -20,20 +20,6 @@ namespace k520::imageDifferences {
 
 namespace {
 
-/// Some bytes of a channel's record that are one column of the grid.
-struct RecordPart {
-    int column;
-    int offset;
-    int length;
-};
-
-constexpr std::array recordParts{
-    RecordPart{modChMem::column::rx, channelRecord::offset::rx, channelRecord::frequencyLength},
-    RecordPart{modChMem::column::tx, channelRecord::offset::tx, channelRecord::frequencyLength},
-    RecordPart{modChMem::column::decode, channelRecord::offset::decode, channelRecord::toneLength},
-    RecordPart{modChMem::column::encode, channelRecord::offset::encode, channelRecord::toneLength},
-};
-
 /// Bytes that have one meaning as a whole.
 struct Area {
     int address;
@@ -65,7 +51,7 @@ void addChannelOwners(int address, int bits, std::vector<std::string>& owners) {
     }
     const int offset = address - channelRecord::address(channel);
     const auto before = owners.size();
-    for (const auto& part : recordParts) {
+    for (const auto& part : channelRecord::parts) {
         if (holds(part.offset, part.length, offset)) {
             owners.push_back(channelText(channel, part.column));
         }
