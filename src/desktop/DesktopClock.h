@@ -7,8 +7,8 @@
 namespace k520 {
 
 /// The system's clocks; the wait serves the event queue and sleeps until the next event or the
-/// deadline, or through the whole of a wait of a poll's length. In force from its making to its
-/// end.
+/// deadline. Waits of a poll's length are slept through, and every few of them serve the events: in
+/// a row of such waits no event stays longer than 6 ms. In force from its making to its end.
 class DesktopClock : public SystemClock {
   public:
     DesktopClock();
@@ -18,6 +18,9 @@ class DesktopClock : public SystemClock {
 
     void waitUntil(Microseconds deadline) override;
     void sleepUntil(Microseconds deadline) override { SystemClock::waitUntil(deadline); }
+
+  private:
+    Microseconds served_{0};  ///< when the events were served last
 };
 
 }  // namespace k520

@@ -20,6 +20,7 @@
 #include "app/modSoftFace.h"
 #include "desktop/LineListModel.h"
 #include "desktop/captions.h"
+#include "desktop/holdSize.h"
 #include "desktop/owned.h"
 #include "link/frmCommunGuards.h"
 #include "link/frmCommunLight.h"
@@ -167,7 +168,11 @@ void frmCommun::layOut() {
     auto* column = own<QVBoxLayout>(this);
     column->addLayout(rowOf({cmdRead_, cmdWrite_}, {chkStopCom_}));
     column->addWidget(guards_);
-    column->addLayout(rowOf({imgGreen_, lblComStatus_}, {lblComPercent_}));
+    auto* status = own<QHBoxLayout>();
+    status->addWidget(imgGreen_);
+    status->addWidget(lblComStatus_, 1);
+    status->addWidget(lblComPercent_);
+    column->addLayout(status);
     column->addWidget(prgCommunicate_);
     column->addWidget(lblAdvice_);
     column->addWidget(lblRtData_);
@@ -301,6 +306,7 @@ void frmCommun::showAdvice(const std::string& text) {
 
 void frmCommun::setRunning(bool running) {
     running_ = running;
+    holdSize(*lblComStatus_, running);
     ranges_->setEnabled(!running);
     cmdClose_->setEnabled(!running);
     cmdRestore_->setEnabled(false);

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "desktop/captions.h"
+#include "desktop/holdSize.h"
 #include "desktop/owned.h"
 #include "link/sessionAdvice.h"
 
@@ -101,6 +102,7 @@ void frmCommunGuards::start(std::vector<Stage> stages) {
     for (QCheckBox* box : boxes_) {
         box->setEnabled(false);
     }
+    holdSize(*lblStages_, true);
 }
 
 void frmCommunGuards::beginStage(Stage stage) {
@@ -122,6 +124,7 @@ void frmCommunGuards::setProgress(std::int16_t percent) {
 
 void frmCommunGuards::finish(bool good) {
     phase_ = good ? Phase::good : Phase::failed;
+    holdSize(*lblStages_, false);
     for (QCheckBox* box : boxes_) {
         box->setEnabled(true);
     }

@@ -17,7 +17,7 @@ namespace k520 {
 
 namespace {
 
-constexpr std::chrono::milliseconds showInterval{120};
+constexpr std::chrono::milliseconds showInterval{200};
 
 }  // namespace
 
