@@ -158,7 +158,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (result.outcome == Outcome::succeeded) {
         const auto touched = touchedBy(faults, radio->counters().replyBytes);
         const int wrong = differences(held, image.IicDat.bytes(), range, true);
-        require(touched.others > 0 || wrong <= (reading ? touched.corrupted : 0),
+        // Late acknowledgements let a write end while its bytes are still on the line; pulling the
+        // cable then takes them along. Only reading back finds that.
+        const bool cutShort = !reading && radio->goneAt();
+        require(cutShort || touched.others > 0 || wrong <= (reading ? touched.corrupted : 0),
                 "success without a fault means that both hold the same");
     }
     return 0;
