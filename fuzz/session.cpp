@@ -158,9 +158,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (result.outcome == Outcome::succeeded) {
         const auto touched = touchedBy(faults, radio->counters().replyBytes);
         const int wrong = differences(held, image.IicDat.bytes(), range, true);
-        // Late acknowledgements let a write end while its bytes are still on the line; pulling the
-        // cable then takes them along. Only reading back finds that.
-        const bool cutShort = !reading && radio->goneAt();
+        // Late acknowledgements let a write end while its bytes are still on the line; a radio that
+        // is unplugged or switched off then never gets them. Only reading back finds that.
+        const auto exchanges = radio->counters().exchanges;
+        const bool off = faults.silentFrom && exchanges >= *faults.silentFrom;
+        const bool cutShort = !reading && (off || radio->goneAt());
         require(cutShort || touched.others > 0 || wrong <= (reading ? touched.corrupted : 0),
                 "success without a fault means that both hold the same");
     }
