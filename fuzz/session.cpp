@@ -53,6 +53,11 @@ class InputView : public NullView {
     void resetStopBox() override { enabled_ = false; }
     void enableStopBox() override { enabled_ = true; }
     void setBusy(bool busy) override { busy_ = busy; }
+    void setProgress(std::int16_t percent) override {
+        succeededAt_ = percent == 100 ? theClock().now() : succeededAt_;
+    }
+    /// When the last step was done.
+    [[nodiscard]] Clock::Microseconds succeededAt() const { return succeededAt_; }
     [[nodiscard]] bool busy() const { return busy_; }
     [[nodiscard]] bool mayStop() const { return ticked_ || abandonAfter_ != 0; }
 
@@ -60,6 +65,7 @@ class InputView : public NullView {
     bool ticked_;
     int abandonAfter_;
     int asked_ = 0;
+    Clock::Microseconds succeededAt_{0};
     bool enabled_ = false;
     bool busy_ = false;
 };
@@ -112,6 +118,17 @@ int differences(std::span<const std::uint8_t> a, std::span<const std::uint8_t> b
     return count;
 }
 
+/// Whether each byte of a radio is what it was or what it should be.
+bool isOldOrNew(std::span<const std::uint8_t> held, std::span<const std::uint8_t> before,
+                std::span<const std::uint8_t> sent) {
+    for (std::size_t i = 0; i < held.size(); ++i) {
+        if (held[i] != before[i] && held[i] != sent[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -162,7 +179,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         // is unplugged or switched off then never gets them. Only reading back finds that.
         const auto exchanges = radio->counters().exchanges;
         const bool off = faults.silentFrom && exchanges >= *faults.silentFrom;
-        const bool cutShort = !reading && (off || radio->goneAt());
+        const bool cutShort = !reading && (off || radio->goneAt()) &&
+                              radio->lineBusyUntil() > view.succeededAt() &&
+                              isOldOrNew(held, memory, image.IicDat.bytes());
         require(cutShort || touched.others > 0 || wrong <= (reading ? touched.corrupted : 0),
                 "success without a fault means that both hold the same");
     }

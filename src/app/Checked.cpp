@@ -131,9 +131,7 @@ std::string_view trimBlanks(std::string_view text) noexcept {
 
 std::string lowerAscii(std::string_view text) {
     std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-        return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-    });
+    std::ranges::transform(lower, lower.begin(), [](char c) { return lowerAscii(c); });
     return lower;
 }
 

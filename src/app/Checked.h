@@ -53,6 +53,10 @@ namespace k520 {
 /// Blanks taken off both ends; only the blank itself counts.
 [[nodiscard]] std::string_view trimBlanks(std::string_view text) noexcept;
 
+/// A letter A..Z made small; any other byte as it is.
+[[nodiscard]] constexpr char lowerAscii(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
 /// A copy with the letters A..Z made small; other bytes, UTF-8 included, stay.
 [[nodiscard]] std::string lowerAscii(std::string_view text);
 

@@ -20,7 +20,7 @@ struct DateTime {
 };
 
 /// All of the program's time: the one clock and the one wait. The desktop's wait serves the event
-/// queue until the deadline; tests put a simulated clock in its place.
+/// queue meanwhile; tests put a simulated clock in its place.
 class Clock {
   public:
     using Microseconds = std::chrono::microseconds;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <random>
 
 #include "app/Checked.h"
 
@@ -52,16 +53,14 @@ std::string_view keyName(std::string_view line) {
     return equals == std::string_view::npos || name.starts_with(';') ? std::string_view() : name;
 }
 
-char lowered(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-/// Of a name under a parent; the same for small and capital letters.
+/// Of a name under a parent; the same for small and capital letters. Another in each process, so
+/// that no file can be made whose names all meet.
 std::uint64_t nameHash(std::size_t parent, std::string_view name) {
+    static const std::uint64_t seed = std::random_device{}();
     constexpr std::uint64_t prime = 0x100000001B3;
-    std::uint64_t hash = 0xCBF29CE484222325 ^ parent;
+    std::uint64_t hash = ((0xCBF29CE484222325 ^ seed) * prime) ^ parent;
     for (const char c : name) {
-        hash = (hash ^ static_cast<unsigned char>(lowered(c))) * prime;
+        hash = (hash ^ static_cast<unsigned char>(lowerAscii(c))) * prime;
     }
     // The index takes the low bits, and the high ones are the well mixed.
     return hash ^ (hash >> 32U);
@@ -197,7 +196,8 @@ std::size_t ProfileText::slotOf(std::uint64_t hash, std::size_t parent,
                                 std::string_view name) const {
     const auto isIt = [&](const Entry& entry) {
         return entry.hash == hash && entry.parent == parent &&
-               std::ranges::equal(nameOf(entry), name, {}, lowered, lowered);
+               std::ranges::equal(nameOf(entry), name,
+                                  [](char a, char b) { return lowerAscii(a) == lowerAscii(b); });
     };
     const std::size_t last = index_.size() - 1;
     std::size_t slot = hash & last;

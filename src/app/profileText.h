@@ -67,7 +67,7 @@ class ProfileText {
 
     std::string bytes_;
     std::vector<Entry> entries_;        ///< what counts, in the order of the text
-    std::vector<std::uint32_t> index_;  ///< places in `entries_` by hash, more than half of it free
+    std::vector<std::uint32_t> index_;  ///< places in `entries_` by hash, at least half of it free
 };
 
 /// The pattern in which the program reads every setting: a buffer of `length` blanks is handed to

@@ -8,7 +8,7 @@ namespace k520 {
 
 /// The system's clocks; the wait serves the event queue and sleeps until the next event or the
 /// deadline. Waits of a poll's length are slept through, and every few of them serve the events: in
-/// a row of such waits no event stays longer than 6 ms. In force from its making to its end.
+/// a row of such waits an event stays 6 ms or little longer. In force from its making to its end.
 class DesktopClock : public SystemClock {
   public:
     DesktopClock();

@@ -19,8 +19,8 @@
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
 #include "desktop/LineListModel.h"
+#include "desktop/SteadyFrame.h"
 #include "desktop/captions.h"
-#include "desktop/holdSize.h"
 #include "desktop/owned.h"
 #include "link/frmCommunGuards.h"
 #include "link/frmCommunLight.h"
@@ -170,7 +170,7 @@ void frmCommun::layOut() {
     column->addWidget(guards_);
     auto* status = own<QHBoxLayout>();
     status->addWidget(imgGreen_);
-    status->addWidget(lblComStatus_, 1);
+    status->addWidget(own<SteadyFrame>(lblComStatus_, this), 1);
     status->addWidget(lblComPercent_);
     column->addLayout(status);
     column->addWidget(prgCommunicate_);
@@ -306,7 +306,6 @@ void frmCommun::showAdvice(const std::string& text) {
 
 void frmCommun::setRunning(bool running) {
     running_ = running;
-    holdSize(*lblComStatus_, running);
     ranges_->setEnabled(!running);
     cmdClose_->setEnabled(!running);
     cmdRestore_->setEnabled(false);

@@ -10,8 +10,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/SteadyFrame.h"
 #include "desktop/captions.h"
-#include "desktop/holdSize.h"
 #include "desktop/owned.h"
 #include "link/sessionAdvice.h"
 
@@ -59,7 +59,7 @@ frmCommunGuards::frmCommunGuards(QWidget* parent)
     auto* column = own<QVBoxLayout>(this);
     column->setContentsMargins({});
     column->addLayout(row);
-    column->addWidget(lblStages_);
+    column->addWidget(own<SteadyFrame>(lblStages_, this));
 }
 
 void frmCommunGuards::prepare(Direction direction) {
@@ -102,7 +102,6 @@ void frmCommunGuards::start(std::vector<Stage> stages) {
     for (QCheckBox* box : boxes_) {
         box->setEnabled(false);
     }
-    holdSize(*lblStages_, true);
 }
 
 void frmCommunGuards::beginStage(Stage stage) {
@@ -124,7 +123,6 @@ void frmCommunGuards::setProgress(std::int16_t percent) {
 
 void frmCommunGuards::finish(bool good) {
     phase_ = good ? Phase::good : Phase::failed;
-    holdSize(*lblStages_, false);
     for (QCheckBox* box : boxes_) {
         box->setEnabled(true);
     }

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
 #include <random>
 #include <thread>
 
@@ -36,22 +38,63 @@ TEST(ProfileText, ReadsAsUsersOfTheFormatExpect) {
         EXPECT_EQ(ProfileText(text).bytes(), text);
     }
     EXPECT_EQ(ProfileText("[S]\n;K=1\n").value("S", ";K"), std::nullopt);
+    // Letters only: neighbours of the alphabet and bytes of UTF-8 keep their difference.
+    const ProfileText text("[s]\n@aZ[`{\xC3\x84=1\n`AZ{\xC3\xA4=2\n");
+    EXPECT_EQ(text.value("S", "@Az[`{\xC3\x84"), "1");
+    EXPECT_EQ(text.value("S", "`aZ{\xC3\x84"), std::nullopt);
+    EXPECT_EQ(text.value("S", "@AZ{`{\xC3\x84"), std::nullopt);
+}
+
+// The same names in several sections, and each a second time behind all of them.
+TEST(ProfileText, FindsEachOfManyNames) {
+    constexpr int sections = 3;
+    for (const int keys : {169, 170, 171, 700, 5'000}) {
+        const auto lines = [&](int section, std::string_view mark) {
+            std::string text = fmt::format("[Sec{}]\n", section);
+            for (int key = 0; key < keys; ++key) {
+                text += fmt::format("Key{}={}{}.{}\n", key, mark, section, key);
+            }
+            return text;
+        };
+        std::string bytes;
+        for (const std::string_view mark : {"first ", "second "}) {
+            for (int section = 0; section < sections; ++section) {
+                bytes += lines(section, mark);
+            }
+        }
+        const ProfileText text(bytes);
+        ProfileText changed = text;
+        changed.setValue("sec1", "key7", "x");
+        for (int section = 0; section < sections; ++section) {
+            for (int key = 0; key < keys; ++key) {
+                const auto value = fmt::format("first {}.{}", section, key);
+                const auto s = fmt::format("SEC{}", section);
+                const auto k = fmt::format("kEY{}", key);
+                ASSERT_EQ(text.value(s, k), value);
+                ASSERT_EQ(changed.value(s, k), section == 1 && key == 7 ? "x" : value);
+            }
+            ASSERT_EQ(text.value(fmt::format("Sec{}", section), fmt::format("Key{}", keys)),
+                      std::nullopt);
+        }
+    }
 }
 
 TEST(ProfileText, ChangesOneLineAndNothingElse) {
     // What is there, the value set, and what is there then.
-    const std::string rows[][3] = {{"", "1", "[S]\nK=1\n"},
-                                   {"\xEF\xBB\xBF", "1", "\xEF\xBB\xBF[S]\nK=1\n"},
-                                   {"; c", "1", "; c\n[S]\nK=1\n"},
-                                   {"x\r\n[T]\nK=0", "1", "x\r\n[T]\nK=0\r\n[S]\r\nK=1\r\n"},
-                                   {"[S]\r\nL=2\r\n ; c\r\n\r\n \t\r\n[T]\r\n", " 3",
-                                    "[S]\r\nL=2\r\n ; c\r\nK= 3\r\n\r\n \t\r\n[T]\r\n"},
-                                   {"[S]\n k =1\t\r\nK=2\n", "3", "[S]\n k =3\r\nK=2\n"},
-                                   {"[S]\nK= '3' \n", " 3", "[S]\nK= '3' \n"},
-                                   {"[S]\nK=1", "", "[S]\nK="},
-                                   {"[T]\n[S]\n[s]\nK=2\n", "3", "[T]\n[S]\nK=3\n[s]\nK=2\n"},
-                                   {"\r[S]\r", "1", "\r[S]\rK=1\n"},
-                                   {"\xFF\0[\n=\x1A"s, "1", "\xFF\0[\n=\x1A\n[S]\nK=1\n"s}};
+    const std::string rows[][3] = {
+        {"", "1", "[S]\nK=1\n"},
+        {"\xEF\xBB\xBF", "1", "\xEF\xBB\xBF[S]\nK=1\n"},
+        {"; c", "1", "; c\n[S]\nK=1\n"},
+        {"x\r\n[T]\nK=0", "1", "x\r\n[T]\nK=0\r\n[S]\r\nK=1\r\n"},
+        {"[S]\r\nL=2\r\n ; c\r\n\r\n \t\r\n[T]\r\n", " 3",
+         "[S]\r\nL=2\r\n ; c\r\nK= 3\r\n\r\n \t\r\n[T]\r\n"},
+        {"[S]\n k =1\t\r\nK=2\n", "3", "[S]\n k =3\r\nK=2\n"},
+        {"[S]\nK= '3' \n", " 3", "[S]\nK= '3' \n"},
+        {"[S]\nK=1", "", "[S]\nK="},
+        {"[T]\n[S]\n[s]\nK=2\n", "3", "[T]\n[S]\nK=3\n[s]\nK=2\n"},
+        {"[S]\nL=1\n[T]\nK=0\n[s]\nK=2\n", "3", "[S]\nL=1\nK=3\n[T]\nK=0\n[s]\nK=2\n"},
+        {"\r[S]\r", "1", "\r[S]\rK=1\n"},
+        {"\xFF\0[\n=\x1A"s, "1", "\xFF\0[\n=\x1A\n[S]\nK=1\n"s}};
     for (const auto& row : rows) {
         ProfileText text(row[0]);
         text.setValue(" S", "K\t", row[1]);

@@ -234,10 +234,17 @@ TEST(DesktopClock, ServesEventsAndNeverReturnsEarly) {
         EXPECT_EQ(served, 1);
     }
     // A wait inside an event of a wait keeps neither from its end.
-    QMetaObject::invokeMethod(
-        qApp, [&] { theClock().waitUntil(theClock().now() + Clock::Microseconds(2000)); },
-        Qt::QueuedConnection);
-    theClock().waitUntil(theClock().now() + Clock::Microseconds(1000));
+    bool innerEnded = false;
+    const auto inner = [&] {
+        const auto deadline = theClock().now() + Clock::Microseconds(7000);
+        theClock().waitUntil(deadline);
+        innerEnded = theClock().now() >= deadline;
+    };
+    QMetaObject::invokeMethod(qApp, inner, Qt::QueuedConnection);
+    const auto deadline = theClock().now() + Clock::Microseconds(5000);
+    theClock().waitUntil(deadline);
+    EXPECT_TRUE(innerEnded);
+    EXPECT_GE(theClock().now(), deadline);
 }
 
 class ShowErr : public test::Desktop {
