@@ -166,6 +166,12 @@ void edit(Source& source) {
     }
 }
 
+/// The option panel as it is behind the start-up.
+void freshPanel() {
+    static const optionPanel::State fresh = (optionPanel::InitOpt(), optionPanel::state());
+    optionPanel::state() = fresh;
+}
+
 void requireTone(const std::string& tone) {
     require(tone.empty() || tone == modCtdcs::state().CtdcsOffText ||
                 toneCode::normaliseTone(tone) == tone,
@@ -188,8 +194,9 @@ void requireValid(const modChMem::Channel& channel) {
 }
 
 void requireShown(int row, const modChMem::Channel& channel) {
-    const auto shows = [&](int col, const std::string& text) {
-        require(modChMem::state().vsfgGridCh.text(row, col) == (channel.present() ? text : ""),
+    const auto& grid = modChMem::state().vsfgGridCh;
+    const auto shows = [&](int col, std::string_view text) {
+        require(grid.text(row, col) == (channel.present() ? text : std::string_view()),
                 "the grid shows the table");
     };
     const auto frequencyText = [](std::int32_t f) {
@@ -198,7 +205,7 @@ void requireShown(int row, const modChMem::Channel& channel) {
     shows(column::rx, frequencyText(channel.rxFre()));
     shows(column::tx, frequencyText(channel.txFre()));
     shows(column::decode, channel.decodeTone);
-    shows(column::encode, channel.transmits() ? channel.encodeTone : "");
+    shows(column::encode, channel.transmits() ? std::string_view(channel.encodeTone) : "");
     for (int k = modChMem::firstParameter; channel.present() && k <= modChMem::state().ColNum;
          ++k) {
         shows(k, modChMem::columnOf(k).textOf(channel.field(k)));
@@ -265,7 +272,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::freshCore();
     mdimoduMain::state().lockState = mdimoduMain::unlocked;
     const InputDialogs dialogs(source);
-    optionPanel::InitOpt();
+    freshPanel();
     for (int left = mostEdits; left > 0 && !source.empty(); --left) {
         edit(source);
         requireValidState();

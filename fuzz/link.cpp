@@ -297,12 +297,14 @@ void runSession(Source& source, test::SimulatedClock& clock) {
         requireBlocks(log, reading, result.stepCount - 2);
     }
     if (reading && !wild) {
-        for (int i = 0; i < start; ++i) {
-            require(image.IicDat(i) == before(i), "what lies in front of the range stays");
-        }
-        for (int i = start + length + 1; i < std::ssize(before.bytes()); ++i) {
-            require(image.IicDat(i) == before(i), "what lies behind the range stays");
-        }
+        const auto now = std::span(image.IicDat.bytes());
+        const auto old = std::span(before.bytes());
+        const auto first = static_cast<std::size_t>(start);
+        const auto behind = first + static_cast<std::size_t>(length) + 1;
+        require(std::ranges::equal(now.first(first), old.first(first)),
+                "what lies in front of the range stays");
+        require(std::ranges::equal(now.subspan(behind), old.subspan(behind)),
+                "what lies behind the range stays");
     }
 }
 

@@ -139,6 +139,8 @@ class Core {
     test::SimulatedClock& clock() { return clock_; }
 
   private:
+    /// Nobody changes the shipped settings meanwhile.
+    mdimoduMain::SettingsSnapshot settings_;
     test::SimulatedClock clock_;
     Document fresh_;
 };

@@ -42,13 +42,28 @@ struct ReadFile {
     ProfileText text;
 };
 
+/// What a SettingsSnapshot holds.
+struct Hold {
+    int holders = 0;
+    bool taken = false;  ///< the file was read since the first of them, or since the last write
+};
+
+Hold& hold() {
+    static Hold instance;
+    return instance;
+}
+
 /// The settings file as it stands on the disk; a profile without keys where there is none.
 const ProfileText& settings() {
     static ReadFile last;
+    if (hold().taken) {
+        return last.text;
+    }
     const fs::path path = findFile(settingsFileName);
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     const auto stamp = files::stampOf(path);
     if (last.stampIsSafe && stamp == last.stamp && path.native() == last.path.native()) {
+        hold().taken = hold().holders > 0;
         return last.text;
     }
     std::string bytes = stamp ? settingsBytes(path) : std::string();
@@ -58,6 +73,7 @@ const ProfileText& settings() {
     last.path = path;
     last.stamp = stamp;
     last.stampIsSafe = stamp && now - stamp->modified > stampTick;
+    hold().taken = hold().holders > 0;
     return last.text;
 }
 
@@ -111,6 +127,16 @@ void correctLanguage() noexcept {
     }
 }
 
+SettingsSnapshot::SettingsSnapshot() noexcept {
+    ++hold().holders;
+}
+
+SettingsSnapshot::~SettingsSnapshot() {
+    if (--hold().holders == 0) {
+        hold().taken = false;
+    }
+}
+
 std::string readSetting(std::string_view section, std::string_view key, SettingBuffer buffer,
                         std::string_view defaultText) {
     return throughBuffer(readSetting(section, key, defaultText), buffer);
@@ -135,6 +161,9 @@ void writeSettings(std::string_view section, std::span<const KeyValue> values) {
     ProfileText text(before);
     for (const auto& [key, value] : values) {
         text.setValue(section, key, value);
+    }
+    if (hold().taken) {
+        hold().taken = false;
     }
     if (text.bytes() != before) {
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.bytes().data());

@@ -74,6 +74,17 @@ void correctLanguage() noexcept;
 [[nodiscard]] std::string readSetting(std::string_view section, std::string_view key,
                                       std::string_view defaultText);
 
+/// While one lives the settings file is read once, and again only behind this program's own writes:
+/// what is read together comes from one state of the file, whatever other programs do meanwhile.
+/// A file that could not be read is tried anew at each reading.
+class SettingsSnapshot {
+  public:
+    SettingsSnapshot() noexcept;
+    ~SettingsSnapshot();
+    SettingsSnapshot(const SettingsSnapshot&) = delete;
+    SettingsSnapshot& operator=(const SettingsSnapshot&) = delete;
+};
+
 using KeyValue = std::pair<std::string, std::string>;
 
 /// Writes values into a section of the settings file in the program folder, in one replacement;

@@ -115,6 +115,7 @@ void customRangeOk(std::string_view minText, std::string_view maxText) {
 
 void NewFileSol() {
     guarded("mdifrmMain->NewFileSol", [] {
+        const mdimoduMain::SettingsSnapshot settings;
         modIicDat::InitTempArray();
         modChMem::ChInfoSaveSol(1);
         modChMem::ShowChTblGrid();

@@ -212,6 +212,7 @@ void prepareCore() {
 }
 
 StartResult Form_Load(const WindowSteps& windows) {
+    const mdimoduMain::SettingsSnapshot settings;
     if (isVeryFirstStart()) {
         return StartResult::quit;
     }

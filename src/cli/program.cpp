@@ -158,6 +158,7 @@ void startCore() {
 }
 
 void startConfiguration(DefaultImage defaultImage) {
+    const mdimoduMain::SettingsSnapshot settings;
     startCore();
     warnOfDefaultImage();
     const auto mark = failureMark();

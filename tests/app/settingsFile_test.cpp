@@ -184,6 +184,33 @@ TEST_F(SettingsFile, ShowsEveryChangeAtOnce) {
     EXPECT_EQ(readSetting("S", "K", "0"), "0");
 }
 
+// Another program's change is seen behind the last snapshot, or behind a write of one's own.
+TEST_F(SettingsFile, StaysInItsSnapshot) {
+    const auto otherWrites = [&](const std::string& value) {
+        own.write(settingsFileName, "[S]\nK=" + value + "\n");
+    };
+    const auto shown = [] { return readSetting("S", "K", "0"); };
+    {
+        const SettingsSnapshot outer;
+        std::filesystem::create_directory(own / settingsFileName);
+        EXPECT_EQ(test::raised([&] { static_cast<void>(shown()); }), 75);
+        std::filesystem::remove(own / settingsFileName);
+        otherWrites("first");
+        EXPECT_EQ(shown(), "first");
+        otherWrites("second");
+        {
+            const SettingsSnapshot inner;
+            EXPECT_EQ(shown(), "first");
+        }
+        EXPECT_EQ(shown(), "first");
+        writeSetting("S", "L", "1");
+        EXPECT_EQ(shown(), "second");
+        otherWrites("third");
+        EXPECT_EQ(shown(), "second");
+    }
+    EXPECT_EQ(shown(), "third");
+}
+
 TEST_F(SettingsFile, ThatCannotBeReadIsAnErrorAndStays) {
     std::filesystem::create_directory(own / settingsFileName);
     EXPECT_EQ(test::raised([] { return readSetting("S", "K", "0"); }), 75);
