@@ -42,10 +42,15 @@ struct ReadFile {
     ProfileText text;
 };
 
+ReadFile& lastRead() {
+    static ReadFile instance;
+    return instance;
+}
+
 /// What a SettingsSnapshot holds.
 struct Hold {
     int holders = 0;
-    bool taken = false;  ///< the file was read since the first of them, or since the last write
+    bool taken = false;  ///< the file was read since the first of them
 };
 
 Hold& hold() {
@@ -55,7 +60,7 @@ Hold& hold() {
 
 /// The settings file as it stands on the disk; a profile without keys where there is none.
 const ProfileText& settings() {
-    static ReadFile last;
+    ReadFile& last = lastRead();
     if (hold().taken) {
         return last.text;
     }
@@ -162,12 +167,16 @@ void writeSettings(std::string_view section, std::span<const KeyValue> values) {
     for (const auto& [key, value] : values) {
         text.setValue(section, key, value);
     }
-    if (hold().taken) {
-        hold().taken = false;
-    }
     if (text.bytes() != before) {
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.bytes().data());
         files::replace(own, {bytes, text.bytes().size()});
+    }
+    if (hold().taken) {
+        ReadFile& last = lastRead();
+        last.stampIsSafe = false;
+        for (const auto& [key, value] : values) {
+            last.text.setValue(section, key, value);
+        }
     }
 }
 

@@ -74,9 +74,9 @@ void correctLanguage() noexcept;
 [[nodiscard]] std::string readSetting(std::string_view section, std::string_view key,
                                       std::string_view defaultText);
 
-/// While one lives the settings file is read once, and again only behind this program's own writes:
-/// what is read together comes from one state of the file, whatever other programs do meanwhile.
-/// A file that could not be read is tried anew at each reading.
+/// While one lives the settings file is read once: what is read together comes from one state of
+/// the file and this program's own writes since, whatever other programs do meanwhile. A file that
+/// could not be read is tried anew at each reading.
 class SettingsSnapshot {
   public:
     SettingsSnapshot() noexcept;

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <set>
+#include <string_view>
 #include <system_error>
 
 #include "app/Checked.h"
@@ -129,6 +130,20 @@ void warnOfDefaultImage() {
     }
 }
 
+/// A word as a shell takes it for what it is.
+std::string shellQuoted(const std::string& word) {
+    constexpr std::string_view plain =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789/._-:=@%+,";
+    if (!word.empty() && word.find_first_not_of(plain) == std::string::npos) {
+        return word;
+    }
+    std::string quoted = "'";
+    for (const char c : word) {
+        quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    }
+    return quoted + "'";
+}
+
 }  // namespace
 
 void chooseProgramFolder(const std::optional<std::string>& chosen) {
@@ -178,15 +193,26 @@ void renewConfiguration() {
     modFileCmd::NewFileSol();
 }
 
-std::string ownCommand(const std::string& words) {
-    const auto folder =
-        chosenFolder.empty() ? std::string() : fmt::format("--program-folder '{}' ", chosenFolder);
-    return "k520-cli " + folder + words;
+std::string absolutePath(const std::string& path) {
+    std::error_code error;
+    const auto absolute = fs::absolute(path, error);
+    return error ? path : absolute.lexically_normal().string();
+}
+
+std::string ownCommand(std::initializer_list<std::string> words) {
+    std::string command = "k520-cli";
+    if (!chosenFolder.empty()) {
+        command += " --program-folder " + shellQuoted(absolutePath(chosenFolder));
+    }
+    for (const auto& word : words) {
+        command += " " + shellQuoted(word);
+    }
+    return command;
 }
 
 std::string configSetCommand(const std::string& section, const std::string& key,
                              const std::string& value) {
-    return ownCommand(fmt::format("config set {} {} {}", section, key, value));
+    return ownCommand({"config", "set", section, key, value});
 }
 
 void warn(const std::string& message) {

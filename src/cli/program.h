@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -29,8 +30,12 @@ void startConfiguration(DefaultImage defaultImage);
 /// A new configuration once more, before another file is opened.
 void renewConfiguration();
 
-/// A command line of this program on the same program folder, for messages.
-[[nodiscard]] std::string ownCommand(const std::string& words);
+/// A path that means the same from every folder.
+[[nodiscard]] std::string absolutePath(const std::string& path);
+
+/// A command line of this program on the same program folder, for messages: each word stands as a
+/// shell takes it for what it is.
+[[nodiscard]] std::string ownCommand(std::initializer_list<std::string> words);
 /// The command that mends a setting, for messages.
 [[nodiscard]] std::string configSetCommand(const std::string& section, const std::string& key,
                                            const std::string& value);

@@ -11,8 +11,10 @@
 #include <charconv>
 #include <csignal>
 #include <cstddef>
+#include <ranges>
 #include <span>
 #include <string_view>
+#include <system_error>
 #include <utility>
 
 #include "app/Checked.h"
@@ -25,6 +27,7 @@
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
+#include "image/backups.h"
 #include "link/comPorts.h"
 #include "link/modCommun.h"
 #include "link/scriptText.h"
@@ -215,15 +218,26 @@ void RadioLink::write(const safeguards::Choices& choices, const std::string& bac
     conclude(safeguards::write(view_, choices, backUpTo));
 }
 
-void RadioLink::restore(const std::string& file, const safeguards::Choices& choices) {
-    conclude(safeguards::restore(view_, file, choices));
+void RadioLink::restore(const std::string& file, const safeguards::Choices& choices,
+                        const std::optional<unfinishedWrite::Note>& written) {
+    conclude(safeguards::restore(view_, file, choices, written));
 }
 
 void RadioLink::conclude(const safeguards::Report& report) {
     view_.clear();
+    if (report.backupKept) {
+        warn(
+            fmt::format("{} stays as it is: it holds what this radio held before an earlier write "
+                        "that failed",
+                        report.backup.string()));
+    }
     if (report.good) {
-        lookBehind(report.mark);
+        lookBehind(report.begin);
         return;
+    }
+    warnBetween(report.begin, report.mark);
+    if (report.otherRadio) {
+        failForOtherRadio();
     }
     if (!report.backupTrouble.empty()) {
         fail(fmt::format("{}: {}",
@@ -257,11 +271,16 @@ void RadioLink::failForDifferences(const safeguards::Report& report) const {
 
 /// How to put back what the radio held, once a write has begun to change it.
 std::string RadioLink::wayBack(const safeguards::Report& report) const {
-    if (!safeguards::radioChanged(report) || report.backup.empty() || report.restored) {
+    if (report.backup.empty() || report.restored) {
         return {};
     }
+    if (!safeguards::radioChanged(report)) {
+        return "; its backup is " + report.backup.string();
+    }
+    std::error_code ignored;
+    const auto port = std::filesystem::exists(port_, ignored) ? absolutePath(port_) : port_;
     const auto command = [&](const std::filesystem::path& backup) {
-        return ownCommand(fmt::format("restore -p {} --from '{}'", port_, backup.string()));
+        return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
     };
     auto text = fmt::format("; what it held before is put back by: {}", command(report.backup));
     if (!report.earlier.empty()) {
@@ -269,6 +288,25 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
                             command(report.earlier));
     }
     return text;
+}
+
+void RadioLink::failForOtherRadio() {
+    const auto all = backups::list();
+    std::string latest;
+    for (const auto& backup : all | std::views::reverse | std::views::take(3)) {
+        latest += "\n  " + backup.path.string();
+    }
+    fail(
+        "this radio is not the one that was written last, or it was changed since; it is "
+        "untouched; give the backup that it needs with --from; the latest are:" +
+        latest);
+}
+
+void RadioLink::warnBetween(std::size_t begin, std::size_t end) {
+    const auto& entries = modShowErr::state().entries;
+    for (std::size_t i = begin; i < std::min(end, entries.size()); ++i) {
+        warn(entries[i].source);
+    }
 }
 
 void RadioLink::lookBehind(std::size_t mark) {

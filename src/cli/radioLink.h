@@ -29,17 +29,23 @@ class RadioLink {
     /// step.
     void read(const safeguards::Choices& choices);
     /// Encodes and stamps the image and writes the write range. A backup goes to `backUpTo` where
-    /// that is given. Raises Failure 1 likewise.
+    /// that is given, and says so where it does not (see safeguards::write). Raises Failure 1
+    /// likewise.
     void write(const safeguards::Choices& choices, const std::string& backUpTo = {});
-    /// Puts a backup back into the radio. Raises Failure 1 likewise.
-    void restore(const std::string& file, const safeguards::Choices& choices);
+    /// Puts a backup back into the radio; with the note of a write only into the radio that was
+    /// written. Raises Failure 1 likewise.
+    void restore(const std::string& file, const safeguards::Choices& choices,
+                 const std::optional<unfinishedWrite::Note>& written);
 
   private:
     void conclude(const safeguards::Report& report);
     void failForDifferences(const safeguards::Report& report) const;
     [[nodiscard]] std::string wayBack(const safeguards::Report& report) const;
     void printTrace(const std::string& line);
-    /// What a session that succeeded has left in the error list.
+    [[noreturn]] static void failForOtherRadio();
+    /// What stages that succeeded have left in the error list, before one that did not.
+    static void warnBetween(std::size_t begin, std::size_t end);
+    /// What a run that succeeded has left there.
     static void lookBehind(std::size_t mark);
     [[nodiscard]] std::string causeOf(const safeguards::Report& report) const;
     void choosePort() const;

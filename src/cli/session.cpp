@@ -93,21 +93,23 @@ int runWrite(const Arguments& arguments) {
 
 int runRestore(const Arguments& arguments) {
     startConfiguration(DefaultImage::helpful);
-    auto file = arguments.get("from");
-    if (!file) {
-        const auto ways = safeguards::waysBack();
-        if (ways.empty()) {
-            fail("there is no backup made before a write in " + backups::folder().string() +
-                 "; give one with --from");
-        }
-        file = ways.front().string();
+    const auto from = arguments.get("from");
+    const auto written = from ? std::nullopt : safeguards::lastWrite();
+    if (!from && !written) {
+        fail("which backup the radio needs is not known: " + backups::folder().string() +
+             " has no note of a write behind a backup; give one with --from");
     }
+    const std::string file = from ? *from : written->backup.string();
     requireDifferentFiles({file, arguments.get("trace")});
     RadioLink link(arguments.at("port"), arguments.get("trace"));
-    printError(fmt::format("Restoring {}\n", *file));
-    link.restore(*file, {.readBack = arguments.has("verify")});
+    if (from && !backups::parseName(*from)) {
+        // What a write would say about such a file.
+        openDocument(*from, ShortFile::refuse);
+    }
+    printError(fmt::format("Restoring {}\n", file));
+    link.restore(file, {.readBack = arguments.has("verify")}, written);
     print(
-        fmt::format("Written back{}: {}\n", arguments.has("verify") ? " and compared" : "", *file));
+        fmt::format("Written back{}: {}\n", arguments.has("verify") ? " and compared" : "", file));
     return exitDone;
 }
 

@@ -96,15 +96,6 @@ void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
     }
 }
 
-/// Makes a folder and what is missing above it, with the system's words when it cannot.
-void makeFolder(const fs::path& path) {
-    std::error_code error;
-    fs::create_directories(path, error);
-    if (error) {
-        throwSystemError(error.value(), path.string());
-    }
-}
-
 /// The next free ordinal of a second.
 int freeOrdinal(std::span<const Backup> others, const std::string& time) {
     int last = 0;
@@ -142,6 +133,14 @@ fs::path folder() {
     return mdimoduMain::state().programFolder / "Data" / "Backups";
 }
 
+void makeFolder() {
+    std::error_code error;
+    fs::create_directories(folder(), error);
+    if (error) {
+        throwSystemError(error.value(), folder().string());
+    }
+}
+
 void storeAs(const fs::path& path, const MemoryImage& image) {
     requireHoldable(image);
     MemoryImage moved = image;
@@ -149,11 +148,12 @@ void storeAs(const fs::path& path, const MemoryImage& image) {
     files::replaceHead(path, moved.bytes());
 }
 
-Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason) {
+Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
+             const fs::path& spared) {
     requireHoldable(image);
-    makeFolder(folder());
+    makeFolder();
     const files::FolderLock alone(folder());
-    const auto others = list();
+    auto others = list();
     Backup backup;
     backup.time = timeText(theClock().dateTime());
     backup.ordinal = freeOrdinal(others, backup.time);
@@ -163,6 +163,7 @@ Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason r
     files::replace(besideFor(backup.path), lostBytes(image));
     storeAs(backup.path, image);
     // Not the new one, however old the clock says it is.
+    std::erase_if(others, [&](const Backup& other) { return other.path == spared; });
     removeOldest(others);
     return backup;
 }

@@ -40,12 +40,16 @@ struct Backup {
 
 [[nodiscard]] std::filesystem::path folder();
 
+/// Makes the folder where it is missing; raises the system's error, with its name.
+void makeFolder();
+
 /// Writes a backup of `image`, byte for byte and stamped with the clock's date and time, and
-/// removes the oldest ones; a removal that fails goes to the error list under
+/// removes the oldest ones but for `spared`; a removal that fails goes to the error list under
 /// "backups->removeOldest". Makes the folder where it is missing. Raises the system's error, with
 /// the folder's name, where the file cannot be written; nothing is left of it then. Raises 9 where
 /// the image is too short for a data file.
-Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason);
+Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
+             const std::filesystem::path& spared = {});
 
 /// A plain data file of the caller's choice, which is replaced. Raises like store().
 void storeAs(const std::filesystem::path& path, const MemoryImage& image);

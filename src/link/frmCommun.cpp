@@ -141,7 +141,7 @@ void frmCommun::prepare(Direction direction) {
     showAdvice({});
     ranges_->fill();
     guards_->prepare(direction);
-    restoreDue_ = false;
+    dueBackup_.reset();
     showRestore();
 }
 
@@ -215,8 +215,9 @@ void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     setRunning(false);
     // A session without a port leaves the light as it is.
     imgGreen_->setBlinking(false);
-    restoreDue_ = ran && !report.good && safeguards::radioChanged(report) &&
-                  !report.backup.empty() && report.earlier.empty();
+    const bool due = ran && !report.good && safeguards::radioChanged(report) &&
+                     !report.backup.empty() && report.earlier.empty();
+    dueBackup_ = due ? std::optional(report.backup) : std::nullopt;
     showRestore();
     if (focused != nullptr) {
         focused->setFocus();
@@ -255,10 +256,12 @@ void frmCommun::restore() {
 /// The first of the ways back that the user agrees to. Right after a write that failed there is
 /// nothing to lose with its backup, and nothing is asked.
 std::optional<std::filesystem::path> frmCommun::chosenBackup() const {
+    if (dueBackup_) {
+        return dueBackup_;
+    }
     const auto ways = safeguards::waysBack();
-    const auto agreed = std::ranges::find_if(ways, [&](const std::filesystem::path& backup) {
-        return restoreDue_ ||
-               theDialogs().ask(modSoftFace::text(noticeText),
+    const auto agreed = std::ranges::find_if(ways, [](const std::filesystem::path& backup) {
+        return theDialogs().ask(modSoftFace::text(noticeText),
                                 fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)),
                                             backup.filename().string()),
                                 false);
@@ -270,9 +273,10 @@ void frmCommun::conclude(const safeguards::Report& report) {
     if (report.result.outcome == modSession::Outcome::busy) {
         return;
     }
+    // A good end tells of everything that was logged; a bad one's cause is in its last stage.
     const std::span logged(modShowErr::state().entries);
-    showAdvice(
-        sessionAdvice::adviceAfter(report, logged.subspan(std::min(report.mark, logged.size()))));
+    const auto mark = std::min(report.good ? report.begin : report.mark, logged.size());
+    showAdvice(sessionAdvice::adviceAfter(report, logged.subspan(mark)));
     if (!report.backup.empty()) {
         lblAdvice_->setToolTip(qText(report.backup.string()));
     }

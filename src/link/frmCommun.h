@@ -84,8 +84,8 @@ class frmCommun : public QDialog {
     std::unique_ptr<View> view_;
     /// From the click until everything of the session is over, its last texts included.
     bool running_ = false;
-    /// The last run has left the radio in a state that its backup, and no other, would mend.
-    bool restoreDue_ = false;
+    /// The last run has left the radio in a state that this backup, and no other, would mend.
+    std::optional<std::filesystem::path> dueBackup_;
 };
 
 }  // namespace k520

@@ -12,7 +12,6 @@
 #include "channels/modChMem.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
-#include "image/unfinishedWrite.h"
 #include "link/modCommun.h"
 
 namespace k520::safeguards {
@@ -71,6 +70,7 @@ class Run {
   public:
     Run(Direction direction, CommunView& view) : view_(view), stageView_(view, direction) {
         report_.direction = direction;
+        report_.begin = report_.mark = modShowErr::state().entries.size();
     }
 
     /// Runs the session of a stage; whether it succeeded.
@@ -160,43 +160,73 @@ class WriteNote {
     /// Whether an earlier write may have left a radio that holds `found` torn; its backup counts
     /// only where it covers all that is about to change.
     [[nodiscard]] bool leadsFrom(const MemoryImage& found, AddressRange range) const {
-        const auto name = before_ ? backups::parseName(before_->backup) : std::nullopt;
-        return name && contains(name->covered, range) && unfinishedWrite::leads(*before_, found);
+        return before_ && contains(before_->covered, range) &&
+               unfinishedWrite::leads(*before_, found);
     }
-    [[nodiscard]] const std::filesystem::path& earlier() const { return before_->backup; }
+    [[nodiscard]] std::filesystem::path earlier() const {
+        return before_ ? before_->backup : std::filesystem::path();
+    }
 
-    void begin(const std::filesystem::path& backup, const MemoryImage& found) {
+    void begin(const std::filesystem::path& backup, AddressRange covered,
+               const MemoryImage& found) {
         modChMem::SetConvIicDat();
-        unfinishedWrite::begin({backup, found, modIicDat::IicDat()});
+        unfinishedWrite::begin({backup, covered, found, modIicDat::IicDat()});
         begun_ = true;
     }
     void end(const Report& report, bool good) const {
-        if (good || (begun_ && !before_ && !radioChanged(report))) {
-            unfinishedWrite::end();
+        if (good) {
+            begun_ ? unfinishedWrite::end() : unfinishedWrite::forget();
         } else if (begun_ && !radioChanged(report)) {
-            guarded("safeguards->write", [&] { unfinishedWrite::begin(*before_); });
+            before_ ? putBack() : unfinishedWrite::drop();
         }
     }
 
   private:
+    void putBack() const {
+        guarded("safeguards->write", [&] { unfinishedWrite::begin(*before_); });
+    }
+
     std::optional<unfinishedWrite::Note> before_;
     bool begun_ = false;
 };
 
 /// The backup of a write. Returns false where it failed, and nothing may be written.
-bool backUp(Run& run, AddressRange range, const std::filesystem::path& to, MemoryImage& found,
-            WriteNote& note) {
+bool backUp(Run& run, AddressRange range, MemoryImage& found, WriteNote& note) {
     return run.readScratch(Stage::backUp, range, found) && run.store([&] {
-        if (!to.empty()) {
-            backups::storeAs(to, found);
-            return to;
-        }
-        auto path = backups::store(found, range, backups::Reason::beforeWrite).path;
+        auto path = backups::store(found, range, backups::Reason::beforeWrite, note.earlier()).path;
         const bool torn = note.leadsFrom(found, range);
         run.report().earlier = torn ? note.earlier() : std::filesystem::path();
-        note.begin(torn ? note.earlier() : path, found);
+        note.begin(torn ? note.earlier() : path, range, found);
         return path;
     });
+}
+
+/// The same into a file of the user's choice. The note then is a help that may be missing: its
+/// folder need not be one that can be written.
+bool backUpTo(const std::filesystem::path& file, Run& run, AddressRange range, MemoryImage& found,
+              WriteNote& note) {
+    return run.readScratch(Stage::backUp, range, found) && run.store([&] {
+        const auto path = std::filesystem::absolute(file).lexically_normal();
+        const bool torn = note.leadsFrom(found, range);
+        run.report().backupKept = torn && note.earlier() == path;
+        if (!run.report().backupKept) {
+            backups::storeAs(path, found);
+            run.report().earlier = torn ? note.earlier() : std::filesystem::path();
+        }
+        guarded("safeguards->write",
+                [&] { note.begin(torn ? note.earlier() : path, range, found); });
+        return path;
+    });
+}
+
+/// Whether the radio on the line is the one that was written.
+bool isRadioOf(Run& run, const unfinishedWrite::Note& note) {
+    MemoryImage found = freshScratch();
+    if (!run.readScratch(Stage::backUp, note.covered, found)) {
+        return false;
+    }
+    run.report().otherRadio = !unfinishedWrite::leads(note, found);
+    return !run.report().otherRadio;
 }
 
 /// What the radio is to hold in a range behind a write of the image to a smaller one.
@@ -252,14 +282,16 @@ Report read(CommunView& view, const Choices& choices) {
     }));
 }
 
-Report write(CommunView& view, const Choices& choices, const std::filesystem::path& backUpTo) {
+Report write(CommunView& view, const Choices& choices, const std::filesystem::path& backupFile) {
     Run run(Direction::write, view);
     const AddressRange written = modIicDat::state().writeRange;
     const AddressRange range = hull(modIicDat::state().readRange, written);
     const Choices guards = empty(written) ? Choices{} : choices;
     MemoryImage found = freshScratch();
     WriteNote note;
-    if (guards.backUpFirst && !backUp(run, range, backUpTo, found, note)) {
+    if (guards.backUpFirst &&
+        !(backupFile.empty() ? backUp(run, range, found, note)
+                             : backUpTo(backupFile, run, range, found, note))) {
         return run.ended(false);
     }
     run.report().written = run.stage(Stage::write, modSession::cmdWrite_Click);
@@ -272,7 +304,8 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
     return run.ended(good);
 }
 
-Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices) {
+Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices,
+               const std::optional<unfinishedWrite::Note>& written) {
     Run run(Direction::write, view);
     run.report().restored = true;
     const auto name = backups::parseName(file);
@@ -282,7 +315,8 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
         content = backups::load(file, range);
         return file;
     });
-    if (!loaded || (!content.whole && !takeLostBytesFromRadio(run, range, content.image))) {
+    if (!loaded || (written && !isRadioOf(run, *written)) ||
+        (!content.whole && !takeLostBytesFromRadio(run, range, content.image))) {
         return run.ended(false);
     }
     run.report().written = run.stage(Stage::restore, [&](CommunView& stageView) {
@@ -292,6 +326,11 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
         run.report().written && (!choices.readBack || run.compareWithRadio(content.image, range));
     WriteNote().end(run.report(), good);
     return run.ended(good);
+}
+
+std::optional<unfinishedWrite::Note> lastWrite() {
+    auto unfinished = unfinishedWrite::pending();
+    return unfinished ? unfinished : unfinishedWrite::last();
 }
 
 bool radioChanged(const Report& report) noexcept {

@@ -13,6 +13,7 @@
 
 #include "image/MemoryImage.h"
 #include "image/backups.h"
+#include "image/unfinishedWrite.h"
 #include "link/communView.h"
 #include "link/imageDifferences.h"
 #include "link/modSession.h"
@@ -76,12 +77,17 @@ struct Report {
     /// An earlier write that failed may have left this very radio torn: the backup from before it.
     std::filesystem::path earlier;
     bool restored = false;  ///< the run was a restore
+    /// A restore has touched nothing: the radio is not the one that was written, or not any more.
+    bool otherRadio = false;
+    /// `backup` was there already, from before an earlier write that failed, and stays as it was.
+    bool backupKept = false;
     /// What the comparison found: `expected` is what was sent or read first, `found` what came
     /// then; outside the range that was compared both are the same.
     std::vector<imageDifferences::ByteDifference> differences;
     MemoryImage expected;
     MemoryImage found;
-    /// Where the failures of the last stage begin in the error list.
+    /// Where the failures of the run, and those of its last stage, begin in the error list.
+    std::size_t begin = 0;
     std::size_t mark = 0;
 };
 
@@ -91,16 +97,24 @@ struct Report {
 Report read(CommunView& view, const Choices& choices);
 
 /// A guarded write session from the image. The backup covers all that a read or a write of the
-/// ranges in force touches, and goes to `backUpTo` where that is given, as a plain data file. The
-/// comparison covers the same, so that a block stored at a wrong address is found, too; without a
-/// backup it covers the write range.
-Report write(CommunView& view, const Choices& choices, const std::filesystem::path& backUpTo = {});
+/// ranges in force touches, and goes to `backupFile` where that is given, as a plain data file;
+/// only what an earlier write that failed has left of this radio does not replace the backup from
+/// before that write there. The comparison covers the same, so that a block stored at a wrong
+/// address is found, too; without a backup it covers the write range.
+Report write(CommunView& view, const Choices& choices,
+             const std::filesystem::path& backupFile = {});
 
 /// Puts the content of a backup back into the radio, byte for byte: no tables and no stamp go into
 /// it, and the image stays as it is. A backup is written as far as it came from the radio, any
 /// other data file over the write range; what such a file has no place for stays as the radio has
-/// it. A file that cannot be read is `backupTrouble`, and the radio is untouched.
-Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
+/// it. A file that cannot be read is `backupTrouble`, and the radio is untouched. With the note of
+/// a write the radio is read first, and only the one that was written is written back.
+Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices,
+               const std::optional<unfinishedWrite::Note>& written = {});
+
+/// The write that a restore takes back unless told otherwise: the one that has not come to its good
+/// end, or else the last one, where its backup is known.
+[[nodiscard]] std::optional<unfinishedWrite::Note> lastWrite();
 
 /// Whether a run has changed the radio, or may have.
 [[nodiscard]] bool radioChanged(const Report& report) noexcept;

@@ -145,6 +145,15 @@ std::string withWayBack(const std::string& text, const Report& report) {
                : joined(text, say(OwnText::restoreOffered, report.backup.filename().string()));
 }
 
+/// Adds where a copy or a backup lies that is not needed at once.
+std::string withBackup(const std::string& text, const Report& report) {
+    const bool read = report.direction == Direction::read;
+    return report.backup.empty() || report.restored
+               ? text
+               : joined(text, say(read ? OwnText::copyLies : OwnText::backupLies,
+                                  report.backup.filename().string()));
+}
+
 std::string changedRadio(const Report& report) {
     return report.restored ? std::string() : stateLeft(Direction::write, report.result);
 }
@@ -162,7 +171,7 @@ std::string brokenOff(const Report& report, Entries logged) {
         case Stage::restore:
             return safeguards::radioChanged(report)
                        ? withWayBack(joined(cause, changedRadio(report)), report)
-                       : joined(cause, say(OwnText::radioUnchanged));
+                       : withBackup(joined(cause, say(OwnText::radioUnchanged)), report);
         case Stage::compare:
             break;
     }
@@ -189,13 +198,8 @@ std::string done(const Report& report, Entries logged) {
         report.stage == Stage::compare
             ? joined(text, say(read ? OwnText::bothReadsAgree : OwnText::radioHoldsAll))
             : text;
-    if (report.restored) {
-        return joined(verdict, say(OwnText::radioRestored));
-    }
-    return report.backup.empty()
-               ? verdict
-               : joined(verdict, say(read ? OwnText::copyLies : OwnText::backupLies,
-                                     report.backup.filename().string()));
+    return report.restored ? joined(verdict, say(OwnText::radioRestored))
+                           : withBackup(verdict, report);
 }
 
 /// A backup that could not be stored or read.

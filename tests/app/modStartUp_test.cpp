@@ -180,7 +180,15 @@ TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
     mdimoduMain::state().programFolder = home;
     mdimoduMain::state().shippedFolder = shipped;
     modSoftFace::state() = {};
-    const WindowSteps steps{.checkLanguageItem = [&] { note("language"); },
+    // What another program writes meanwhile does not mix with what was read.
+    const auto otherSettings = [&] {
+        folder.write("Uninstall.exe", "[Setting]\nFirRun=0\nLanguage=3\nDatNum=1039\n");
+    };
+    const WindowSteps steps{.checkLanguageItem =
+                                [&] {
+                                    note("language");
+                                    otherSettings();
+                                },
                             .setSoftFace = [&] { throw std::runtime_error("no face"); },
                             .initChannelForm = [&] { note("channels"); },
                             .showChannelForm = [&] { note("show"); },
@@ -191,6 +199,7 @@ TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
               "channels: text 新建, font 宋体, rows 17, channel 1 false, ShowNo\n"
               "show: text 新建, font 宋体, rows 17, channel 1 true, ShowNo\n"
               "lock: text 新建, font 宋体, rows 17, channel 1 true, ShowLock\n");
+    EXPECT_EQ(modIicDat::state().DatNum, 8191);
     EXPECT_EQ(reports(), 1);
 }
 

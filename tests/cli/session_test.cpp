@@ -109,7 +109,7 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     const auto broken = with("write @a.dat --keep-copy");
     EXPECT_EQ(broken.code, 1);
     EXPECT_THAT(broken.err, HasSubstr("partly written"));
-    EXPECT_THAT(broken.err, HasSubstr("restore -p " + terminal->devicePath() + " --from '"));
+    EXPECT_THAT(broken.err, HasSubstr("restore -p " + terminal->devicePath() + " --from /"));
     const auto half = std::vector(radio->memory().begin(), radio->memory().end());
     EXPECT_NE(half, before);
 
@@ -117,6 +117,13 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     terminal = std::make_unique<PtyRadio>(radio);
     EXPECT_EQ(with("restore --verify").code, 0);
     EXPECT_TRUE(std::ranges::equal(radio->memory(), before));
+
+    EXPECT_EQ(with("write @a.dat --keep-copy").code, 0);
+    std::ranges::fill(radio->memory(), std::uint8_t{0x77});
+    const auto refused = with("restore");
+    EXPECT_EQ(refused.code, 1);
+    EXPECT_THAT(refused.err, HasSubstr("this radio is not the one that was written last"));
+    EXPECT_EQ(radio->memory()[0x10], 0x77);
     EXPECT_EQ(with("write @a.dat --keep-copy --backup @b.dat").code, 2);
 }
 

@@ -73,6 +73,8 @@ TEST_F(Backups, TheOldestGoAndNothingElse) {
     EXPECT_EQ(folder.read(data + "fleet.dat"), "mine");
     EXPECT_FALSE(exists(std::filesystem::path(first.path).replace_extension("lost")));
     EXPECT_EQ(load(newest.path, {0, 0x42F}).image, image);
+    store(image, {0, 0x42F}, Reason::read, afterwards.path);
+    EXPECT_EQ(list().front().path, afterwards.path) << "the one that a radio may need";
 }
 
 }  // namespace

@@ -123,6 +123,7 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     EXPECT_NE(second.backup, first.backup);
     EXPECT_EQ(second.earlier, first.backup);
     EXPECT_THAT(waysBack(), testing::ElementsAre(first.backup, second.backup));
+    EXPECT_EQ(lastWrite()->backup, first.backup);
 
     plug();
     std::ranges::fill(radio->memory(), std::uint8_t{0});
@@ -134,6 +135,63 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     writeAndBreak(before, 70 + 30);
     const std::vector<std::uint8_t> other(before.size(), 0x77);
     EXPECT_TRUE(writeAndBreak(other, 70 + 30).earlier.empty()) << "another radio";
+}
+
+// Whoever repeats a write that broke off must not lose the backup in the file of that name.
+TEST_F(Safeguards, AFileOfOnesOwnKeepsWhatTheRadioHeldFirst) {
+    const auto file = folder / "mine.dat";
+    const auto writeTo = [&](SimFaults faults, std::uint8_t held) {
+        plug(std::move(faults));
+        std::ranges::fill(radio->memory(), held);
+        const Report report = write(view, {.backUpFirst = true}, file);
+        dialogs.take();
+        return report;
+    };
+    EXPECT_FALSE(writeTo({.silentFrom = 70 + 30}, 0x77).good);
+    const auto held = folder.read("mine.dat");
+    plug();
+    std::ranges::fill(radio->memory(), std::uint8_t{0x77});
+    std::ranges::copy(IicDat().bytes().first(0x100), radio->memory().begin());
+    const Report again = write(view, all, file);
+    EXPECT_TRUE(again.good);
+    EXPECT_TRUE(again.backupKept);
+    EXPECT_EQ(folder.read("mine.dat"), held);
+
+    // The file goes with the note of its own write only.
+    EXPECT_FALSE(writeTo({.silentFrom = 70 + 30}, 0x77).good);
+    EXPECT_FALSE(writeTo({}, 0x33).backupKept) << "another radio";
+    EXPECT_NE(folder.read("mine.dat"), held);
+
+    // Only a help: a folder that takes no note keeps nobody from writing.
+    fs::remove_all(backups::folder());
+    folder.write("Data/Backups", "in the way");
+    const Report report = writeTo({}, 0x77);
+    EXPECT_TRUE(report.good);
+    EXPECT_LT(report.begin, modShowErr::state().entries.size());
+}
+
+TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
+    EXPECT_FALSE(lastWrite());
+    const auto before = memory();
+    const auto backup = write(view, all).backup;
+    const auto written = memory();
+    ASSERT_TRUE(lastWrite());
+    EXPECT_EQ(lastWrite()->backup, backup);
+
+    std::ranges::fill(radio->memory(), std::uint8_t{0x77});
+    const auto other = memory();
+    const Report refused = restore(view, backup, all, lastWrite());
+    EXPECT_FALSE(refused.good);
+    EXPECT_TRUE(refused.otherRadio);
+    EXPECT_EQ(memory(), other);
+
+    std::ranges::copy(written, radio->memory().begin());
+    EXPECT_TRUE(restore(view, backup, all, lastWrite()).good);
+    EXPECT_EQ(memory(), before);
+
+    EXPECT_TRUE(write(view, all).good);
+    EXPECT_TRUE(write(view, {}).good);
+    EXPECT_FALSE(lastWrite()) << "nobody knows what the radio held before the last write";
 }
 
 // The write range is smaller than what is read: the flipped address lies outside it.
@@ -167,7 +225,7 @@ TEST_F(Safeguards, ARestoreThatCannotBeRightTouchesNothing) {
 TEST_F(Safeguards, APlainDataFileRestoresAllThatItHolds) {
     const auto before = memory();
     EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good);
-    EXPECT_THAT(folder.names(), testing::ElementsAre("mine.dat"));
+    EXPECT_EQ(backupCount(), 0U);
     EXPECT_NE(memory()[0x400], before[0x400]);
     std::ranges::fill(radio->memory().subspan(0x400, 16), std::uint8_t{0xA5});
     EXPECT_TRUE(restore(view, folder / "mine.dat", all).good);
@@ -216,7 +274,11 @@ TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {
         const char* advice;
     } cases[] = {
         {{.silentFrom = 30}, all, Stage::backUp, false, "nothing was written"},
-        {{.silentFrom = 70 + 1}, all, Stage::write, false, "The radio is unchanged."},
+        {{.silentFrom = 70 + 1},
+         all,
+         Stage::write,
+         false,
+         "The radio is unchanged. The backup made before is "},
         {{.silentFrom = 70 + 3}, all, Stage::write, false, "may be partly written"},
         {{.silentFrom = 70 + 13},
          all,
