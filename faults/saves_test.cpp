@@ -120,11 +120,6 @@ bool isLeftOver(const std::string& name) {
     return fs::path(name).filename().string().starts_with(".k520-");
 }
 
-/// A write to a radio that did not come to its good end leaves its note on purpose.
-bool isNote(const std::string& name) {
-    return fs::path(name).filename() == "unfinished-write";
-}
-
 /// One command, tried again and again in fresh folders.
 class Trials {
   public:
@@ -250,7 +245,7 @@ class Trials {
             allNew = allNew && now == at(new_, target);
         }
         for (const auto& [name, bytes] : files) {
-            EXPECT_TRUE(old_.contains(name) || new_.contains(name) || isNote(name) ||
+            EXPECT_TRUE(old_.contains(name) || new_.contains(name) ||
                         (mayLeave && isLeftOver(name)))
                 << "left behind: " << name;
         }

@@ -77,8 +77,8 @@ constexpr std::array restoreArguments{
     port,
     Argument{
         "from", "--from", "FILE", option,
-        "This backup, or any data file (default: that of the write that failed, or else of the "
-        "last one, where the radio is the one that was written)"},
+        "This backup, or any data file (default: that of the latest write with --keep-copy, where "
+        "the radio holds what that write found or sent)"},
     readBack, trace};
 
 constexpr std::array verifyArguments{port, file, trace};
@@ -160,18 +160,16 @@ const std::array table{
             readArguments, runRead},
     Command{"write", "Writes a data file to a radio",
             "FILE stays as it is; the radio gets the date and time of the write as well.\n"
-            "A write that fails says what state the radio is in; restore puts the backup back. "
-            "OUT is not\nreplaced by what such a write has left in the radio.\n"
+            "A write that fails says what state the radio is in; restore puts the backup back.\n"
+            "What OUT held before is kept beside it, as OUT.~1~ and so on.\n"
             "Example: k520-cli write -p 1 fleet.dat --keep-copy --verify",
             writeArguments, runWrite},
-    Command{
-        "restore", "Puts a backup back into a radio, byte for byte",
-        "A backup in Data/Backups is written as far as it came from a radio, any other data "
-        "file over\nthe write range but for bytes 0400 to 040F, which it does not hold. No "
-        "date and time is put into it.\nWithout --from the radio is read first, and only the one "
-        "that was written is written back.\n"
-        "Example: k520-cli restore -p 1 --verify",
-        restoreArguments, runRestore},
+    Command{"restore", "Puts a backup back into a radio, byte for byte",
+            "A backup in Data/Backups is written as far as it came from a radio, any other data "
+            "file over\nthe write range but for bytes 0400 to 040F, which it does not hold. No "
+            "date and time is put into it.\nWithout --from the radio is read first.\n"
+            "Example: k520-cli restore -p 1 --verify",
+            restoreArguments, runRestore},
     Command{"verify", "Reads a radio and compares it with a data file",
             "The programming stamp is left out. Exit code 0: no difference, 1: a difference.\n"
             "Example: k520-cli verify -p 1 fleet.dat",

@@ -11,10 +11,8 @@
 #include <charconv>
 #include <csignal>
 #include <cstddef>
-#include <ranges>
 #include <span>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "app/Checked.h"
@@ -31,6 +29,7 @@
 #include "link/comPorts.h"
 #include "link/modCommun.h"
 #include "link/scriptText.h"
+#include "link/virtualPort.h"
 
 namespace k520::cli {
 
@@ -225,11 +224,9 @@ void RadioLink::restore(const std::string& file, const safeguards::Choices& choi
 
 void RadioLink::conclude(const safeguards::Report& report) {
     view_.clear();
-    if (report.backupKept) {
-        warn(
-            fmt::format("{} stays as it is: it holds what this radio held before an earlier write "
-                        "that failed",
-                        report.backup.string()));
+    if (!report.displaced.empty()) {
+        warn(fmt::format("{} was there already; what it held is kept in {}", report.backup.string(),
+                         report.displaced.string()));
     }
     if (report.good) {
         lookBehind(report.begin);
@@ -277,8 +274,8 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
     if (!safeguards::radioChanged(report)) {
         return "; its backup is " + report.backup.string();
     }
-    std::error_code ignored;
-    const auto port = std::filesystem::exists(port_, ignored) ? absolutePath(port_) : port_;
+    const bool named = port_ == VirtualPort::name || portNumber(port_);
+    const auto port = named ? port_ : absolutePath(port_);
     const auto command = [&](const std::filesystem::path& backup) {
         return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
     };
@@ -291,15 +288,19 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
 }
 
 void RadioLink::failForOtherRadio() {
+    std::string message =
+        "this radio does not hold what the latest write behind a backup found or sent, so it is "
+        "left as it is; give the backup that it needs with --from";
+    constexpr int mostNamed = 3;
+    int named = 0;
     const auto all = backups::list();
-    std::string latest;
-    for (const auto& backup : all | std::views::reverse | std::views::take(3)) {
-        latest += "\n  " + backup.path.string();
+    for (auto backup = all.rbegin(); backup != all.rend() && named < mostNamed; ++backup) {
+        if (backup->reason == backups::Reason::beforeWrite) {
+            message += "\n  " + backup->path.string();
+            ++named;
+        }
     }
-    fail(
-        "this radio is not the one that was written last, or it was changed since; it is "
-        "untouched; give the backup that it needs with --from; the latest are:" +
-        latest);
+    fail(message);
 }
 
 void RadioLink::warnBetween(std::size_t begin, std::size_t end) {

@@ -94,7 +94,7 @@ int runWrite(const Arguments& arguments) {
 int runRestore(const Arguments& arguments) {
     startConfiguration(DefaultImage::helpful);
     const auto from = arguments.get("from");
-    const auto written = from ? std::nullopt : safeguards::lastWrite();
+    const auto written = from ? std::nullopt : unfinishedWrite::latest();
     if (!from && !written) {
         fail("which backup the radio needs is not known: " + backups::folder().string() +
              " has no note of a write behind a backup; give one with --from");
@@ -106,7 +106,8 @@ int runRestore(const Arguments& arguments) {
         // What a write would say about such a file.
         openDocument(*from, ShortFile::refuse);
     }
-    printError(fmt::format("Restoring {}\n", file));
+    printError(
+        fmt::format("{} {}\n", written ? "Checking that the radio needs" : "Restoring", file));
     link.restore(file, {.readBack = arguments.has("verify")}, written);
     print(
         fmt::format("Written back{}: {}\n", arguments.has("verify") ? " and compared" : "", file));

@@ -29,6 +29,9 @@ namespace fs = std::filesystem;
 // By Reason.
 constexpr std::array<std::string_view, 2> reasonNames{"read", "before-write"};
 
+/// The most that is kept of a file that a backup replaces: far more than any data file has.
+constexpr std::size_t largestKept = 1U << 20U;
+
 constexpr std::string_view timeShape = "####-##-##_##-##-##";
 
 auto age(const Backup& backup) {
@@ -96,6 +99,34 @@ void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
     }
 }
 
+/// Makes a folder and what is missing above it, with the system's words when it cannot.
+void makeFolder(const fs::path& path) {
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) {
+        throwSystemError(error.value(), path.string());
+    }
+}
+
+/// The data file of an image.
+std::vector<std::uint8_t> fileBytes(const MemoryImage& image) {
+    requireHoldable(image);
+    MemoryImage moved = image;
+    datFile::makeRoom(moved);
+    return {moved.bytes().begin(), moved.bytes().end()};
+}
+
+/// A path for what stood under another: "NAME.~1~" and so on.
+fs::path freeNameBeside(const fs::path& path) {
+    for (int n = 1;; ++n) {
+        fs::path kept = path;
+        kept += fmt::format(".~{}~", n);
+        if (!files::stampOf(kept)) {
+            return kept;
+        }
+    }
+}
+
 /// The next free ordinal of a second.
 int freeOrdinal(std::span<const Backup> others, const std::string& time) {
     int last = 0;
@@ -133,25 +164,29 @@ fs::path folder() {
     return mdimoduMain::state().programFolder / "Data" / "Backups";
 }
 
-void makeFolder() {
-    std::error_code error;
-    fs::create_directories(folder(), error);
-    if (error) {
-        throwSystemError(error.value(), folder().string());
+std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) {
+    const auto bytes = fileBytes(image);
+    if (!files::stampOf(path)) {
+        files::replace(path, bytes);
+        return std::nullopt;
     }
-}
-
-void storeAs(const fs::path& path, const MemoryImage& image) {
-    requireHoldable(image);
-    MemoryImage moved = image;
-    datFile::makeRoom(moved);
-    files::replaceHead(path, moved.bytes());
+    const auto old = files::read(path, largestKept);
+    if (old.bytes == bytes) {
+        return std::nullopt;
+    }
+    if (old.size > old.bytes.size()) {
+        throw RuntimeError(errNum::pathAccess, path.string() + ": too large to be a data file");
+    }
+    const auto kept = freeNameBeside(path);
+    files::replace(kept, old.bytes);
+    files::replace(path, bytes);
+    return kept;
 }
 
 Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
              const fs::path& spared) {
     requireHoldable(image);
-    makeFolder();
+    makeFolder(folder());
     const files::FolderLock alone(folder());
     auto others = list();
     Backup backup;
@@ -161,7 +196,7 @@ Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason r
     backup.covered = covered;
     backup.path = folder() / nameOf(backup);
     files::replace(besideFor(backup.path), lostBytes(image));
-    storeAs(backup.path, image);
+    files::replace(backup.path, fileBytes(image));
     // Not the new one, however old the clock says it is.
     std::erase_if(others, [&](const Backup& other) { return other.path == spared; });
     removeOldest(others);

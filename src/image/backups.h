@@ -40,9 +40,6 @@ struct Backup {
 
 [[nodiscard]] std::filesystem::path folder();
 
-/// Makes the folder where it is missing; raises the system's error, with its name.
-void makeFolder();
-
 /// Writes a backup of `image`, byte for byte and stamped with the clock's date and time, and
 /// removes the oldest ones but for `spared`; a removal that fails goes to the error list under
 /// "backups->removeOldest". Makes the folder where it is missing. Raises the system's error, with
@@ -51,8 +48,12 @@ void makeFolder();
 Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
              const std::filesystem::path& spared = {});
 
-/// A plain data file of the caller's choice, which is replaced. Raises like store().
-void storeAs(const std::filesystem::path& path, const MemoryImage& image);
+/// A plain data file of the caller's choice. What was there under that name, and is not the same,
+/// may be the only copy of what a radio held: it is kept beside it as "NAME.~1~", ".~2~" and so on,
+/// and its new path is returned. Raises like store(), and 75 for a file of more than 1 MiB, which
+/// is none of this program's; what was there stays then.
+std::optional<std::filesystem::path> storeAs(const std::filesystem::path& path,
+                                             const MemoryImage& image);
 
 /// What the name of a backup says; nothing for the name of any other file.
 [[nodiscard]] std::optional<Backup> parseName(const std::filesystem::path& path);

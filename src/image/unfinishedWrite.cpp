@@ -2,15 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "image/unfinishedWrite.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <string>
 #include <system_error>
 #include <vector>
 
-#include "app/Checked.h"
 #include "app/Files.h"
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
@@ -25,7 +22,7 @@ namespace fs = std::filesystem;
 
 /// More than a bad line falsifies in one session, less than one channel has.
 constexpr int mostFalsified = 8;
-constexpr std::size_t longestFirstLine = 5000;
+constexpr std::size_t longestName = 255;
 
 fs::path pendingPath() {
     return backups::folder() / "unfinished-write";
@@ -39,10 +36,9 @@ bool inStamp(int address) {
     return address >= stamp::address && address < stamp::address + stamp::length;
 }
 
-/// The name of a backup, the whole path of any other file.
-std::string nameOf(const fs::path& backup) {
-    return backup.parent_path() == backups::folder() ? backup.filename().string()
-                                                     : fs::absolute(backup).string();
+bool isThere(const fs::path& path) {
+    std::error_code error;
+    return fs::exists(path, error);
 }
 
 void removeNote(const fs::path& path) {
@@ -55,50 +51,44 @@ void removeNote(const fs::path& path) {
     });
 }
 
-/// The first line of a note and what it says; nothing for any other text.
-std::optional<Note> parseLine(const std::string& line) {
-    constexpr std::size_t rangeLength = 9;
-    if (line.size() <= rangeLength + 1 || line[4] != '-' || line[rangeLength] != ' ') {
-        return std::nullopt;
-    }
-    Note note;
-    note.covered = {hexToInt16(line.substr(0, 4)), hexToInt16(line.substr(5, 4))};
-    note.backup = backups::folder() / line.substr(rangeLength + 1);
-    return note;
-}
-
 std::optional<Note> readNote(const fs::path& path) {
-    const std::size_t images = 2 * modIicDat::IicDat().size();
+    const std::size_t size = modIicDat::IicDat().size();
     try {
-        const auto bytes = files::read(path, longestFirstLine + 1 + images).bytes;
-        if (bytes.size() <= images || bytes[bytes.size() - images - 1] != '\n') {
+        const auto bytes = files::read(path, longestName + 1 + 2 * size).bytes;
+        const auto lineEnd = std::ranges::find(bytes, '\n');
+        if (static_cast<std::size_t>(bytes.end() - lineEnd) != 1 + 2 * size) {
             return std::nullopt;
         }
-        const auto found = bytes.end() - static_cast<std::ptrdiff_t>(images);
-        const auto sent = bytes.end() - static_cast<std::ptrdiff_t>(images / 2);
-        auto note = parseLine({bytes.begin(), found - 1});
-        if (note && files::stampOf(note->backup)) {
-            note->found = note->sent = MemoryImage(images / 2);
-            std::copy(found, sent, note->found.bytes().begin());
-            std::copy(sent, bytes.end(), note->sent.bytes().begin());
-            return note;
-        }
+        Note note{backups::folder() / std::string(bytes.begin(), lineEnd), MemoryImage(size),
+                  MemoryImage(size)};
+        const auto images = lineEnd + 1;
+        const auto half = images + static_cast<std::ptrdiff_t>(size);
+        std::copy(images, half, note.found.bytes().begin());
+        std::copy(half, bytes.end(), note.sent.bytes().begin());
+        const bool usable = backups::parseName(note.backup) && files::stampOf(note.backup);
+        return usable ? std::optional(std::move(note)) : std::nullopt;
     } catch (const RuntimeError&) {
-        // There is none.
+        return std::nullopt;  // there is none
     }
-    return std::nullopt;
+}
+
+/// What a restore that was cut off has put back; what was found where the backup cannot be read.
+MemoryImage backupOf(const Note& note, modIicDat::AddressRange range) {
+    try {
+        return backups::load(note.backup, range).image;
+    } catch (const RuntimeError&) {
+        return note.found;
+    }
 }
 
 }  // namespace
 
 void begin(const Note& note) {
-    const auto line = fmt::format("{:04X}-{:04X} {}\n", note.covered.start, note.covered.end,
-                                  nameOf(note.backup));
-    std::vector<std::uint8_t> bytes(line.begin(), line.end());
+    const std::string name = note.backup.filename().string() + '\n';
+    std::vector<std::uint8_t> bytes(name.begin(), name.end());
     for (const MemoryImage* image : {&note.found, &note.sent}) {
         bytes.insert(bytes.end(), image->bytes().begin(), image->bytes().end());
     }
-    backups::makeFolder();
     files::replace(pendingPath(), bytes);
 }
 
@@ -112,12 +102,11 @@ void end() {
     });
 }
 
-void drop() {
+void dropPending() {
     removeNote(pendingPath());
 }
 
-void forget() {
-    removeNote(pendingPath());
+void dropLast() {
     removeNote(lastPath());
 }
 
@@ -125,15 +114,18 @@ std::optional<Note> pending() {
     return readNote(pendingPath());
 }
 
-std::optional<Note> last() {
-    return readNote(lastPath());
+std::optional<Note> latest() {
+    // One that was begun counts even where it is of no use: the last one is older.
+    return readNote(isThere(pendingPath()) ? pendingPath() : lastPath());
 }
 
-bool leads(const Note& note, const MemoryImage& now) {
+bool leads(const Note& note, const MemoryImage& now, modIicDat::AddressRange range) {
+    const MemoryImage backup = backupOf(note, range);
     int unexplained = 0;
-    for (int address = 0; address < std::ssize(now.bytes()); ++address) {
+    for (int address = range.start; address <= range.end; ++address) {
         const bool explained = now(address) == note.found(address) ||
-                               now(address) == note.sent(address) || inStamp(address);
+                               now(address) == note.sent(address) ||
+                               now(address) == backup(address) || inStamp(address);
         unexplained += explained ? 0 : 1;
     }
     return unexplained <= mostFalsified;

@@ -160,28 +160,40 @@ class WriteNote {
     /// Whether an earlier write may have left a radio that holds `found` torn; its backup counts
     /// only where it covers all that is about to change.
     [[nodiscard]] bool leadsFrom(const MemoryImage& found, AddressRange range) const {
-        return before_ && contains(before_->covered, range) &&
-               unfinishedWrite::leads(*before_, found);
+        const auto name = before_ ? backups::parseName(before_->backup) : std::nullopt;
+        return name && contains(name->covered, range) &&
+               unfinishedWrite::leads(*before_, found, range);
     }
     [[nodiscard]] std::filesystem::path earlier() const {
         return before_ ? before_->backup : std::filesystem::path();
     }
 
-    void begin(const std::filesystem::path& backup, AddressRange covered,
-               const MemoryImage& found) {
+    void begin(const std::filesystem::path& backup, const MemoryImage& found) {
         modChMem::SetConvIicDat();
-        unfinishedWrite::begin({backup, covered, found, modIicDat::IicDat()});
+        unfinishedWrite::begin({backup, found, modIicDat::IicDat()});
         begun_ = true;
     }
     void end(const Report& report, bool good) const {
-        if (good) {
-            begun_ ? unfinishedWrite::end() : unfinishedWrite::forget();
-        } else if (begun_ && !radioChanged(report)) {
-            before_ ? putBack() : unfinishedWrite::drop();
+        if (!begun_) {
+            endOfOther(report, good);
+        } else if (good) {
+            unfinishedWrite::end();
+        } else if (!radioChanged(report)) {
+            before_ ? putBack() : unfinishedWrite::dropPending();
         }
     }
 
   private:
+    /// A write without a note of its own makes the last write one that no note tells of. One that
+    /// fails leaves a torn radio as torn as it was.
+    static void endOfOther(const Report& report, bool good) {
+        if (good) {
+            unfinishedWrite::dropPending();
+        }
+        if (radioChanged(report)) {
+            unfinishedWrite::dropLast();
+        }
+    }
     void putBack() const {
         guarded("safeguards->write", [&] { unfinishedWrite::begin(*before_); });
     }
@@ -191,41 +203,28 @@ class WriteNote {
 };
 
 /// The backup of a write. Returns false where it failed, and nothing may be written.
-bool backUp(Run& run, AddressRange range, MemoryImage& found, WriteNote& note) {
+bool backUp(Run& run, AddressRange range, const std::filesystem::path& to, MemoryImage& found,
+            WriteNote& note) {
     return run.readScratch(Stage::backUp, range, found) && run.store([&] {
+        if (!to.empty()) {
+            run.report().displaced = backups::storeAs(to, found).value_or("");
+            return to;
+        }
         auto path = backups::store(found, range, backups::Reason::beforeWrite, note.earlier()).path;
         const bool torn = note.leadsFrom(found, range);
         run.report().earlier = torn ? note.earlier() : std::filesystem::path();
-        note.begin(torn ? note.earlier() : path, range, found);
+        note.begin(torn ? note.earlier() : path, found);
         return path;
     });
 }
 
-/// The same into a file of the user's choice. The note then is a help that may be missing: its
-/// folder need not be one that can be written.
-bool backUpTo(const std::filesystem::path& file, Run& run, AddressRange range, MemoryImage& found,
-              WriteNote& note) {
-    return run.readScratch(Stage::backUp, range, found) && run.store([&] {
-        const auto path = std::filesystem::absolute(file).lexically_normal();
-        const bool torn = note.leadsFrom(found, range);
-        run.report().backupKept = torn && note.earlier() == path;
-        if (!run.report().backupKept) {
-            backups::storeAs(path, found);
-            run.report().earlier = torn ? note.earlier() : std::filesystem::path();
-        }
-        guarded("safeguards->write",
-                [&] { note.begin(torn ? note.earlier() : path, range, found); });
-        return path;
-    });
-}
-
-/// Whether the radio on the line is the one that was written.
-bool isRadioOf(Run& run, const unfinishedWrite::Note& note) {
+/// Whether the radio on the line is the one of a note.
+bool isRadioOf(Run& run, const unfinishedWrite::Note& note, AddressRange range) {
     MemoryImage found = freshScratch();
-    if (!run.readScratch(Stage::backUp, note.covered, found)) {
+    if (!run.readScratch(Stage::backUp, range, found)) {
         return false;
     }
-    run.report().otherRadio = !unfinishedWrite::leads(note, found);
+    run.report().otherRadio = !unfinishedWrite::leads(note, found, range);
     return !run.report().otherRadio;
 }
 
@@ -289,9 +288,7 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
     const Choices guards = empty(written) ? Choices{} : choices;
     MemoryImage found = freshScratch();
     WriteNote note;
-    if (guards.backUpFirst &&
-        !(backupFile.empty() ? backUp(run, range, found, note)
-                             : backUpTo(backupFile, run, range, found, note))) {
+    if (guards.backUpFirst && !backUp(run, range, backupFile, found, note)) {
         return run.ended(false);
     }
     run.report().written = run.stage(Stage::write, modSession::cmdWrite_Click);
@@ -315,7 +312,7 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
         content = backups::load(file, range);
         return file;
     });
-    if (!loaded || (written && !isRadioOf(run, *written)) ||
+    if (!loaded || (written && !isRadioOf(run, *written, range)) ||
         (!content.whole && !takeLostBytesFromRadio(run, range, content.image))) {
         return run.ended(false);
     }
@@ -326,11 +323,6 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
         run.report().written && (!choices.readBack || run.compareWithRadio(content.image, range));
     WriteNote().end(run.report(), good);
     return run.ended(good);
-}
-
-std::optional<unfinishedWrite::Note> lastWrite() {
-    auto unfinished = unfinishedWrite::pending();
-    return unfinished ? unfinished : unfinishedWrite::last();
 }
 
 bool radioChanged(const Report& report) noexcept {

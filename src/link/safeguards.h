@@ -77,10 +77,10 @@ struct Report {
     /// An earlier write that failed may have left this very radio torn: the backup from before it.
     std::filesystem::path earlier;
     bool restored = false;  ///< the run was a restore
-    /// A restore has touched nothing: the radio is not the one that was written, or not any more.
+    /// A restore has touched nothing: the radio does not hold what the write found or sent.
     bool otherRadio = false;
-    /// `backup` was there already, from before an earlier write that failed, and stays as it was.
-    bool backupKept = false;
+    /// Where the file that `backup` has replaced is kept now; empty where there was none.
+    std::filesystem::path displaced;
     /// What the comparison found: `expected` is what was sent or read first, `found` what came
     /// then; outside the range that was compared both are the same.
     std::vector<imageDifferences::ByteDifference> differences;
@@ -97,10 +97,9 @@ struct Report {
 Report read(CommunView& view, const Choices& choices);
 
 /// A guarded write session from the image. The backup covers all that a read or a write of the
-/// ranges in force touches, and goes to `backupFile` where that is given, as a plain data file;
-/// only what an earlier write that failed has left of this radio does not replace the backup from
-/// before that write there. The comparison covers the same, so that a block stored at a wrong
-/// address is found, too; without a backup it covers the write range.
+/// ranges in force touches, and goes to `backupFile` where that is given (see backups::storeAs).
+/// The comparison covers the same, so that a block stored at a wrong address is found, too; without
+/// a backup it covers the write range.
 Report write(CommunView& view, const Choices& choices,
              const std::filesystem::path& backupFile = {});
 
@@ -108,13 +107,10 @@ Report write(CommunView& view, const Choices& choices,
 /// it, and the image stays as it is. A backup is written as far as it came from the radio, any
 /// other data file over the write range; what such a file has no place for stays as the radio has
 /// it. A file that cannot be read is `backupTrouble`, and the radio is untouched. With the note of
-/// a write the radio is read first, and only the one that was written is written back.
+/// a write the radio is read first, and only one that holds what that write found or sent is
+/// written back.
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices,
                const std::optional<unfinishedWrite::Note>& written = {});
-
-/// The write that a restore takes back unless told otherwise: the one that has not come to its good
-/// end, or else the last one, where its backup is known.
-[[nodiscard]] std::optional<unfinishedWrite::Note> lastWrite();
 
 /// Whether a run has changed the radio, or may have.
 [[nodiscard]] bool radioChanged(const Report& report) noexcept;

@@ -122,7 +122,8 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     std::ranges::fill(radio->memory(), std::uint8_t{0x77});
     const auto refused = with("restore");
     EXPECT_EQ(refused.code, 1);
-    EXPECT_THAT(refused.err, HasSubstr("this radio is not the one that was written last"));
+    EXPECT_THAT(refused.err, HasSubstr("this radio does not hold what"));
+    EXPECT_THAT(refused.err, HasSubstr("_before-write_0000-01FF.dat"));
     EXPECT_EQ(radio->memory()[0x10], 0x77);
     EXPECT_EQ(with("write @a.dat --keep-copy --backup @b.dat").code, 2);
 }

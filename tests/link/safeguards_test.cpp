@@ -123,7 +123,7 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     EXPECT_NE(second.backup, first.backup);
     EXPECT_EQ(second.earlier, first.backup);
     EXPECT_THAT(waysBack(), testing::ElementsAre(first.backup, second.backup));
-    EXPECT_EQ(lastWrite()->backup, first.backup);
+    EXPECT_EQ(unfinishedWrite::latest()->backup, first.backup);
 
     plug();
     std::ranges::fill(radio->memory(), std::uint8_t{0});
@@ -138,60 +138,55 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
 }
 
 // Whoever repeats a write that broke off must not lose the backup in the file of that name.
-TEST_F(Safeguards, AFileOfOnesOwnKeepsWhatTheRadioHeldFirst) {
-    const auto file = folder / "mine.dat";
-    const auto writeTo = [&](SimFaults faults, std::uint8_t held) {
-        plug(std::move(faults));
+TEST_F(Safeguards, AFileOfOnesOwnKeepsWhatItHeld) {
+    const auto writeTo = [&](std::uint8_t held) {
+        plug();
         std::ranges::fill(radio->memory(), held);
-        const Report report = write(view, {.backUpFirst = true}, file);
-        dialogs.take();
-        return report;
+        return write(view, {.backUpFirst = true}, folder / "mine.dat");
     };
-    EXPECT_FALSE(writeTo({.silentFrom = 70 + 30}, 0x77).good);
-    const auto held = folder.read("mine.dat");
-    plug();
-    std::ranges::fill(radio->memory(), std::uint8_t{0x77});
-    std::ranges::copy(IicDat().bytes().first(0x100), radio->memory().begin());
-    const Report again = write(view, all, file);
-    EXPECT_TRUE(again.good);
-    EXPECT_TRUE(again.backupKept);
-    EXPECT_EQ(folder.read("mine.dat"), held);
+    EXPECT_EQ(writeTo(0x77).displaced, "");
+    const auto first = folder.read("mine.dat");
+    EXPECT_EQ(writeTo(0x77).displaced, "") << "the same once more";
+    EXPECT_EQ(writeTo(0x33).displaced, folder / "mine.dat.~1~");
+    EXPECT_EQ(writeTo(0x44).displaced, folder / "mine.dat.~2~");
+    EXPECT_EQ(folder.read("mine.dat.~1~"), first);
+    EXPECT_EQ(folder.read("mine.dat")[0], 0x44);
 
-    // The file goes with the note of its own write only.
-    EXPECT_FALSE(writeTo({.silentFrom = 70 + 30}, 0x77).good);
-    EXPECT_FALSE(writeTo({}, 0x33).backupKept) << "another radio";
-    EXPECT_NE(folder.read("mine.dat"), held);
-
-    // Only a help: a folder that takes no note keeps nobody from writing.
-    fs::remove_all(backups::folder());
-    folder.write("Data/Backups", "in the way");
-    const Report report = writeTo({}, 0x77);
-    EXPECT_TRUE(report.good);
-    EXPECT_LT(report.begin, modShowErr::state().entries.size());
+    folder.write("mine.dat", std::string(1 << 21, 'x'));
+    EXPECT_THAT(advice(writeTo(0x55)), HasSubstr("too large to be a data file"));
+    EXPECT_EQ(memory()[0], 0x55) << "untouched";
 }
 
 TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
-    EXPECT_FALSE(lastWrite());
+    using unfinishedWrite::latest;
+    EXPECT_FALSE(latest());
     const auto before = memory();
     const auto backup = write(view, all).backup;
     const auto written = memory();
-    ASSERT_TRUE(lastWrite());
-    EXPECT_EQ(lastWrite()->backup, backup);
+    ASSERT_TRUE(latest());
+    EXPECT_EQ(latest()->backup, backup);
 
     std::ranges::fill(radio->memory(), std::uint8_t{0x77});
     const auto other = memory();
-    const Report refused = restore(view, backup, all, lastWrite());
+    const Report refused = restore(view, backup, all, latest());
     EXPECT_FALSE(refused.good);
     EXPECT_TRUE(refused.otherRadio);
     EXPECT_EQ(memory(), other);
 
+    // A restore that is cut off can be repeated: the check has 70 exchanges.
+    plug({.silentFrom = 70 + 30});
     std::ranges::copy(written, radio->memory().begin());
-    EXPECT_TRUE(restore(view, backup, all, lastWrite()).good);
+    EXPECT_FALSE(restore(view, backup, all, latest()).good);
+    dialogs.take();
+    const auto half = memory();
+    plug();
+    std::ranges::copy(half, radio->memory().begin());
+    EXPECT_TRUE(restore(view, backup, all, latest()).good);
     EXPECT_EQ(memory(), before);
 
     EXPECT_TRUE(write(view, all).good);
     EXPECT_TRUE(write(view, {}).good);
-    EXPECT_FALSE(lastWrite()) << "nobody knows what the radio held before the last write";
+    EXPECT_FALSE(latest()) << "nobody knows what the radio held before the last write";
 }
 
 // The write range is smaller than what is read: the flipped address lies outside it.
