@@ -109,6 +109,14 @@ void createProgramFolder() {
     }
 }
 
+/// Raises 5 for what a profile cannot hold, before anything on the disk has changed.
+void requireHoldable(std::string_view section, std::span<const KeyValue> values) {
+    ProfileText trial;
+    for (const auto& [key, value] : values) {
+        trial.setValue(section, key, value);
+    }
+}
+
 }  // namespace
 
 State& state() {
@@ -157,6 +165,7 @@ void writeSettings(std::string_view section, std::span<const KeyValue> values) {
     if (!state().settingsWritable) {
         return;
     }
+    requireHoldable(section, values);
     createProgramFolder();
     const files::FolderLock lock(state().programFolder);
     // Read anew: another program may have written since, and shipped settings seed the first file.

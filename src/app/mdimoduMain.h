@@ -90,7 +90,7 @@ using KeyValue = std::pair<std::string, std::string>;
 /// Writes values into a section of the settings file in the program folder, in one replacement;
 /// nothing is written where all stand there already. A program folder without settings file gets
 /// a copy of the shipped one first. Other programs' writes in between are kept. Raises the system's
-/// error when the file cannot be replaced.
+/// error when the file cannot be replaced; 5, and nothing is made, for what the format cannot hold.
 void writeSettings(std::string_view section, std::span<const KeyValue> values);
 void writeSetting(std::string_view section, std::string_view key, std::string_view value);
 

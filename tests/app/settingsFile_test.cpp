@@ -218,6 +218,9 @@ TEST_F(SettingsFile, ThatCannotBeReadIsAnErrorAndStays) {
     EXPECT_EQ(own.names(), Names{settingsFileName});
     state().programFolder = own.write("file", "") / "below";
     EXPECT_EQ(test::raised([] { writeSetting("S", "K", "0"); }), 76);
+    state().programFolder = own / "new";
+    EXPECT_EQ(test::raised([] { writeSetting("S", "K=", "0"); }), 5);
+    EXPECT_FALSE(own.names().contains("new")) << "made for nothing";
 }
 
 TEST_F(SettingsFile, IsSeededFromTheShippedOneAndWrittenOnlyWhenChanged) {
