@@ -29,11 +29,10 @@ class RadioLink {
     /// step.
     void read(const safeguards::Choices& choices);
     /// Encodes and stamps the image and writes the write range. A backup goes to `backUpTo` where
-    /// that is given, and says so where it does not (see safeguards::write). Raises Failure 1
-    /// likewise.
+    /// that is given; a warning says where what stood there is kept. Raises Failure 1 likewise.
     void write(const safeguards::Choices& choices, const std::string& backUpTo = {});
-    /// Puts a backup back into the radio; with the note of a write only into the radio that was
-    /// written. Raises Failure 1 likewise.
+    /// Puts a backup back into the radio; with the note of a write only where the radio holds
+    /// what that write found or sent. Raises Failure 1 likewise.
     void restore(const std::string& file, const safeguards::Choices& choices,
                  const std::optional<unfinishedWrite::Note>& written);
 
