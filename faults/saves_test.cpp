@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <optional>
+#include <regex>
 #include <set>
 #include <sstream>
 
@@ -25,6 +26,7 @@ struct Save {
     bool always = false;     ///< not only where all is to be tried
     bool promises = true;    ///< exit code 0 says that the targets are written
     bool repeatable = true;  ///< the same command once more gives the same files
+    bool together = false;   ///< a failure leaves all targets old or all of them new
 
     friend void PrintTo(const Save& save, std::ostream* out) { *out << save.name; }
 };
@@ -55,6 +57,14 @@ const std::vector<Save>& saves() {
          always,
          true,
          false},
+        {"read --keep-copy",
+         cli({"read", "-p", "virtual", "-o", "@copy.dat", "--keep-copy"}),
+         {"home/Data/Backups/TIME_read_0000-000F.dat",
+          "home/Data/Backups/TIME_read_0000-000F.lost"},
+         always,
+         true,
+         false,
+         true},
         {"first start of a user",
          {"env", "XDG_DATA_HOME=@data", K520_CLI, "show", "@a.dat"},
          {"data/k520/Uninstall.exe", "data/k520/PL220_CV.exe"},
@@ -102,13 +112,16 @@ class Workplace {
     void link(const std::string& target, const std::string& name) const {
         fs::create_symlink(target, folder / name);
     }
-    /// All files by their names; of a link what stands behind it, and that it is one.
+    /// All files by their names; of a link what stands behind it, and that it is one. A time in a
+    /// name is "TIME".
     [[nodiscard]] Files files() const {
         Files all;
         for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
             if (entry.is_regular_file()) {
                 const auto name = fs::relative(entry.path(), folder.path()).string();
-                all[name + (entry.is_symlink() ? "@" : "")] = folder.read(name);
+                static const std::regex time("\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d");
+                all[std::regex_replace(name, time, "TIME") + (entry.is_symlink() ? "@" : "")] =
+                    folder.read(name);
             }
         }
         return all;
@@ -238,17 +251,20 @@ class Trials {
                Row& row) const {
         const auto files = in.files();
         bool allNew = true;
+        bool allOld = true;
         for (const auto& target : save_.targets) {
             const auto now = at(files, target);
             EXPECT_TRUE(now == at(old_, target) || now == at(new_, target))
                 << target << " is neither old nor new: " << (now ? now->size() : 0) << " bytes";
             allNew = allNew && now == at(new_, target);
+            allOld = allOld && now == at(old_, target);
         }
         for (const auto& [name, bytes] : files) {
             EXPECT_TRUE(old_.contains(name) || new_.contains(name) ||
                         (mayLeave && isLeftOver(name)))
                 << "left behind: " << name;
         }
+        EXPECT_TRUE(!save_.together || mayLeave || allNew || allOld) << "half of it is there";
         EXPECT_TRUE(!save_.promises || run.code != 0 || allNew) << "said to be saved";
         // The loader of programs has an exit code and words of its own.
         EXPECT_TRUE(run.code == 0 || run.code == 1 || run.code == 127 ||

@@ -32,6 +32,9 @@ constexpr std::array<std::string_view, 2> reasonNames{"read", "before-write"};
 /// The most that is kept of a file that a backup replaces: far more than any data file has.
 constexpr std::size_t largestKept = 1U << 20U;
 
+/// More than any program makes in a second.
+constexpr int largestOrdinal = 999'999;
+
 constexpr std::string_view timeShape = "####-##-##_##-##-##";
 
 auto age(const Backup& backup) {
@@ -146,6 +149,19 @@ void removeFile(const fs::path& path) {
     }
 }
 
+/// The backup comes last: where there is one, it is whole. Of one that fails nothing stays.
+void storePair(const fs::path& path, const MemoryImage& image) {
+    try {
+        files::replace(besideFor(path), lostBytes(image));
+        files::replace(path, fileBytes(image));
+    } catch (...) {
+        std::error_code ignored;
+        fs::remove(path, ignored);
+        fs::remove(besideFor(path), ignored);
+        throw;
+    }
+}
+
 /// `others` are those beside the one just made, the oldest first.
 void removeOldest(std::span<const Backup> others) {
     for (; others.size() >= mostKept; others = others.subspan(1)) {
@@ -195,8 +211,7 @@ Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason r
     backup.reason = reason;
     backup.covered = covered;
     backup.path = folder() / nameOf(backup);
-    files::replace(besideFor(backup.path), lostBytes(image));
-    files::replace(backup.path, fileBytes(image));
+    storePair(backup.path, image);
     // Not the new one, however old the clock says it is.
     std::erase_if(others, [&](const Backup& other) { return other.path == spared; });
     removeOldest(others);
@@ -216,11 +231,13 @@ std::optional<Backup> parseName(const fs::path& path) {
     const auto reason = std::ranges::find(
         reasonNames,
         std::string_view(name).substr(beforeReason + 1, afterReason - beforeReason - 1));
+    // Behind its dash it reads like a negative number.
     const auto ordinal = parseWhole(
         std::string_view(name).substr(timeShape.size(), beforeReason - timeShape.size()));
     const auto start = address(name, afterReason + 1);
     const auto end = address(name, afterReason + 6);
-    if (reason == reasonNames.end() || !start || !end || *start < 0 || *end < *start) {
+    if (reason == reasonNames.end() || !start || !end || *start < 0 || *end < *start ||
+        ordinal.value_or(-1) < -largestOrdinal) {
         return std::nullopt;
     }
     Backup backup{path,

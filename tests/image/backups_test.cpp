@@ -5,8 +5,13 @@
 #include <gmock/gmock.h>
 
 #include <fmt/format.h>
+#include <sys/resource.h>
+
+#include <csignal>
+#include <filesystem>
 
 #include "app/mdimoduMain.h"
+#include "support/Raised.h"
 #include "support/SimulatedClock.h"
 #include "support/TempFolder.h"
 
@@ -43,9 +48,26 @@ TEST_F(Backups, NamesTellTimeReasonAndAddresses) {
     for (const char* name :
          {"fleet.dat", "2026-11-21_13-05-09_read_0000-042F.lost",
           "2026-11-21_13-05-09_read_0000-FFFFF.dat", "2026-11-21_13-05-09-1_read_0000-042F.dat",
+          "2026-11-21_13-05-09--2147483648_read_0000-042F.dat",
+          "2026-11-21_13-05-09-2147483647_read_0000-042F.dat",
+          "2026-11-21_13-05-09-1000000_read_0000-042F.dat",
           "2026-11-21_13-05-09_write_0000-042F.dat", "___.dat"}) {
         EXPECT_FALSE(parseName(name)) << name;
     }
+}
+
+TEST_F(Backups, AFullDiskLeavesNothingOfOne) {
+    // The bytes beside it have room, the backup has not.
+    struct rlimit before {};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const struct rlimit small { 64, before.rlim_max };
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const auto error = test::raised([&] { return store(image, {0, 0x42F}, Reason::read); });
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(error, errNum::diskFull);
+    EXPECT_TRUE(std::filesystem::is_empty(backups::folder()));
 }
 
 TEST_F(Backups, TheOldestGoAndNothingElse) {
