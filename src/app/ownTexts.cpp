@@ -107,6 +107,10 @@ const Row rows[] = {
     {OwnText::copyLies, "副本：Data/Backups/{}。", "A copy is kept in Data/Backups/{}."},
     {OwnText::restoreOffered, "写入前的数据在 Data/Backups/{} 中，按“恢复”可写回对讲机。",
      "What the radio held before is in Data/Backups/{}: Restore puts it back."},
+    {OwnText::earlierOffered,
+     "此前有一次写入中断，那次写入之前的数据在 Data/Backups/{} 中，按“恢复”可写回对讲机。",
+     "An earlier write broke off; what the radio held before that one is in Data/Backups/{}: "
+     "Restore puts it back."},
     {OwnText::copyNotStored, "数据已读取，但副本无法保存 ({})。",
      "The radio was read, but no copy could be kept ({})."},
     {OwnText::backupNotStored, "备份无法保存 ({})，因此没有写入任何数据。",

@@ -74,6 +74,7 @@ enum class OwnText {
     backupLies,  ///< with a place for the file's name, like the next two
     copyLies,
     restoreOffered,
+    earlierOffered,  ///< with a place for the file's name
     copyNotStored,  ///< with a place for the reason, like the next two
     backupNotStored,
     backupNotReadable,

@@ -135,10 +135,13 @@ std::string causeOf(const Result& result, Entries logged) {
     return {};
 }
 
-/// Adds the way back from what a run has left in the radio.
+/// Adds the way back from what a run, or an earlier one, has left in the radio.
 std::string withWayBack(const std::string& text, const Report& report) {
     if (report.restored) {
         return joined(text, say(OwnText::restoreAgain));
+    }
+    if (!report.earlier.empty()) {
+        return joined(text, say(OwnText::earlierOffered, report.earlier.filename().string()));
     }
     return report.backup.empty()
                ? text
@@ -147,6 +150,9 @@ std::string withWayBack(const std::string& text, const Report& report) {
 
 /// Adds where a copy or a backup lies that is not needed at once.
 std::string withBackup(const std::string& text, const Report& report) {
+    if (!report.good && !report.earlier.empty()) {
+        return withWayBack(text, report);
+    }
     const bool read = report.direction == Direction::read;
     return report.backup.empty() || report.restored
                ? text

@@ -117,11 +117,16 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     const Report first = writeAndBreak(before, 70 + 30);
     EXPECT_TRUE(first.earlier.empty());
     const auto torn = memory();
-    EXPECT_TRUE(writeAndBreak(torn, 70 + 1).earlier == first.backup) << "and stays so, untouched";
+    const Report untouched = writeAndBreak(torn, 70 + 1);
+    EXPECT_EQ(untouched.earlier, first.backup) << "and stays so";
     IicDat()(0x42F) ^= 0xFF;
     const Report second = writeAndBreak(torn, 70 + 20);
     EXPECT_NE(second.backup, first.backup);
     EXPECT_EQ(second.earlier, first.backup);
+    for (const auto& report : {untouched, second}) {
+        EXPECT_THAT(advice(report), HasSubstr("before that one is in Data/Backups/" +
+                                              first.backup.filename().string()));
+    }
     EXPECT_THAT(waysBack(), testing::ElementsAre(first.backup, second.backup));
     EXPECT_EQ(unfinishedWrite::latest()->backup, first.backup);
 
@@ -290,6 +295,7 @@ TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {
     };
     for (const auto& row : cases) {
         plug(row.faults);
+        unfinishedWrite::dropPending();
         const auto before = memory();
         const Report report = write(view, row.choices);
         EXPECT_FALSE(report.good);
