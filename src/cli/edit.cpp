@@ -54,7 +54,8 @@ void typeInto(int channel, int col, const std::string& text) {
 }
 
 void editFrequency(int channel, int col, const std::string& text) {
-    if (!trimBlanks(text).empty() && !isNumeric(text)) {
+    // Blanks are no number either: only nothing clears a cell.
+    if (!text.empty() && !isNumeric(text)) {
         refuse(fmt::format("{}: \"{}\" is not a frequency in MHz, such as 446.00625",
                            channelKey(channel, nameOfColumn(col)), text));
     }

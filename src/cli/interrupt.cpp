@@ -40,8 +40,13 @@ void noteInterrupts() {
     struct sigaction action {};
     action.sa_handler = onSignal;
     sigemptyset(&action.sa_mask);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM}) {
         sigaction(signal, &action, nullptr);
+    }
+    // Who started the program to outlive the terminal has it ignored.
+    struct sigaction inherited {};
+    if (sigaction(SIGHUP, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN) {
+        sigaction(SIGHUP, &action, nullptr);
     }
     // A file size limit then fails the write, like a full disk, instead of ending the program.
     action.sa_handler = SIG_IGN;

@@ -3,8 +3,10 @@
 #include <fmt/format.h>
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <map>
 #include <memory>
+#include <span>
 
 #include "cli/Command.h"
 #include "cli/Failure.h"
@@ -96,11 +98,18 @@ class HelpFormatter : public CLI::Formatter {
     }
 };
 
-/// The parser's library would take "[a,b]" for a list of words.
-void refuseBrackets(int count, const char* const* words) {
-    for (int i = 1; i < count; ++i) {
-        const std::string_view word = words[i];
-        if (word.starts_with('[') && word.ends_with(']')) {
+/// The parser's library takes a word "[a,b]" among several for several words.
+void refuseBrackets(const Request& request, std::span<const char* const> words) {
+    const auto& known = request.command->arguments;
+    if (std::ranges::count(known, ArgumentKind::positionalList, &Argument::kind) == 0) {
+        return;
+    }
+    for (const std::string_view word : words) {
+        const bool single = std::ranges::any_of(known, [&](const Argument& argument) {
+            return argument.kind != ArgumentKind::positionalList &&
+                   std::ranges::count(request.arguments.list(argument.name), word) != 0;
+        });
+        if (word.starts_with('[') && word.ends_with(']') && !single) {
             refuse(
                 fmt::format("\"{}\" is not KEY=VALUE; give each edit as a word of its own", word));
         }
@@ -114,14 +123,15 @@ struct Parser {
     std::vector<std::unique_ptr<Arguments>> arguments;
     std::vector<CLI::App*> apps;
     std::string programFolder;
+    CLI::Option* folderGiven = nullptr;
 
     Parser() {
         app.set_version_flag(std::string(versionOption.flags), "k520-cli " K520_VERSION,
                              std::string(versionOption.help));
         app.set_help_flag(std::string(helpOption.flags), std::string(helpOption.help));
-        app.add_option(std::string(folderOption.flags), programFolder,
-                       std::string(folderOption.help))
-            ->option_text(std::string(folderOption.value));
+        folderGiven = app.add_option(std::string(folderOption.flags), programFolder,
+                                     std::string(folderOption.help))
+                          ->option_text(std::string(folderOption.value));
         formatter->usages[&app] = "Usage: k520-cli [--program-folder DIR] COMMAND ...\n";
         app.formatter(formatter);
         app.require_subcommand(0, 1);
@@ -148,7 +158,11 @@ struct Parser {
 
     [[nodiscard]] Request request() const {
         Request result;
-        if (!programFolder.empty()) {
+        if (folderGiven->count() > 0) {
+            // A script's variable that is not set must not lead to the user's own folder.
+            if (programFolder.empty()) {
+                refuse("--program-folder is empty; give a folder");
+            }
             result.programFolder = programFolder;
         }
         for (std::size_t i = 0; i < apps.size(); ++i) {
@@ -191,11 +205,12 @@ const std::vector<std::string>& Arguments::list(std::string_view name) const {
 }
 
 Request parse(int count, const char* const* words) {
-    refuseBrackets(count, words);
     Parser parser;
     try {
         parser.app.parse(count, words);
-        return parser.request();
+        Request request = parser.request();
+        refuseBrackets(request, std::span(words, static_cast<std::size_t>(count)));
+        return request;
     } catch (const CLI::CallForHelp&) {
         Request help;
         help.text = parser.app.help();

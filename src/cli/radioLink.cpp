@@ -153,7 +153,8 @@ RadioLink::RadioLink(std::string port, std::optional<std::string> trace)
 
 RadioLink::~RadioLink() {
     modCommun::state().listRtData.onInsert = nullptr;
-    if (!trace_ || *trace_ == "-") {
+    // What was there stays where nothing came to be told.
+    if (!trace_ || *trace_ == "-" || traceText_.empty()) {
         return;
     }
     try {
@@ -271,15 +272,14 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
     if (report.backup.empty() || report.restored) {
         return {};
     }
-    if (!safeguards::radioChanged(report)) {
-        return "; its backup is " + report.backup.string();
-    }
     const bool named = port_ == VirtualPort::name || portNumber(port_);
     const auto port = named ? port_ : absolutePath(port_);
     const auto command = [&](const std::filesystem::path& backup) {
         return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
     };
-    auto text = fmt::format("; what it held before is put back by: {}", command(report.backup));
+    auto text = safeguards::radioChanged(report)
+                    ? "; what it held before is put back by: " + command(report.backup)
+                    : "; its backup is " + report.backup.string();
     if (!report.earlier.empty()) {
         text += fmt::format("; what it held before an earlier write that failed: {}",
                             command(report.earlier));

@@ -113,6 +113,9 @@ std::vector<Column> channelColumns() {
     const auto& grid = modChMem::state().vsfgGridCh;
     std::vector<Column> columns;
     for (int col = 0; col <= modChMem::state().ColNum; ++col) {
+        if (col == modChMem::column::reserved) {
+            continue;
+        }
         columns.push_back({grid.text(0, col), col <= modChMem::column::tx});
     }
     return columns;

@@ -98,6 +98,10 @@ int Program::run() {
         std::fputs("k520: one data file at a time, please\n", stderr);
         return EXIT_FAILURE;
     }
+    if (parser.isSet(folderOption) && parser.value(folderOption).isEmpty()) {
+        std::fputs("k520: --program-folder is empty; give a folder\n", stderr);
+        return EXIT_FAILURE;
+    }
     if (!chooseProgramFolder(parser.value(folderOption))) {
         return EXIT_FAILURE;
     }

@@ -89,6 +89,7 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
     for (const std::string edit : edits) {
         wrong.push_back("set @fleet.dat " + edit);
     }
+    wrong.push_back("set @fleet.dat ch1.rx=\t");
     for (const auto& line : wrong) {
         const auto outcome = run(line);
         EXPECT_EQ(outcome.code, 2) << line << outcome.out << outcome.err;
@@ -165,12 +166,13 @@ TEST_F(Contract, BadFilesAreToldAndKept) {
     EXPECT_EQ(shorter.code, 0);
     EXPECT_THAT(shorter.err, HasSubstr("512 of 8192 bytes"));
     EXPECT_EQ(run("set @long.dat ch1.rx=446").code, 0);
+    run.folder.write("trace", "old");
     run.folder.write("big.csv", std::string(17U << 20U, '\n'));
     for (const char* line :
-         {"set @short.dat band=1", "verify -p virtual @short.dat", "new @home", "new @none/a.dat",
-          "read -p virtual -o @none/a.dat", "verify -p virtual @fleet.dat --trace @none/t",
-          "export @fleet.dat -o @none/a.csv", "import @fleet.dat @none/a.csv",
-          "import @fleet.dat @big.csv"}) {
+         {"set @short.dat band=1", "verify -p virtual @short.dat --trace @trace", "new @home",
+          "new @none/a.dat", "read -p virtual -o @none/a.dat",
+          "verify -p virtual @fleet.dat --trace @none/t", "export @fleet.dat -o @none/a.csv",
+          "import @fleet.dat @none/a.csv", "import @fleet.dat @big.csv"}) {
         EXPECT_EQ(run(line).code, 1) << line;
     }
     EXPECT_EQ(run.folder.read("short.dat").size(), 0x200U);
@@ -208,6 +210,8 @@ TEST_F(Contract, TheProgramFolderIsFoundInItsOrder) {
         EXPECT_EQ(run("config set Setting Probe 1").code, 0) << place;
         EXPECT_THAT(run.folder.read(std::string(place) + "Uninstall.exe"), HasSubstr("Probe=1"));
     }
+    run.command = {"/usr/bin/env", own, K520_CLI, "--program-folder", ""};
+    EXPECT_EQ(run("ports").code, 2) << "a variable that is not set is no choice";
     run.command = {K520_CLI, "--program-folder", run.file("none")};
     EXPECT_THAT(run("ports").err, HasSubstr("does not exist; the shipped settings are used"));
     run.command.back() = run.file("fleet.dat");

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <chrono>
+#include <csignal>
 #include <functional>
 #include <memory>
 #include <tuple>
@@ -207,9 +208,12 @@ TEST_F(Sessions, SimulateIsARadioForOthers) {
     // A FIFO in place of the output file, so that its first line can be waited for.
     const auto out = run.file("simulate.out");
     ASSERT_EQ(mkfifo(out.c_str(), 0600), 0);
+    // As if it were to outlive its terminal.
+    const auto hangUp = std::signal(SIGHUP, SIG_IGN);
     const pid_t child = run.start(
         run.wordsOf("simulate --image @a.dat --link @radio --save @kept.dat --baud 230400"),
         "simulate");
+    std::signal(SIGHUP, hangUp);
     const int reader = open(out.c_str(), O_RDONLY | O_CLOEXEC);
     std::string first;
     for (char c = 0; read(reader, &c, 1) == 1 && c != '\n';) {
@@ -217,6 +221,7 @@ TEST_F(Sessions, SimulateIsARadioForOthers) {
     }
     close(reader);
     EXPECT_THAT(first, testing::StartsWith("port: /dev/"));
+    kill(child, SIGHUP);
     EXPECT_EQ(run("read -p @radio -o @b.dat").code, 0);
     EXPECT_EQ(run("diff @a.dat @b.dat").code, 0);
     EXPECT_EQ(run("set @b.dat ch3.tx=").code, 0);
