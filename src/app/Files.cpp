@@ -233,12 +233,22 @@ class TemporaryFile {
         if (file == -1 && errno == EEXIST) {
             return false;
         }
+        if (file == -1) {
+            throwNoNewFile(errno);
+        }
         file_ = Descriptor(file);
-        checked(file, fmt::format("{}: the folder {} takes no new file", target_.path.string(),
-                                  fs::absolute(target_.folderPath).lexically_normal().string()));
         // Until it is locked another program may take it for an abandoned one.
         const bool locked = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
         return locked && linksTo(file) != 0;
+    }
+
+    [[noreturn]] void throwNoNewFile(int error) const {
+        std::error_code unknown;
+        const fs::path known = fs::absolute(target_.folderPath, unknown);
+        const fs::path& folder = unknown ? target_.folderPath : known;
+        throwSystemError(error, fmt::format("{}: the folder {} takes no new file",
+                                            target_.path.string(),
+                                            folder.lexically_normal().string()));
     }
 
     /// Removes a file that nobody keeps locked, where locks can tell. Whether it did.

@@ -60,11 +60,12 @@ std::uint64_t openDatFile(const std::string& path);
 /// Asks on every call (text 82), and on Yes goes on with SaveAsFile. A failure shows box 84.
 void SaveFile();
 
-/// Asks for a name and saves there. A failure shows box 86; the current path stays.
+/// Asks for a name, makes it the current path and saves there. A failure before the save shows box
+/// 86, and the current path stays; one of the save is told as SaveDatFile tells it.
 void SaveAsFile();
 
 /// Brings the image up to date and writes it to the current path. Returns whether it did; a failure
-/// is in the error list and nowhere else.
+/// is in the error list and in State::remark, and shows no box.
 bool SaveDatFile();
 
 }  // namespace k520::modFileCmd

@@ -46,7 +46,7 @@ class ColumnDefinition {
 
     /// The texts of the values, as many as there are.
     [[nodiscard]] std::span<const std::string> texts() const noexcept;
-    /// The text of a value, as entry() gives it.
+    /// The text of a value, as entry() gives it: -3 to -1 are the entries in front of the texts.
     [[nodiscard]] const std::string& textOf(std::int32_t value) const;
     /// The first value that has this text.
     [[nodiscard]] std::optional<std::int32_t> valueOf(std::string_view text) const noexcept;

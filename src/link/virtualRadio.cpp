@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <exception>
 #include <filesystem>
 #include <optional>
 #include <span>
@@ -93,7 +94,7 @@ class KeepingPort : public VirtualPort {
     ~KeepingPort() override {
         try {
             KeepingPort::close();
-        } catch (const RuntimeError&) {
+        } catch (const std::exception&) {
             // Whoever wants to know closes the port first.
         }
     }
