@@ -246,9 +246,9 @@ class TemporaryFile {
         std::error_code unknown;
         const fs::path known = fs::absolute(target_.folderPath, unknown);
         const fs::path& folder = unknown ? target_.folderPath : known;
-        throwSystemError(error, fmt::format("{}: the folder {} takes no new file",
-                                            target_.path.string(),
-                                            folder.lexically_normal().string()));
+        throwSystemError(error,
+                         fmt::format("{}: the folder {} takes no new file", target_.path.string(),
+                                     folder.lexically_normal().string()));
     }
 
     /// Removes a file that nobody keeps locked, where locks can tell. Whether it did.
@@ -362,6 +362,22 @@ void checkReplaceable(const fs::path& path) {
     // Only a real file shows for certain that a folder takes files.
     const Target target = locate(path);
     const TemporaryFile trial(target);
+}
+
+void makeFolder(const fs::path& path) {
+    std::error_code error;
+    fs::create_directories(path, error);
+    if (error) {
+        throwSystemError(error.value(), path.string());
+    }
+}
+
+void remove(const fs::path& path) {
+    std::error_code error;
+    fs::remove(path, error);
+    if (error) {
+        throwSystemError(error.value(), path.string());
+    }
 }
 
 std::optional<Stamp> stampOf(const fs::path& path) {

@@ -42,6 +42,12 @@ void replaceHead(const std::filesystem::path& path, std::span<const std::uint8_t
 /// the path is a folder or a device. Asked before a long session, so that its result has a place.
 void checkReplaceable(const std::filesystem::path& path);
 
+/// Makes a folder and what is missing above it.
+void makeFolder(const std::filesystem::path& path);
+
+/// Removes a file, where there is one.
+void remove(const std::filesystem::path& path);
+
 /// Tells two states of a file apart, except where it was written in place twice within a tick of
 /// the system's file clock (some milliseconds).
 struct Stamp {

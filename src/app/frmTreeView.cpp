@@ -7,6 +7,7 @@
 #include <QTreeWidget>
 
 #include "app/Guard.h"
+#include "app/modSoftFace.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
@@ -28,7 +29,6 @@ constexpr Node childNodes[] = {
     {"SysSet", "options", 303},
 };
 /// The model's name, for a root that would have no text at all.
-constexpr int modelText = 356;
 constexpr int keyRole = Qt::UserRole;
 
 QTreeWidgetItem* nodeItem(const Node& node, const QString& text) {
@@ -42,7 +42,7 @@ QTreeWidgetItem* nodeItem(const Node& node, const QString& text) {
 
 QString rootText() {
     const QString text = softText(rootNode.text);
-    return text.isEmpty() ? softText(modelText) : text;
+    return text.isEmpty() ? softText(modSoftFace::modelText) : text;
 }
 
 }  // namespace

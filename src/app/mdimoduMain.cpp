@@ -101,14 +101,6 @@ std::string_view withoutBlanksBehind(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-void createProgramFolder() {
-    std::error_code error;
-    fs::create_directories(state().programFolder, error);
-    if (error) {
-        throwSystemError(error.value(), state().programFolder.string());
-    }
-}
-
 /// Raises 5 for what a profile cannot hold, before anything on the disk has changed.
 void requireHoldable(std::string_view section, std::span<const KeyValue> values) {
     ProfileText trial;
@@ -166,7 +158,7 @@ void writeSettings(std::string_view section, std::span<const KeyValue> values) {
         return;
     }
     requireHoldable(section, values);
-    createProgramFolder();
+    files::makeFolder(state().programFolder);
     const files::FolderLock lock(state().programFolder);
     // Read anew: another program may have written since, and shipped settings seed the first file.
     const fs::path own = state().programFolder / settingsFileName;

@@ -6,10 +6,10 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <system_error>
 #include <utility>
 
 #include "app/Dialogs.h"
+#include "app/Files.h"
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
@@ -32,8 +32,8 @@ constexpr int renewText = 74;
 constexpr int saveText = 82;
 
 bool askAndKeep(int textIndex) {
-    const bool yes = theDialogs().ask(modSoftFace::text(70), modSoftFace::text(textIndex),
-                                      textIndex == saveText);
+    const bool yes = theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+                                      modSoftFace::text(textIndex), textIndex == saveText);
     state().lastAnswer = yes ? answerYes : answerNo;
     return yes;
 }
@@ -54,7 +54,8 @@ void renewIfWanted() {
 }
 
 void tellFailure(int textIndex) {
-    theDialogs().tell(BoxIcon::critical, modSoftFace::text(70), modSoftFace::text(textIndex));
+    theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
+                      modSoftFace::text(textIndex));
 }
 
 /// Opens the file that `choose` names, if it names one.
@@ -96,11 +97,7 @@ void GenerateDatFolder() {
         const auto folder = mdimoduMain::state().programFolder / "Data";
         state().defaultFilePath = (folder / "Untitled.dat").string();
         setCurrentFile(state().defaultFilePath);
-        std::error_code error;
-        std::filesystem::create_directories(folder, error);
-        if (error) {
-            throwSystemError(error.value(), folder.string());
-        }
+        files::makeFolder(folder);
     });
 }
 

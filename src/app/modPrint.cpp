@@ -20,10 +20,7 @@ namespace k520::modPrint {
 
 namespace {
 
-constexpr int noticeText = 70;
-constexpr int modelText = 356;
 constexpr int channelsText = 302;
-constexpr int optionsText = 303;
 constexpr int offText = 220;
 constexpr int onText = 221;
 constexpr int printErrorText = 106;
@@ -92,15 +89,16 @@ std::string documentHtml() {
     const auto& band = modModel::state();
     return fmt::format(
         "<h2>{}</h2><p>{}<br>{} - {} MHz</p><h3>{}</h3>{}{}</table><h3>{}</h3>{}{}</table>",
-        escaped(modSoftFace::text(modelText)), escaped(modFileCmd::state().currentFilePath),
-        frequency::mhzText(band.bandLow), frequency::mhzText(band.bandHigh),
-        escaped(modSoftFace::text(channelsText)), tableStart, channelTable(),
-        escaped(modSoftFace::text(optionsText)), tableStart, optionRows());
+        escaped(modSoftFace::text(modSoftFace::modelText)),
+        escaped(modFileCmd::state().currentFilePath), frequency::mhzText(band.bandLow),
+        frequency::mhzText(band.bandHigh), escaped(modSoftFace::text(channelsText)), tableStart,
+        channelTable(), escaped(modSoftFace::text(modSoftFace::optionsText)), tableStart,
+        optionRows());
 }
 
 void Print() {
     if (!guarded("mdifrmMain->Print", [] { theDialogs().print(documentHtml()); })) {
-        theDialogs().tell(BoxIcon::critical, modSoftFace::text(noticeText),
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
                           modSoftFace::text(printErrorText));
     }
 }

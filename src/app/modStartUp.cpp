@@ -242,8 +242,8 @@ bool MDIForm_QueryUnload() {
     bool mayClose = false;
     guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
         auto& s = mdimoduMain::state();
-        mayClose =
-            s.quitting || theDialogs().ask(modSoftFace::text(70), modSoftFace::text(73), false);
+        mayClose = s.quitting || theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+                                                  modSoftFace::text(73), false);
         s.exitAnswer = mayClose ? answerYes : answerNo;
         s.exiting = mayClose ? 1 : s.exiting;
     });
@@ -282,7 +282,7 @@ std::filesystem::path helpFile() {
 void Help() {
     const auto path = helpFile().string();
     if (!guarded("mdifrmMain->Help", [&] { theDialogs().openDocument(path); })) {
-        theDialogs().tell(BoxIcon::critical, modSoftFace::text(70),
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
                           ownText(OwnText::helpCannotOpen) + "\n" + path);
     }
 }

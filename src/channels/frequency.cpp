@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "app/Bcd.h"
 #include "app/Checked.h"
 
 namespace k520::frequency {
@@ -23,10 +24,14 @@ double nearestPoint(std::int32_t frequency, double raster) {
 
 }  // namespace
 
-std::string mhzText(std::int32_t frequency) {
+std::string fixedMhzText(std::int32_t frequency) {
     const auto parts = std::div(static_cast<long long>(frequency), static_cast<long long>(perMhz));
-    std::string text = fmt::format("{}{}.{:05}", frequency < 0 ? "-" : "", std::abs(parts.quot),
-                                   std::abs(parts.rem));
+    return fmt::format("{}{}.{:05}", frequency < 0 ? "-" : "", std::abs(parts.quot),
+                       std::abs(parts.rem));
+}
+
+std::string mhzText(std::int32_t frequency) {
+    std::string text = fixedMhzText(frequency);
     text.erase(text.find_last_not_of('0') + 1);
     if (text.back() == '.') {
         text.pop_back();
@@ -47,17 +52,23 @@ std::int32_t snapToRaster(std::int32_t frequency) {
 
 std::int32_t fromBcd(std::span<const std::uint8_t, 4> bytes) {
     std::int32_t value = 0;
-    for (int i = 3; i >= 0; --i) {
-        const int high = bytes[static_cast<std::size_t>(i)] >> 4;
-        const int low = bytes[static_cast<std::size_t>(i)] & 0x0F;
-        if (high > 9 || low > 9) {
+    for (std::size_t i = bytes.size(); i-- > 0;) {
+        const auto pair = bcd::numberOf(bytes[i]);
+        if (!pair) {
             throw RuntimeError(errNum::typeMismatch,
                                fmt::format("\"{:02X}{:02X}{:02X}{:02X}\" is not a number", bytes[3],
                                            bytes[2], bytes[1], bytes[0]));
         }
-        value = value * 100 + high * 10 + low;
+        value = value * 100 + *pair;
     }
     return value;
+}
+
+void toBcd(std::int32_t frequency, std::span<std::uint8_t, 4> bytes) {
+    for (std::uint8_t& byte : bytes) {
+        byte = bcd::byteOf(frequency % 100);
+        frequency /= 100;
+    }
 }
 
 }  // namespace k520::frequency

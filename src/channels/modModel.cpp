@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <tuple>
 
+#include "app/Bcd.h"
 #include "app/Checked.h"
 #include "app/Dialogs.h"
 #include "app/Guard.h"
@@ -102,7 +103,7 @@ bool inBand(std::int32_t frequency) {
 void ChInfoModel() {
     guarded("frmChMem->ChInfoModel", [] {
         State& s = state();
-        s.cboModel = {{modSoftFace::text(356)}, 0};
+        s.cboModel = {{modSoftFace::text(modSoftFace::modelText)}, 0};
         cboModel_Click();
         s.cboFrequency.items.clear();
         for (const Band& band : bandTable) {
@@ -188,21 +189,13 @@ std::array<std::uint8_t, 2> bcdOfTenths(int tenths) {
     if (tenths < 0 || tenths > 9999) {
         throw RuntimeError(errNum::overflow, fmt::format("{} has no four digits", tenths));
     }
-    const auto pair = [](int number) {
-        return static_cast<std::uint8_t>(number / 10 * 16 + number % 10);
-    };
-    return {pair(tenths / 100), pair(tenths % 100)};
+    return {bcd::byteOf(tenths / 100), bcd::byteOf(tenths % 100)};
 }
 
 std::optional<int> tenthsOfBcd(std::array<std::uint8_t, 2> bytes) noexcept {
-    int tenths = 0;
-    for (const int nibble : {bytes[0] >> 4, bytes[0] & 0x0F, bytes[1] >> 4, bytes[1] & 0x0F}) {
-        if (nibble > 9) {
-            return std::nullopt;
-        }
-        tenths = tenths * 10 + nibble;
-    }
-    return tenths;
+    const auto hundreds = bcd::numberOf(bytes[0]);
+    const auto rest = bcd::numberOf(bytes[1]);
+    return hundreds && rest ? std::optional(*hundreds * 100 + *rest) : std::nullopt;
 }
 
 int tenthsOf(std::int32_t limit) {

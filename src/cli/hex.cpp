@@ -18,7 +18,7 @@ namespace k520::cli {
 
 namespace {
 
-constexpr int bytesPerRow = 16;
+using modMemDat::bytesPerRow;
 
 int addressArgument(const Arguments& arguments, const char* name, int fallback) {
     auto text = arguments.get(name);

@@ -121,10 +121,8 @@ std::vector<Column> channelColumns() {
     return columns;
 }
 
-/// MHz with all five decimals, so that the points stand below each other.
 std::string alignedMhz(const std::optional<std::int32_t>& frequency) {
-    return frequency ? fmt::format("{}.{:05}", *frequency / 100000, *frequency % 100000)
-                     : std::string();
+    return frequency ? frequency::fixedMhzText(*frequency) : std::string();
 }
 
 std::vector<std::string> channelRow(const ChannelPicture& channel) {

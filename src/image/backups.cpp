@@ -91,7 +91,7 @@ void requireHoldable(const MemoryImage& image) {
 
 /// A radio is written in whole blocks.
 void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
-    constexpr int block = 16;
+    constexpr int block = modIicDat::blockLength;
     const int past = range.start + (range.end - range.start + block) / block * block;
     if (range.start < 0 || range.end < range.start || past > std::ssize(image.bytes())) {
         throw RuntimeError(errNum::subscript,
@@ -99,15 +99,6 @@ void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
                                        "image of {} bytes",
                                        static_cast<std::uint16_t>(range.start),
                                        static_cast<std::uint16_t>(range.end), image.size()));
-    }
-}
-
-/// Makes a folder and what is missing above it, with the system's words when it cannot.
-void makeFolder(const fs::path& path) {
-    std::error_code error;
-    fs::create_directories(path, error);
-    if (error) {
-        throwSystemError(error.value(), path.string());
     }
 }
 
@@ -141,14 +132,6 @@ int freeOrdinal(std::span<const Backup> others, const std::string& time) {
     return last + 1;
 }
 
-void removeFile(const fs::path& path) {
-    std::error_code error;
-    fs::remove(path, error);
-    if (error) {
-        throwSystemError(error.value(), path.string());
-    }
-}
-
 /// The backup comes last: where there is one, it is whole. Of one that fails nothing stays.
 void storePair(const fs::path& path, const MemoryImage& image) {
     try {
@@ -168,8 +151,8 @@ void removeOldest(std::span<const Backup> others) {
         // The backup first: what lies beside it is nothing without it. One that cannot be removed
         // keeps none of the others.
         guarded("backups->removeOldest", [&] {
-            removeFile(others.front().path);
-            removeFile(besideFor(others.front().path));
+            files::remove(others.front().path);
+            files::remove(besideFor(others.front().path));
         });
     }
 }
@@ -202,7 +185,7 @@ std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) 
 Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
              const fs::path& spared) {
     requireHoldable(image);
-    makeFolder(folder());
+    files::makeFolder(folder());
     const files::FolderLock alone(folder());
     auto others = list();
     Backup backup;

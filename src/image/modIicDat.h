@@ -12,6 +12,9 @@
 /// The memory image, its companions, and the sizes and addresses that bound them.
 namespace k520::modIicDat {
 
+/// A radio is read and written in blocks of so many bytes.
+inline constexpr int blockLength = 16;
+
 /// Addresses from `start` to `end`, both inclusive, signed 16-bit as the settings give them.
 struct AddressRange {
     std::int16_t start = 0;

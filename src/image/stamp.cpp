@@ -4,20 +4,13 @@
 
 #include <array>
 #include <chrono>
+#include <cstdint>
+
+#include "app/Bcd.h"
 
 namespace k520::stamp {
 
 namespace {
-
-constexpr int toBcd(int value) noexcept {
-    return value / 10 * 16 + value % 10;
-}
-
-std::optional<int> fromBcd(int byte) noexcept {
-    const int tens = byte / 16;
-    const int units = byte % 16;
-    return tens > 9 || units > 9 ? std::nullopt : std::optional(tens * 10 + units);
-}
 
 bool isDate(int year, int month, int day) noexcept {
     return std::chrono::year_month_day(std::chrono::year(year),
@@ -29,11 +22,11 @@ bool isDate(int year, int month, int day) noexcept {
 }  // namespace
 
 void write(MemoryImage& image, const DateTime& when) {
-    const std::array values{toBcd(when.year % 100), toBcd(when.month), when.day, toBcd(when.hour),
-                            toBcd(when.minute)};
+    const std::array values{bcd::byteOf(when.year % 100), bcd::byteOf(when.month), toByte(when.day),
+                            bcd::byteOf(when.hour), bcd::byteOf(when.minute)};
     int target = address;
-    for (const int value : values) {
-        image(target++) = toByte(value);
+    for (const std::uint8_t value : values) {
+        image(target++) = value;
     }
 }
 
@@ -41,11 +34,11 @@ std::optional<DateTime> read(const MemoryImage& image) {
     if (image.size() < static_cast<std::size_t>(address) + length) {
         return std::nullopt;
     }
-    const auto year = fromBcd(image(address));
-    const auto month = fromBcd(image(address + 1));
+    const auto year = bcd::numberOf(image(address));
+    const auto month = bcd::numberOf(image(address + 1));
     const int day = image(address + 2);
-    const auto hour = fromBcd(image(address + 3));
-    const auto minute = fromBcd(image(address + 4));
+    const auto hour = bcd::numberOf(image(address + 3));
+    const auto minute = bcd::numberOf(image(address + 4));
     if (!year || !month || !hour || !minute || *hour > 23 || *minute > 59 ||
         !isDate(2000 + *year, *month, day)) {
         return std::nullopt;

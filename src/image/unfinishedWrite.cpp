@@ -42,13 +42,7 @@ bool isThere(const fs::path& path) {
 }
 
 void removeNote(const fs::path& path) {
-    guarded("unfinishedWrite->end", [&] {
-        std::error_code error;
-        fs::remove(path, error);
-        if (error) {
-            throwSystemError(error.value(), path.string());
-        }
-    });
+    guarded("unfinishedWrite->end", [&] { files::remove(path); });
 }
 
 std::optional<Note> readNote(const fs::path& path) {

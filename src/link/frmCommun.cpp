@@ -34,7 +34,6 @@ namespace k520 {
 
 namespace {
 
-constexpr int noticeText = 70;
 constexpr int readText = 100;
 constexpr int writeText = 101;
 constexpr int titleText = 156;
@@ -261,7 +260,7 @@ std::optional<std::filesystem::path> frmCommun::chosenBackup() const {
     }
     const auto ways = safeguards::waysBack();
     const auto agreed = std::ranges::find_if(ways, [](const std::filesystem::path& backup) {
-        return theDialogs().ask(modSoftFace::text(noticeText),
+        return theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
                                 fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)),
                                             backup.filename().string()),
                                 false);

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "app/modSoftFace.h"
 #include "channels/modModel.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
@@ -22,7 +23,6 @@ namespace {
 
 constexpr int frameText = 183;
 constexpr int windowText = 300;
-constexpr int modelText = 356;
 constexpr int widest = 560;
 constexpr int debugSide = 16;
 
@@ -34,7 +34,7 @@ struct FieldRow {
 };
 
 constexpr std::array<FieldRow, 4> fieldRows{{
-    {"lblModel", "txtModel", 184, [] { return softText(modelText); }},
+    {"lblModel", "txtModel", 184, [] { return softText(modSoftFace::modelText); }},
     {"lblRange", "txtRange", 185,
      [] {
          const auto& band = modModel::state();

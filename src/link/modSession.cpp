@@ -25,7 +25,6 @@ namespace {
 using modCommun::ScriptStep;
 using std::chrono::milliseconds;
 
-constexpr int noticeText = 70;
 constexpr int checkPortText = 79;
 constexpr std::int16_t pollIntervalMs = 1;
 constexpr std::int16_t secondValueAtStart = 150;
@@ -192,7 +191,7 @@ class Session {
                 return Outcome::stopped;
             }
         }
-        theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(noticeText),
+        theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(modSoftFace::noticeText),
                           modSoftFace::text(checkPortText));
         return Outcome::failed;
     }

@@ -16,10 +16,6 @@ namespace {
 
 constexpr int unknownTimeText = 179;
 
-std::string limitText(std::int32_t frequency) {
-    return fmt::format("{}.{:05}", frequency / frequency::perMhz, frequency % frequency::perMhz);
-}
-
 }  // namespace
 
 State& state() {
@@ -33,7 +29,7 @@ void lblDebug_Click() {
 }
 
 std::string bandText(std::int32_t low, std::int32_t high) {
-    return fmt::format("{} - {}MHz", limitText(low), limitText(high));
+    return fmt::format("{} - {}MHz", frequency::fixedMhzText(low), frequency::fixedMhzText(high));
 }
 
 std::string lastWriteText() {

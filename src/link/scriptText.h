@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "image/modIicDat.h"
+
 /// The texts of the protocol scripts. A script is a string of two-character tokens without
 /// separators: hexadecimal bytes and these keywords.
 ///
@@ -24,7 +26,7 @@ inline constexpr std::string_view endOfRead = "TX455AA5322345F2EN";
 inline constexpr std::string_view endOfWrite = "TX06RX06EN";
 
 /// Bytes of a whole block.
-inline constexpr int blockLength = 16;
+inline constexpr int blockLength = modIicDat::blockLength;
 /// The highest address that the four digits can hold.
 inline constexpr int highestAddress = 16383;
 

@@ -47,11 +47,7 @@ void putFrequency(std::span<std::uint8_t> field, std::optional<double> mhz) {
         std::ranges::fill(field, std::uint8_t{0xFF});
         return;
     }
-    std::int32_t rest = frequency::fromMhz(*mhz);
-    for (std::uint8_t& byte : field) {
-        byte = static_cast<std::uint8_t>(rest / 10 % 10 * 16 + rest % 10);
-        rest /= 100;
-    }
+    frequency::toBcd(frequency::fromMhz(*mhz), field.first<channelRecord::frequencyLength>());
 }
 
 void putTone(std::span<std::uint8_t> field, std::string_view text) {

@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 
+#include "app/modSoftFace.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 #include "settings/frmOptPanel.h"
@@ -12,7 +13,6 @@ namespace k520 {
 
 namespace {
 
-constexpr int captionText = 303;
 /// In a wider window an entry would stand too far from its caption.
 constexpr int greatestWidth = 480;
 
@@ -20,7 +20,7 @@ constexpr int greatestWidth = 480;
 
 frmSysSet::frmSysSet(QWidget* parent) : QWidget(parent), panel_(own<frmOptPanel>()) {
     setObjectName(QStringLiteral("frmSysSet"));
-    setWindowTitle(softText(captionText));
+    setWindowTitle(softText(modSoftFace::optionsText));
     panel_->setMaximumWidth(greatestWidth);
     auto* layout = own<QHBoxLayout>(this);
     layout->addStretch();

@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
 
-#include <random>
 #include <thread>
 
 #include "app/Files.h"
@@ -111,25 +110,6 @@ TEST(ProfileText, RefusesWhatTheFormatCannotHold) {
         ProfileText text;
         EXPECT_EQ(test::raised([&] { text.setValue(row[0], row[1], row[2]); }), 5)
             << testing::PrintToString(row);
-    }
-}
-
-// Whatever a file holds, a written value is read back and no other value moves.
-TEST(ProfileText, KeepsEveryOtherValueOfAnyText) {
-    const std::string alphabet = "[[]==;\"' \t\r\n\n\n\nabab\0"s;
-    const std::pair<const char*, const char*> others[] = {
-        {"a", "a"}, {"a", "ab"}, {"b", "b"}, {"b", "a"}, {"ab", "b"}, {"\"a", "b"}, {"a", "\"b"}};
-    std::mt19937 random(1);
-    for (int round = 0; round < 5'000; ++round) {
-        std::string before(random() % 60, ' ');
-        std::ranges::generate(before, [&] { return alphabet[random() % alphabet.size()]; });
-        const ProfileText old(before);
-        ProfileText text(before);
-        text.setValue("a", "b", "x 1");
-        ASSERT_EQ(text.value("a", "b"), "x 1") << before;
-        for (const auto& [section, key] : others) {
-            ASSERT_EQ(text.value(section, key), old.value(section, key)) << before;
-        }
     }
 }
 
