@@ -117,6 +117,13 @@ bool print(const Row& row) {
     return tally.broken == 0;
 }
 
+std::string howOf(const LinkCase& job) {
+    return fmt::format("{}{}{}, {:04X}-{:04X}", job.direction == Direction::read ? "read" : "write",
+                       job.guarded ? " with second pass" : "",
+                       job.dropsOutput ? ", port drops unsent bytes" : "", job.range.start,
+                       job.range.end);
+}
+
 /// Each byte of a line lost, flipped (another value for each byte) and doubled.
 Row bytesRow(LinkCase job, std::vector<ByteFault> SimFaults::*line, std::string fault) {
     const LinkBench bench;
@@ -131,68 +138,63 @@ Row bytesRow(LinkCase job, std::vector<ByteFault> SimFaults::*line, std::string 
         (faulty.faults.*line).push_back({.kind = kinds[i % 3], .byte = byte, .value = value});
         return faulty;
     };
-    return {std::move(fault), "", bytes * 3, nth};
+    return {std::move(fault), howOf(job), bytes * 3, nth};
+}
+
+/// Every byte of a session over the whole memory.
+void addByteRows(std::vector<Row>& rows, LinkCase job) {
+    job.range = wholeMemory;
+    job.baud = fastLine;
+    if (job.dropsOutput && job.direction == Direction::read) {
+        return;
+    }
+    rows.push_back(bytesRow(job, &SimFaults::replyBytes, "reply byte lost, flipped, doubled"));
+    rows.push_back(bytesRow(job, &SimFaults::requestBytes, "request byte lost, flipped, doubled"));
+}
+
+/// Late replies: every byte of the first blocks, and every millisecond up to 2 s.
+void addLateRows(std::vector<Row>& rows, LinkCase job) {
+    constexpr std::uint32_t bytes = 24;
+    constexpr std::uint32_t longest = 2000;
+    const auto nth = [](const LinkCase& of) {
+        return [of](std::uint32_t i) {
+            LinkCase late = of;
+            late.faults.replyBytes = {
+                {.kind = delay, .byte = i % bytes + 1, .by = milliseconds(i / bytes + 1)}};
+            return late;
+        };
+    };
+    job.memory = Memory::telling;
+    rows.push_back({"reply late", howOf(job), bytes * longest, nth(job)});
+    job.memory = Memory::mimic;
+    rows.push_back({"reply late, memory mimics frames", howOf(job), bytes * longest, nth(job)});
+}
+
+std::vector<Row> allRows() {
+    std::vector<Row> rows;
+    for (const auto& add : {addByteRows, addLateRows}) {
+        for (const bool guarded : {false, true}) {
+            for (const bool drops : {false, true}) {
+                for (const Direction direction : {Direction::read, Direction::write}) {
+                    add(rows, {.direction = direction, .guarded = guarded, .dropsOutput = drops});
+                }
+            }
+        }
+    }
+    return rows;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     const std::string only = argc > 1 ? argv[1] : "";
-    std::vector<Row> rows;
-    const LinkCase read{.range = wholeMemory, .baud = fastLine};
-    const LinkCase write{.direction = Direction::write, .range = wholeMemory, .baud = fastLine};
-    const auto add = [&](Row row, const LinkCase& job) {
-        row.how = fmt::format(
-            "{}{}{}, {:04X}-{:04X}", job.direction == Direction::read ? "read" : "write",
-            job.guarded ? " with second pass" : "",
-            job.dropsOutput ? ", port drops unsent bytes" : "", job.range.start, job.range.end);
-        rows.push_back(std::move(row));
-    };
-    for (const bool guarded : {false, true}) {
-        for (const bool drops : {false, true}) {
-            for (LinkCase job : {read, write}) {
-                job.guarded = guarded;
-                job.dropsOutput = drops;
-                if (drops && job.direction == Direction::read) {
-                    continue;
-                }
-                add(bytesRow(job, &SimFaults::replyBytes, "reply byte lost, flipped, doubled"),
-                    job);
-                add(bytesRow(job, &SimFaults::requestBytes, "request byte lost, flipped, doubled"),
-                    job);
-            }
-        }
-    }
-    // Late replies: every byte of the first blocks, and every millisecond up to 2 s.
-    for (const bool guarded : {false, true}) {
-        for (const bool drops : {false, true}) {
-            for (const Memory memory : {Memory::telling, Memory::mimic}) {
-                for (const Direction direction : {Direction::read, Direction::write}) {
-                    const LinkCase job{.direction = direction,
-                                       .memory = memory,
-                                       .guarded = guarded,
-                                       .dropsOutput = drops};
-                    Row row{
-                        memory == Memory::mimic ? "reply late, memory mimics frames" : "reply late",
-                        "", 24 * 2000, [job](std::uint32_t i) {
-                            LinkCase late = job;
-                            late.faults.replyBytes = {{.kind = delay,
-                                                       .byte = i % 24 + 1,
-                                                       .by = milliseconds(i / 24 + 1)}};
-                            return late;
-                        }};
-                    add(std::move(row), job);
-                }
-            }
-        }
-    }
     fmt::print(
         "| fault | session | cases | called good | of them wrong | radio changed by a read | "
         "promises broken | most "
         "failed attempts | longest |\n| --- | --- | ---: | ---: | ---: | ---: | ---: | ---: | ---: "
         "|\n");
     bool kept = true;
-    for (const Row& row : rows) {
+    for (const Row& row : allRows()) {
         if ((row.fault + ": " + row.how).find(only) != std::string::npos) {
             kept = print(row) && kept;
         }

@@ -129,6 +129,24 @@ bool isOldOrNew(std::span<const std::uint8_t> held, std::span<const std::uint8_t
     return true;
 }
 
+/// Behind a success the image and the radio hold the same, but for what the faults of the session
+/// have changed unseen.
+void requireEqual(const SimRadio& radio, const SimFaults& faults,
+                  std::span<const std::uint8_t> before, modIicDat::AddressRange range, bool reading,
+                  Clock::Microseconds succeededAt) {
+    const auto held = radio.memory();
+    const auto image = std::as_const(modIicDat::IicDat()).bytes();
+    const auto touched = touchedBy(faults, radio.counters().replyBytes);
+    const int wrong = differences(held, image, range, true);
+    // Late acknowledgements let a write end while its bytes are still on the line; a radio that
+    // is unplugged or switched off then never gets them. Only reading back finds that.
+    const bool off = faults.silentFrom && radio.counters().exchanges >= *faults.silentFrom;
+    const bool cutShort = !reading && (off || radio.goneAt()) &&
+                          radio.lineBusyUntil() > succeededAt && isOldOrNew(held, before, image);
+    require(cutShort || touched.others > 0 || wrong <= (reading ? touched.corrupted : 0),
+            "success without a fault means that both hold the same");
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -173,17 +191,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(!reading || differences(image.IicDat.bytes(), before.bytes(), range, false) == 0,
             "a read changes the image in its range only");
     if (result.outcome == Outcome::succeeded) {
-        const auto touched = touchedBy(faults, radio->counters().replyBytes);
-        const int wrong = differences(held, image.IicDat.bytes(), range, true);
-        // Late acknowledgements let a write end while its bytes are still on the line; a radio that
-        // is unplugged or switched off then never gets them. Only reading back finds that.
-        const auto exchanges = radio->counters().exchanges;
-        const bool off = faults.silentFrom && exchanges >= *faults.silentFrom;
-        const bool cutShort = !reading && (off || radio->goneAt()) &&
-                              radio->lineBusyUntil() > view.succeededAt() &&
-                              isOldOrNew(held, memory, image.IicDat.bytes());
-        require(cutShort || touched.others > 0 || wrong <= (reading ? touched.corrupted : 0),
-                "success without a fault means that both hold the same");
+        requireEqual(*radio, faults, memory, range, reading, view.succeededAt());
     }
     return 0;
 }
