@@ -75,7 +75,7 @@ enum class OwnText {
     copyLies,
     restoreOffered,
     earlierOffered,  ///< with a place for the file's name
-    copyNotStored,  ///< with a place for the reason, like the next two
+    copyNotStored,   ///< with a place for the reason, like the next two
     backupNotStored,
     backupNotReadable,
     backUpFailed,  ///< nothing was written because the backup failed
