@@ -25,10 +25,9 @@ struct Node {
 constexpr Node rootNode{"Radio", "radio", 300};
 constexpr Node childNodes[] = {
     {"RadioInfo", "radio-info", 301},
-    {"ChInfo", "channels", 302},
-    {"SysSet", "options", 303},
+    {"ChInfo", "channels", modSoftFace::channelsText},
+    {"SysSet", "options", modSoftFace::optionsText},
 };
-/// The model's name, for a root that would have no text at all.
 constexpr int keyRole = Qt::UserRole;
 
 QTreeWidgetItem* nodeItem(const Node& node, const QString& text) {
@@ -40,6 +39,7 @@ QTreeWidgetItem* nodeItem(const Node& node, const QString& text) {
     return item;
 }
 
+/// The model's name, for a root that would have no text at all.
 QString rootText() {
     const QString text = softText(rootNode.text);
     return text.isEmpty() ? softText(modSoftFace::modelText) : text;

@@ -4,14 +4,12 @@
 
 #include <fmt/format.h>
 
-#include <cerrno>
 #include <filesystem>
 #include <utility>
 
 #include "app/Dialogs.h"
 #include "app/Files.h"
 #include "app/Guard.h"
-#include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"

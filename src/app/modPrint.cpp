@@ -20,7 +20,6 @@ namespace k520::modPrint {
 
 namespace {
 
-constexpr int channelsText = 302;
 constexpr int offText = 220;
 constexpr int onText = 221;
 constexpr int printErrorText = 106;
@@ -91,9 +90,9 @@ std::string documentHtml() {
         "<h2>{}</h2><p>{}<br>{} - {} MHz</p><h3>{}</h3>{}{}</table><h3>{}</h3>{}{}</table>",
         escaped(modSoftFace::text(modSoftFace::modelText)),
         escaped(modFileCmd::state().currentFilePath), frequency::mhzText(band.bandLow),
-        frequency::mhzText(band.bandHigh), escaped(modSoftFace::text(channelsText)), tableStart,
-        channelTable(), escaped(modSoftFace::text(modSoftFace::optionsText)), tableStart,
-        optionRows());
+        frequency::mhzText(band.bandHigh), escaped(modSoftFace::text(modSoftFace::channelsText)),
+        tableStart, channelTable(), escaped(modSoftFace::text(modSoftFace::optionsText)),
+        tableStart, optionRows());
 }
 
 void Print() {

@@ -9,11 +9,12 @@
 /// The interface texts of the language in force.
 namespace k520::modSoftFace {
 
-/// Indices of texts that stand in several places: the title of boxes, the name of the one model,
-/// and the optional features.
+/// Indices of texts that stand in several places: the title of boxes, the names of the two kinds of
+/// data, and that of the one model.
 inline constexpr int noticeText = 70;
-inline constexpr int modelText = 356;
+inline constexpr int channelsText = 302;
 inline constexpr int optionsText = 303;
+inline constexpr int modelText = 356;
 
 struct State {
     /// Texts by index 0 to 445, UTF-8; all empty before the first FillSoftFace.

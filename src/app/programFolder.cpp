@@ -69,7 +69,7 @@ void seedFile(const fs::path& from, const fs::path& to) {
 /// The per-user folder needs no seeding to work, so a home that cannot be written is no failure.
 void seed(const fs::path& folder, const fs::path& shipped) {
     try {
-        fs::create_directories(folder);
+        files::makeFolder(folder);
         if (isComplete(folder)) {
             return;
         }

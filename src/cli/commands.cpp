@@ -18,7 +18,8 @@ constexpr Argument port{"port", "-p,--port", "PORT", required,
                         "A port number 1 to 16, a device path, or \"virtual\" for the simulated "
                         "radio inside the program"};
 constexpr Argument trace{"trace", "--trace", "FILE", option,
-                         "Keep the list of all frames sent and received (- for stdout)"};
+                         "Keep the list of all frames sent and received (- for stdout); "
+                         "without any FILE stays as it is"};
 
 constexpr std::array newArguments{
     Argument{"FILE", "FILE", "", positional, "The data file to make; an existing one is replaced"}};

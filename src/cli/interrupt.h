@@ -7,7 +7,7 @@
 namespace k520::cli {
 
 /// From here on the first SIGINT, SIGHUP or SIGTERM only leaves a mark; a second one ends the
-/// program at once.
+/// program at once. A SIGHUP that is ignored at the start stays ignored.
 void noteInterrupts();
 
 [[nodiscard]] bool interrupted() noexcept;

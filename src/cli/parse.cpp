@@ -109,7 +109,8 @@ void refuseBrackets(const Request& request, std::span<const char* const> words) 
             return argument.kind != ArgumentKind::positionalList &&
                    std::ranges::count(request.arguments.list(argument.name), word) != 0;
         });
-        if (word.starts_with('[') && word.ends_with(']') && !single) {
+        if (word.starts_with('[') && word.ends_with(']') && !single &&
+            request.programFolder != word) {
             refuse(
                 fmt::format("\"{}\" is not KEY=VALUE; give each edit as a word of its own", word));
         }
@@ -209,7 +210,7 @@ Request parse(int count, const char* const* words) {
     try {
         parser.app.parse(count, words);
         Request request = parser.request();
-        refuseBrackets(request, std::span(words, static_cast<std::size_t>(count)));
+        refuseBrackets(request, std::span(words, static_cast<std::size_t>(count)).subspan(1));
         return request;
     } catch (const CLI::CallForHelp&) {
         Request help;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/modSoftFace.h"
+#include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"

@@ -89,10 +89,13 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
     for (const std::string edit : edits) {
         wrong.push_back("set @fleet.dat " + edit);
     }
-    wrong.push_back("set @fleet.dat ch1.rx=\t");
-    for (const auto& line : wrong) {
-        const auto outcome = run(line);
-        EXPECT_EQ(outcome.code, 2) << line << outcome.out << outcome.err;
+    std::vector<std::vector<std::string>> commands;
+    std::ranges::transform(wrong, std::back_inserter(commands),
+                           [&](const auto& line) { return run.wordsOf(line); });
+    commands.push_back({"set", run.file("fleet.dat"), "ch1.rx= "});
+    for (const auto& words : commands) {
+        const auto outcome = run(words);
+        EXPECT_EQ(outcome.code, 2) << testing::PrintToString(words) << outcome.out << outcome.err;
         EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
         EXPECT_EQ(run.folder.read("fleet.dat"), before);
     }
@@ -177,6 +180,31 @@ TEST_F(Contract, BadFilesAreToldAndKept) {
     }
     EXPECT_EQ(run.folder.read("short.dat").size(), 0x200U);
     EXPECT_EQ(run.folder.read("long.dat").size(), 9000U);
+    EXPECT_EQ(run.folder.read("trace"), "old");
+}
+
+TEST_F(Contract, AnyWordMayStandInBrackets) {
+    EXPECT_EQ(run({"config", "set", "Setting", "Probe", "[a,b]"}).code, 0);
+    EXPECT_EQ(run("config get Setting Probe").out, "[a,b]\n");
+    run.command = {"/usr/bin/env", "--chdir=" + run.home().string(), K520_CLI, "--program-folder",
+                   "[home]"};
+    EXPECT_EQ(run("new [a]").code, 0);
+    EXPECT_EQ(run("set [a] ch1.rx=447 -o [b]").code, 0);
+    EXPECT_EQ(run("diff [a] [b]").code, 1);
+}
+
+TEST_F(Contract, ShowKeepsValuesUnderTheirTitles) {
+    const char* const rows[][2] = {
+        {"3002", "12"},    {"3003", "Channel|R|T|D|E|b|p|s|l|nine|ten|eleven|twelve"},
+        {"3750", "Extra"}, {"3752", "0"},
+        {"3753", "first"}, {"3754", "*EndOfThisItem*"}};
+    for (const auto& [key, value] : rows) {
+        EXPECT_EQ(run({"config", "set", "ChInfo", key, value}).code, 0);
+    }
+    // The eleventh column is kept free.
+    const auto shown = run("show @fleet.dat").out;
+    EXPECT_THAT(shown, testing::ContainsRegex("nine +ten +twelve"));
+    EXPECT_THAT(shown, testing::ContainsRegex("0 +0 +first"));
 }
 
 TEST_F(Contract, WhatCannotBePrintedIsAFailure) {

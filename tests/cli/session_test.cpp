@@ -114,6 +114,11 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     const auto half = std::vector(radio->memory().begin(), radio->memory().end());
     EXPECT_NE(half, before);
 
+    radio = std::make_shared<SimRadio>(half, SimFaults{.silentFrom = 62}, fastLine);
+    terminal = std::make_unique<PtyRadio>(radio);
+    EXPECT_THAT(with("write @a.dat --keep-copy").err,
+                HasSubstr("; what it held before an earlier write that failed: "));
+
     radio = std::make_shared<SimRadio>(half, SimFaults{}, fastLine);
     terminal = std::make_unique<PtyRadio>(radio);
     EXPECT_EQ(with("restore --verify").code, 0);

@@ -317,6 +317,16 @@ TEST_F(PortDialog, ShowsWhatEachPortIsAndWhyOneIsNot) {
     }
 }
 
+TEST_F(PortDialog, ArrowsMoveAmongThePortsThatCanBeUsed) {
+    startAt(1);
+    frmToolCom dialog;
+    ASSERT_TRUE(showActive(dialog) && radio(dialog, 1).hasFocus());
+    QTest::keyClick(&radio(dialog, 1), Qt::Key_Down);
+    EXPECT_TRUE(radio(dialog, 4).isChecked());
+    QTest::keyClick(&radio(dialog, 4), Qt::Key_Up);
+    EXPECT_TRUE(radio(dialog, 1).isChecked());
+}
+
 TEST_F(PortDialog, APortThatCannotBeUsedNowStaysTicked) {
     startAt(1);
     modCommun::state().portNumber = 2;
