@@ -150,9 +150,6 @@ std::string withWayBack(const std::string& text, const Report& report) {
 
 /// Adds where a copy or a backup lies that is not needed at once.
 std::string withBackup(const std::string& text, const Report& report) {
-    if (!report.good && !report.earlier.empty()) {
-        return withWayBack(text, report);
-    }
     const bool read = report.direction == Direction::read;
     return report.backup.empty() || report.restored
                ? text
@@ -160,8 +157,16 @@ std::string withBackup(const std::string& text, const Report& report) {
                                   report.backup.filename().string()));
 }
 
-std::string changedRadio(const Report& report) {
-    return report.restored ? std::string() : stateLeft(Direction::write, report.result);
+/// A write or a restore that did not come to its end.
+std::string brokenWrite(const std::string& cause, const Report& report) {
+    const bool changed = safeguards::radioChanged(report);
+    const auto state = !changed          ? say(OwnText::radioUnchanged)
+                       : report.restored ? std::string()
+                                         : stateLeft(Direction::write, report.result);
+    const auto text = joined(cause, state);
+    // An earlier write may have torn a radio that this one has not touched.
+    return changed || !report.earlier.empty() ? withWayBack(text, report)
+                                              : withBackup(text, report);
 }
 
 /// A run whose last session did not succeed.
@@ -175,9 +180,7 @@ std::string brokenOff(const Report& report, Entries logged) {
             return joined(cause, say(OwnText::imageUnchanged));
         case Stage::write:
         case Stage::restore:
-            return safeguards::radioChanged(report)
-                       ? withWayBack(joined(cause, changedRadio(report)), report)
-                       : withBackup(joined(cause, say(OwnText::radioUnchanged)), report);
+            return brokenWrite(cause, report);
         case Stage::compare:
             break;
     }

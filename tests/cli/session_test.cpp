@@ -38,8 +38,9 @@ class Sessions : public testing::Test {
         plug();
     }
 
-    void plug(const SimFaults& faults = {}, int baud = fastLine) {
-        radio = std::make_shared<SimRadio>(std::vector<std::uint8_t>(8192, 0x11), faults, baud);
+    void plug(const SimFaults& faults = {}, int baud = fastLine,
+              const std::vector<std::uint8_t>& memory = std::vector<std::uint8_t>(8192, 0x11)) {
+        radio = std::make_shared<SimRadio>(memory, faults, baud);
         terminal = std::make_unique<PtyRadio>(radio);
     }
 
@@ -105,8 +106,7 @@ TEST_F(Sessions, TwoPassesThatDifferAreNotSaved) {
 TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     const auto before = std::vector(radio->memory().begin(), radio->memory().end());
     // The backup has 35 exchanges, the write as many; a busy machine may lose some attempts.
-    radio = std::make_shared<SimRadio>(before, SimFaults{.silentFrom = 62}, fastLine);
-    terminal = std::make_unique<PtyRadio>(radio);
+    plug({.silentFrom = 62}, fastLine, before);
     const auto broken = with("write @a.dat --keep-copy");
     EXPECT_EQ(broken.code, 1);
     EXPECT_THAT(broken.err, HasSubstr("partly written"));
@@ -114,13 +114,11 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     const auto half = std::vector(radio->memory().begin(), radio->memory().end());
     EXPECT_NE(half, before);
 
-    radio = std::make_shared<SimRadio>(half, SimFaults{.silentFrom = 62}, fastLine);
-    terminal = std::make_unique<PtyRadio>(radio);
+    plug({.silentFrom = 62}, fastLine, half);
     EXPECT_THAT(with("write @a.dat --keep-copy").err,
                 HasSubstr("; what it held before an earlier write that failed: "));
 
-    radio = std::make_shared<SimRadio>(half, SimFaults{}, fastLine);
-    terminal = std::make_unique<PtyRadio>(radio);
+    plug({}, fastLine, half);
     EXPECT_EQ(with("restore --verify").code, 0);
     EXPECT_TRUE(std::ranges::equal(radio->memory(), before));
 

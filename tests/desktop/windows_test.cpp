@@ -150,6 +150,25 @@ TEST(CellGridModel, ManyChangesReachTheViewsTogether) {
     EXPECT_EQ(model.rowCount(), 1);
 }
 
+TEST(CellGridModel, EditsGoThroughTheRules) {
+    CellGrid grid;
+    grid.reset(3, 3);
+    CellGridModel model(grid,
+                        {.mayEdit = [](int row, int) { return row == 2; },
+                         .edited =
+                             [&](int row, int column, const QString& text) {
+                                 grid.setText(row, column, stdText(text));
+                                 return text.size() == 1;
+                             }},
+                        nullptr);
+    EXPECT_FALSE(model.flags(model.indexOf(1, 1)) & Qt::ItemIsEditable);
+    EXPECT_TRUE(model.flags(model.indexOf(2, 1)) & Qt::ItemIsEditable);
+    EXPECT_TRUE(model.setData(model.indexOf(2, 1), QStringLiteral("q"), Qt::EditRole));
+    EXPECT_FALSE(model.setData(model.indexOf(2, 2), QStringLiteral("qq"), Qt::EditRole));
+    EXPECT_FALSE(model.setData(model.indexOf(2, 1), QStringLiteral("z"), Qt::DisplayRole));
+    EXPECT_EQ(grid.text(2, 1) + grid.text(2, 2), "qqq");
+}
+
 TEST(LineListModel, FollowsItsList) {
     LineList list;
     list.insertSelected(0, "first");
