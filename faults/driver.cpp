@@ -29,7 +29,7 @@ namespace {
 
 using namespace k520;
 
-void say(const std::string& line) {
+void report(const std::string& line) {
     std::fputs((line + "\n").c_str(), stderr);
 }
 
@@ -41,7 +41,7 @@ class YesDialogs : public Dialogs {
         return true;
     }
     void tell(BoxIcon /*icon*/, const std::string& /*title*/, const std::string& text) override {
-        say("box: " + text);
+        report("box: " + text);
     }
     std::string openFile(const FileChoice& /*choice*/) override { return file_; }
     std::string saveFile(const FileChoice& /*choice*/) override { return file_; }
@@ -60,8 +60,8 @@ bool done(const std::string& command, std::size_t mark) {
     }
     if (command == "save") {
         modFileCmd::SaveAsFile();
-        say("remark: " + modFileCmd::state().remark);
-        return modFileCmd::state().remark == ownText(OwnText::fileSaved);
+        report("remark: " + modFileCmd::state().remark);
+        return modFileCmd::state().remark == say(texts::fileSaved);
     }
     if (command == "lock") {
         modStartUp::lockChannels(true);
@@ -86,7 +86,7 @@ int main(int count, char** words) {
     static_cast<void>(modStartUp::Form_Load());
     const bool good = done(arguments[2], modShowErr::state().entries.size());
     for (const auto& entry : modShowErr::state().entries) {
-        say(fmt::format("{}: {} {}", entry.label, entry.number, entry.source));
+        report(fmt::format("{}: {} {}", entry.label, entry.number, entry.source));
     }
     setDialogs(nullptr);
     return good ? 0 : 1;

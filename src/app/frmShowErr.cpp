@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "app/modShowErr.h"
+#include "app/ownTexts.h"
 #include "desktop/LineListModel.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
@@ -105,12 +106,12 @@ void frmShowErr::buildFrame() {
 }
 
 void frmShowErr::SetSoftFace() {
-    setWindowTitle(ownQText(OwnText::errorListTitle));
+    setWindowTitle(qSay(texts::errorListTitle));
     listShowErr_->setAccessibleName(windowTitle());
-    lblEmpty_->setText(ownQText(OwnText::errorListEmpty));
-    copyLines_->setText(ownQText(OwnText::copyLines));
-    copyAll_->setText(ownQText(OwnText::copyAll));
-    cmdCopyAll_->setText(ownQText(OwnText::copyAll));
+    lblEmpty_->setText(qSay(texts::errorListEmpty));
+    copyLines_->setText(qSay(texts::copyLines));
+    copyAll_->setText(qSay(texts::copyAll));
+    cmdCopyAll_->setText(qSay(texts::copyAll));
     cmdCopyAll_->setAccessibleName(plainCaption(cmdCopyAll_->text()));
 }
 

@@ -10,6 +10,7 @@
 
 #include "app/Clock.h"
 #include "app/modFileCmd.h"
+#include "app/ownTexts.h"
 #include "channels/modChEdit.h"
 #include "desktop/ElidedLabel.h"
 #include "desktop/icons.h"
@@ -63,8 +64,8 @@ frmStatusPanels::frmStatusPanels(QWidget* parent)
 }
 
 void frmStatusPanels::SetSoftFace() {
-    failures_->setToolTip(ownQText(OwnText::errorListTitle));
-    failures_->setAccessibleName(ownQText(OwnText::errorListTitle));
+    failures_->setToolTip(qSay(texts::errorListTitle));
+    failures_->setAccessibleName(qSay(texts::errorListTitle));
     refresh();
 }
 

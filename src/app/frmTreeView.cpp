@@ -8,6 +8,7 @@
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "app/ownTexts.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
@@ -62,7 +63,7 @@ frmTreeView::frmTreeView(QWidget* parent)
 
 void frmTreeView::InitRadioSetTreeView() {
     guarded("frmTreeView->InitRadioSetTreeView:", [this] {
-        setWindowTitle(ownQText(OwnText::treeTitle));
+        setWindowTitle(qSay(texts::treeTitle));
         treevMain_->setAccessibleName(windowTitle());
         treevMain_->clear();
         auto* rootItem = nodeItem(rootNode, rootText());

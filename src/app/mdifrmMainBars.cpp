@@ -12,6 +12,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
 #include "app/modPrint.h"
+#include "app/ownTexts.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
@@ -152,7 +153,7 @@ void mdifrmMain::setMenuFace() {
     for (const MenuRow& row : menuRows) {
         menuBar()
             ->findChild<QMenu*>(QLatin1String(row.name))
-            ->setTitle(row.text == 0 ? ownQText(OwnText::menuView) : softText(row.text));
+            ->setTitle(row.text == 0 ? qSay(texts::menuView) : softText(row.text));
     }
     for (const ItemRow& row : itemRows) {
         if (row.name != nullptr) {
@@ -167,13 +168,13 @@ void mdifrmMain::setMenuFace() {
         ->findChild<QMenu*>(QStringLiteral("mnuLanguage"))
         ->setTitle(softText(languageMenuText));
     name("mnuLockCh", softText(lockText));
-    name("mnuShowErr", ownQText(OwnText::viewErrorList));
-    name("mnuShowTree", ownQText(OwnText::viewTree));
+    name("mnuShowErr", qSay(texts::viewErrorList));
+    name("mnuShowTree", qSay(texts::viewTree));
 }
 
 void mdifrmMain::setToolBarFace() {
     auto* bar = findChild<QToolBar*>(QStringLiteral("tlbMdiFrmMain"));
-    bar->setWindowTitle(ownQText(OwnText::toolbarTitle));
+    bar->setWindowTitle(qSay(texts::toolbarTitle));
     for (const ButtonRow& row : buttonRows) {
         auto* action = bar->findChild<QAction*>(QLatin1String(row.key));
         action->setText(softText(row.text));

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/modFileCmd.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <utility>
 
@@ -64,9 +62,7 @@ void openWith(const std::function<std::string()>& choose) {
             const auto held = openDatFile(name);
             setCurrentFile(name);
             const auto size = modIicDat::IicDat().size();
-            remark(held >= size
-                       ? std::string()
-                       : fmt::format(fmt::runtime(ownText(OwnText::shortFile)), held, size));
+            remark(held >= size ? std::string() : say(texts::shortFile, held, size));
         }
     });
     if (!done) {
@@ -167,9 +163,8 @@ bool SaveDatFile() {
         datFile::save(state().currentFilePath, modIicDat::IicDat());
         setCurrentFile(state().currentFilePath);
     });
-    remark(saved ? ownText(OwnText::fileSaved)
-                 : fmt::format(fmt::runtime(ownText(OwnText::fileNotSaved)),
-                               modShowErr::state().pendingSource));
+    remark(saved ? say(texts::fileSaved)
+                 : say(texts::fileNotSaved, modShowErr::state().pendingSource));
     return saved;
 }
 

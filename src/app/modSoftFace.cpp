@@ -4,6 +4,7 @@
 
 #include "app/Checked.h"
 #include "app/Guard.h"
+#include "app/Text.h"
 #include "app/mdimoduMain.h"
 #include "app/softFaceTexts.h"
 
@@ -30,7 +31,8 @@ void FillSoftFace(std::int16_t& language) {
         if (language < languageChinese || language > languageEnglish) {
             language = languageEnglish;
         }
-        state().language = language;
+        setTextLanguage(language == languageChinese ? TextLanguage::chinese
+                                                    : TextLanguage::english);
         state().SoftFace.fill({});
         if (language == languageChinese) {
             storeTexts(&SoftFaceRow::chinese);

@@ -19,8 +19,6 @@ inline constexpr int modelText = 356;
 struct State {
     /// Texts by index 0 to 445, UTF-8; all empty before the first FillSoftFace.
     std::array<std::string, 446> SoftFace;
-    /// The language that they are of: the one in force at start-up.
-    std::int16_t language = 3;
 };
 
 [[nodiscard]] State& state();
@@ -28,7 +26,8 @@ struct State {
 /// Fills the table for a language: 1 Simplified Chinese, 2 Traditional Chinese, 3 English. Any
 /// other number is first replaced by 3, in the caller's variable too. The table is cleared before:
 /// an index that the language does not define is empty. Language 2 defines none, so every text is
-/// empty then; there are no Traditional Chinese texts, and none are borrowed.
+/// empty then; there are no Traditional Chinese texts, and none are borrowed. The named texts
+/// (Text.h) follow.
 void FillSoftFace(std::int16_t& language);
 
 /// Text `index` of the table. Raises 9 outside 0 to 445.

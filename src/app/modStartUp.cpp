@@ -283,7 +283,7 @@ void Help() {
     const auto path = helpFile().string();
     if (!guarded("mdifrmMain->Help", [&] { theDialogs().openDocument(path); })) {
         theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
-                          ownText(OwnText::helpCannotOpen) + "\n" + path);
+                          say(texts::helpCannotOpen) + "\n" + path);
     }
 }
 

@@ -17,6 +17,8 @@
 #include <set>
 
 #include "app/Guard.h"
+#include "app/ownTexts.h"
+#include "channels/channelTexts.h"
 #include "channels/frmChEditors.h"
 #include "channels/frmChGridHeader.h"
 #include "channels/gridCells.h"
@@ -84,16 +86,16 @@ const frmChGrid::KeyCommand frmChGrid::keyCommands[] = {
 struct frmChGrid::CellCommand {
     const char* name;
     const char* icon;
-    OwnText caption;
+    Text caption;
     Qt::Key key;  ///< together with the control key
     void (frmChGrid::*run)();
 };
 
 /// The pop-up menu's items for the selected cells.
 const frmChGrid::CellCommand frmChGrid::cellCommands[] = {
-    {"mnuCut", "cut", OwnText::cutCells, Qt::Key_X, &frmChGrid::cutCells},
-    {"mnuCopy", "copy", OwnText::copyLines, Qt::Key_C, &frmChGrid::copyCells},
-    {"mnuPaste", "paste", OwnText::pasteCells, Qt::Key_V, &frmChGrid::pasteCells},
+    {"mnuCut", "cut", texts::cutCells, Qt::Key_X, &frmChGrid::cutCells},
+    {"mnuCopy", "copy", texts::copyLines, Qt::Key_C, &frmChGrid::copyCells},
+    {"mnuPaste", "paste", texts::pasteCells, Qt::Key_V, &frmChGrid::pasteCells},
 };
 
 frmChGrid::frmChGrid(QWidget* parent)
@@ -444,7 +446,7 @@ void frmChGrid::showMenu(int gridRow, const QPoint& where) {
     }
     for (const CellCommand& command : cellCommands) {
         auto* action = menu_->findChild<QAction*>(QLatin1String(command.name));
-        action->setText(ownQText(command.caption));
+        action->setText(qSay(command.caption));
         action->setEnabled(command.key == Qt::Key_C || !modChEdit::locked());
     }
     if (!items.empty()) {

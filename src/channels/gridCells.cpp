@@ -2,12 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/gridCells.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 
 #include "app/Checked.h"
-#include "app/ownTexts.h"
+#include "channels/channelTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
@@ -125,15 +123,15 @@ std::vector<std::vector<std::string>> blockOf(std::string_view text) {
 std::string tipOf(int row, int col) {
     const modChMem::Channel& channel = modChMem::ChInfo()(row);
     if (channel.present() && channel.opened) {
-        return ownText(OwnText::openedTip);
+        return say(texts::openedTip);
     }
     if (!isFrequency(col) || !channel.present() || channel.field(col) == frequency::none ||
         modModel::inBand(channel.field(col))) {
         return {};
     }
     const auto& band = modModel::state();
-    return fmt::format(fmt::runtime(ownText(OwnText::outOfBandTip)),
-                       frequency::mhzText(band.bandLow), frequency::mhzText(band.bandHigh));
+    return say(texts::outOfBandTip, frequency::mhzText(band.bandLow),
+               frequency::mhzText(band.bandHigh));
 }
 
 std::vector<std::string> possibleTexts(int col) {

@@ -29,8 +29,8 @@ QString softText(int index) {
     return qText(modSoftFace::text(index));
 }
 
-QString ownQText(OwnText text) {
-    return qText(ownText(text));
+QString qSay(const Text& text) {
+    return qText(say(text));
 }
 
 QString plainCaption(QString caption) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/ownTexts.h"
+#include "app/Text.h"
 
 /// Texts between the core (UTF-8) and the toolkit.
 namespace k520 {
@@ -21,7 +21,7 @@ namespace k520 {
 
 /// Text `index` of the interface texts, with its mnemonic mark. Raises 9 outside 0 to 445.
 [[nodiscard]] QString softText(int index);
-[[nodiscard]] QString ownQText(OwnText text);
+[[nodiscard]] QString qSay(const Text& text);
 
 /// A caption without mnemonic mark and, in Chinese, without the letter in brackets: for tips and
 /// accessible names.

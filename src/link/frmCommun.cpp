@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/frmCommun.h"
 
-#include <fmt/format.h>
-
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -26,6 +24,7 @@
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
 #include "link/frmCommunRanges.h"
+#include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "link/modSession.h"
 #include "link/sessionAdvice.h"
@@ -185,13 +184,13 @@ void frmCommun::setCaptions() {
     setWindowTitle(softText(titleText));
     captionControl(*cmdRead_, softText(readText));
     captionControl(*cmdWrite_, softText(writeText));
-    captionControl(*chkStopCom_, ownQText(OwnText::stopSession));
-    captionControl(*chkShowMemDat_, ownQText(OwnText::showMemDat));
-    captionControl(*cmdRestore_, ownQText(OwnText::restoreRadio));
-    captionControl(*cmdClose_, ownQText(OwnText::closeWindow));
-    lblRtData_->setText(ownQText(OwnText::dataList));
-    nameControl(*listRtData_, ownQText(OwnText::dataList));
-    nameControl(*imgGreen_, ownQText(OwnText::communLight));
+    captionControl(*chkStopCom_, qSay(texts::stopSession));
+    captionControl(*chkShowMemDat_, qSay(texts::showMemDat));
+    captionControl(*cmdRestore_, qSay(texts::restoreRadio));
+    captionControl(*cmdClose_, qSay(texts::closeWindow));
+    lblRtData_->setText(qSay(texts::dataList));
+    nameControl(*listRtData_, qSay(texts::dataList));
+    nameControl(*imgGreen_, qSay(texts::communLight));
     nameControl(*prgCommunicate_, softText(titleText));
     ranges_->setCaptions();
     guards_->setCaptions();
@@ -261,9 +260,7 @@ std::optional<std::filesystem::path> frmCommun::chosenBackup() const {
     const auto ways = safeguards::waysBack();
     const auto agreed = std::ranges::find_if(ways, [](const std::filesystem::path& backup) {
         return theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
-                                fmt::format(fmt::runtime(ownText(OwnText::restoreQuestion)),
-                                            backup.filename().string()),
-                                false);
+                                say(texts::restoreQuestion, backup.filename().string()), false);
     });
     return agreed != ways.end() ? std::optional(*agreed) : std::nullopt;
 }
@@ -297,9 +294,8 @@ void frmCommun::showRestore() {
     cmdRestore_->setVisible(cmdWrite_->isVisibleTo(this));
     cmdRestore_->setEnabled(!running_ && !ways.empty());
     cmdRestore_->setToolTip(qText(ways.empty()
-                                      ? ownText(OwnText::restoreNone)
-                                      : fmt::format(fmt::runtime(ownText(OwnText::restoreTip)),
-                                                    ways.front().filename().string())));
+                                      ? say(texts::restoreNone)
+                                      : say(texts::restoreTip, ways.front().filename().string())));
 }
 
 void frmCommun::showAdvice(const std::string& text) {

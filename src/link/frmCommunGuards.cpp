@@ -13,6 +13,7 @@
 #include "desktop/SteadyFrame.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
+#include "link/linkTexts.h"
 #include "link/sessionAdvice.h"
 
 namespace k520 {
@@ -23,16 +24,16 @@ using safeguards::choiceRows;
 using safeguards::Choices;
 
 struct BoxLook {
-    OwnText caption;
+    Text caption;
     bool reading;  ///< whether the box concerns a read, and a write
     bool writing;
 };
 
 // By the rows of choiceRows.
 constexpr std::array<BoxLook, choiceRows.size()> looks{{
-    {OwnText::keepCopy, true, false},
-    {OwnText::backUpFirst, false, true},
-    {OwnText::readBack, true, true},
+    {texts::keepCopy, true, false},
+    {texts::backUpFirst, false, true},
+    {texts::readBack, true, true},
 }};
 
 bool concerns(const BoxLook& look, Direction direction) {
@@ -74,7 +75,7 @@ void frmCommunGuards::prepare(Direction direction) {
 
 void frmCommunGuards::setCaptions() {
     for (std::size_t i = 0; i < boxes_.size(); ++i) {
-        captionControl(*boxes_[i], ownQText(looks[i].caption));
+        captionControl(*boxes_[i], qSay(looks[i].caption));
     }
 }
 

@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/frmCommunRanges.h"
 
-#include <fmt/format.h>
-
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -13,6 +11,7 @@
 #include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "image/modIicDat.h"
+#include "link/linkTexts.h"
 #include "link/modSession.h"
 
 namespace k520 {
@@ -23,20 +22,19 @@ namespace {
 /// field.
 struct FieldRow {
     const char* name;
-    OwnText caption;
+    Text caption;
     std::int16_t (*address)();
     int row;
     int column;
 };
 
 constexpr std::array<FieldRow, 5> fieldRows{{
-    {"txtMaxAddr", OwnText::maxAddress, [] { return modIicDat::state().TableMaxAddr; }, 0, 2},
-    {"txtReadStartAddr", OwnText::readFrom, [] { return modIicDat::state().readRange.start; }, 0,
+    {"txtMaxAddr", texts::maxAddress, [] { return modIicDat::state().TableMaxAddr; }, 0, 2},
+    {"txtReadStartAddr", texts::readFrom, [] { return modIicDat::state().readRange.start; }, 0, 0},
+    {"txtReadEndAddr", texts::readTo, [] { return modIicDat::state().readRange.end; }, 0, 1},
+    {"txtWriteStartAddr", texts::writeFrom, [] { return modIicDat::state().writeRange.start; }, 1,
      0},
-    {"txtReadEndAddr", OwnText::readTo, [] { return modIicDat::state().readRange.end; }, 0, 1},
-    {"txtWriteStartAddr", OwnText::writeFrom, [] { return modIicDat::state().writeRange.start; }, 1,
-     0},
-    {"txtWriteEndAddr", OwnText::writeTo, [] { return modIicDat::state().writeRange.end; }, 1, 1},
+    {"txtWriteEndAddr", texts::writeTo, [] { return modIicDat::state().writeRange.end; }, 1, 1},
 }};
 
 }  // namespace
@@ -62,9 +60,9 @@ frmCommunRanges::frmCommunRanges(QWidget* parent) : QGroupBox(parent) {
 }
 
 void frmCommunRanges::setCaptions() {
-    captionControl(*this, ownQText(OwnText::addressRanges));
+    captionControl(*this, qSay(texts::addressRanges));
     for (std::size_t i = 0; i < fieldRows.size(); ++i) {
-        const QString caption = ownQText(fieldRows[i].caption);
+        const QString caption = qSay(fieldRows[i].caption);
         fields_[i].label->setText(caption);
         nameControl(*fields_[i].edit, caption);
     }
@@ -103,9 +101,7 @@ void frmCommunRanges::typed(std::size_t index, const QString& text) {
     const auto field = static_cast<modSession::AddressField>(index);
     const bool taken = modSession::addressFieldChanged(field, stdText(text));
     const auto address = static_cast<std::uint16_t>(fieldRows[index].address());
-    mark(*fields_[index].edit,
-         taken ? QString()
-               : qText(fmt::format(fmt::runtime(ownText(OwnText::badAddressTip)), address)));
+    mark(*fields_[index].edit, taken ? QString() : qText(say(texts::badAddressTip, address)));
 }
 
 /// Marks a field whose text is no address, or takes the mark away where there is no trouble.

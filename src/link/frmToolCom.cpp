@@ -16,6 +16,7 @@
 #include "desktop/captions.h"
 #include "desktop/owned.h"
 #include "link/comPorts.h"
+#include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "link/sessionAdvice.h"
 #include "link/virtualPort.h"
@@ -36,8 +37,7 @@ QString remarkOn(const comPorts::PortInfo& port) {
     if (!port.usable) {
         return qText(sessionAdvice::portTroubleInShort(port.errorNumber));
     }
-    return port.device == VirtualPort::name ? ownQText(OwnText::simulatedRadio)
-                                            : qText(port.description);
+    return port.device == VirtualPort::name ? qSay(texts::simulatedRadio) : qText(port.description);
 }
 
 QPushButton* buttonOf(const char* name, int text, QWidget* parent) {

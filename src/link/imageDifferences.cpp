@@ -9,11 +9,11 @@
 #include <cstddef>
 
 #include "app/modSoftFace.h"
-#include "app/ownTexts.h"
 #include "channels/channelRecord.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "image/stamp.h"
+#include "link/linkTexts.h"
 #include "settings/optionTable.h"
 
 namespace k520::imageDifferences {
@@ -24,13 +24,13 @@ namespace {
 struct Area {
     int address;
     int length;
-    OwnText name;
+    Text name;
 };
 
 constexpr std::array areas{
-    Area{modModel::modelAddress, 1, OwnText::modelByte},
-    Area{modModel::bandAddress, modModel::bandLength, OwnText::bandBytes},
-    Area{stamp::address, stamp::length, OwnText::stampBytes},
+    Area{modModel::modelAddress, 1, texts::modelByte},
+    Area{modModel::bandAddress, modModel::bandLength, texts::bandBytes},
+    Area{stamp::address, stamp::length, texts::stampBytes},
 };
 
 bool holds(int first, int length, int address) {
@@ -40,7 +40,7 @@ bool holds(int first, int length, int address) {
 std::string channelText(int channel, int column) {
     const auto& grid = modChMem::state().vsfgGridCh;
     const auto title = column > 0 && column < grid.columns() ? grid.text(0, column) : std::string();
-    const auto name = fmt::format(fmt::runtime(ownText(OwnText::channelNumber)), channel);
+    const auto name = say(texts::channelNumber, channel);
     return title.empty() ? name : name + " " + title;
 }
 
@@ -112,7 +112,7 @@ std::string ownerText(const ByteDifference& difference) {
     addOptionOwners(difference.address, bits, owners);
     for (const auto& area : areas) {
         if (holds(area.address, area.length, difference.address)) {
-            owners.push_back(ownText(area.name));
+            owners.push_back(say(area.name));
         }
     }
     return fmt::format("{}", fmt::join(owners, ", "));

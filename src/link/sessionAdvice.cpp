@@ -2,14 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/sessionAdvice.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <iterator>
 #include <string_view>
 
 #include "app/RuntimeError.h"
-#include "app/ownTexts.h"
+#include "link/linkTexts.h"
 #include "link/scriptText.h"
 
 namespace k520::sessionAdvice {
@@ -26,26 +24,21 @@ constexpr int stepsWithoutBlock = 2;
 
 struct PortTrouble {
     std::int16_t number;
-    OwnText inShort;
-    OwnText advice;
+    Text inShort;
+    Text advice;
 };
 
 constexpr PortTrouble portTroubles[] = {
-    {errNum::fileNotFound, OwnText::portMissingShort, OwnText::portMissing},
-    {errNum::permissionDenied, OwnText::portDeniedShort, OwnText::portDenied},
-    {errNum::alreadyOpen, OwnText::portInUseShort, OwnText::portInUse},
-    {errNum::deviceUnavailable, OwnText::portNotSerialShort, OwnText::portNotSerial},
+    {errNum::fileNotFound, texts::portMissingShort, texts::portMissing},
+    {errNum::permissionDenied, texts::portDeniedShort, texts::portDenied},
+    {errNum::alreadyOpen, texts::portInUseShort, texts::portInUse},
+    {errNum::deviceUnavailable, texts::portNotSerialShort, texts::portNotSerial},
 };
-constexpr PortTrouble anyTrouble{0, OwnText::portNotUsable, OwnText::portTroubleOther};
+constexpr PortTrouble anyTrouble{0, texts::portNotUsable, texts::portTroubleOther};
 
 const PortTrouble& troubleOf(std::int16_t number) {
     const auto* row = std::ranges::find(portTroubles, number, &PortTrouble::number);
     return row != std::end(portTroubles) ? *row : anyTrouble;
-}
-
-template <class... Arguments>
-std::string say(OwnText text, const Arguments&... arguments) {
-    return fmt::format(fmt::runtime(ownText(text)), arguments...);
 }
 
 /// Two sentences; Chinese ones have no blank between them.
@@ -68,9 +61,9 @@ modShowErr::Entry lastOf(Entries logged, std::string_view label) {
 }
 
 std::string success(Direction direction, const Result& result, Entries logged) {
-    const auto line = say(direction == Direction::read ? OwnText::readDone : OwnText::writeDone,
+    const auto line = say(direction == Direction::read ? texts::readDone : texts::writeDone,
                           std::max(0, result.stepCount - stepsWithoutBlock));
-    return logged.empty() ? line : joined(line, say(OwnText::doneButLogged, logged.back().source));
+    return logged.empty() ? line : joined(line, say(texts::doneButLogged, logged.back().source));
 }
 
 std::string portAdvice(Entries logged) {
@@ -87,35 +80,35 @@ bool tellsOfLostContact(const modShowErr::Entry& entry) {
 
 std::string errorAdvice(Entries logged) {
     const auto& entry = logged.empty() ? modShowErr::Entry{} : logged.back();
-    return say(entry.number == errNum::subscript ? OwnText::rangeUnusable : OwnText::endedByError,
+    return say(entry.number == errNum::subscript ? texts::rangeUnusable : texts::endedByError,
                entry.source);
 }
 
 std::string causeOfFailure(const Result& result, Entries logged) {
     if (result.stepCount == 0) {
-        return say(OwnText::rangeUnusable, lastOf(logged, "modCommun->InitProtocol").source);
+        return say(texts::rangeUnusable, lastOf(logged, "modCommun->InitProtocol").source);
     }
     if (const auto lost = lastWhere(logged, tellsOfLostContact); lost.number != 0) {
-        return say(OwnText::contactLost, lost.source);
+        return say(texts::contactLost, lost.source);
     }
     if (result.failedAttempts < modSession::mostAttempts) {
         return errorAdvice(logged);
     }
-    return say(result.mostSteps == 0 ? OwnText::radioSilent : OwnText::radioUnclear,
+    return say(result.mostSteps == 0 ? texts::radioSilent : texts::radioUnclear,
                result.failedAttempts);
 }
 
 std::string stateLeft(Direction direction, const Result& result) {
     const bool read = direction == Direction::read;
     if (result.furthestAddress) {
-        return say(read ? OwnText::imageMixed : OwnText::radioPartlyWritten,
+        return say(read ? texts::imageMixed : texts::radioPartlyWritten,
                    *result.furthestAddress + scriptText::blockLength - 1);
     }
     if (read) {
-        return say(OwnText::imageUnchanged);
+        return say(texts::imageUnchanged);
     }
     const bool untouched = modSession::radioStateAfter(result) == modSession::RadioState::untouched;
-    return say(untouched ? OwnText::radioUnchanged : OwnText::radioTouched);
+    return say(untouched ? texts::radioUnchanged : texts::radioTouched);
 }
 
 /// Why a session that did not succeed did not.
@@ -126,7 +119,7 @@ std::string causeOf(const Result& result, Entries logged) {
         case Outcome::failed:
             return causeOfFailure(result, logged);
         case Outcome::stopped:
-            return say(OwnText::sessionStopped);
+            return say(texts::sessionStopped);
         case Outcome::succeeded:
         case Outcome::busy:
         case Outcome::notAccepted:
@@ -138,14 +131,14 @@ std::string causeOf(const Result& result, Entries logged) {
 /// Adds the way back from what a run, or an earlier one, has left in the radio.
 std::string withWayBack(const std::string& text, const Report& report) {
     if (report.restored) {
-        return joined(text, say(OwnText::restoreAgain));
+        return joined(text, say(texts::restoreAgain));
     }
     if (!report.earlier.empty()) {
-        return joined(text, say(OwnText::earlierOffered, report.earlier.filename().string()));
+        return joined(text, say(texts::earlierOffered, report.earlier.filename().string()));
     }
     return report.backup.empty()
                ? text
-               : joined(text, say(OwnText::restoreOffered, report.backup.filename().string()));
+               : joined(text, say(texts::restoreOffered, report.backup.filename().string()));
 }
 
 /// Adds where a copy or a backup lies that is not needed at once.
@@ -153,14 +146,14 @@ std::string withBackup(const std::string& text, const Report& report) {
     const bool read = report.direction == Direction::read;
     return report.backup.empty() || report.restored
                ? text
-               : joined(text, say(read ? OwnText::copyLies : OwnText::backupLies,
+               : joined(text, say(read ? texts::copyLies : texts::backupLies,
                                   report.backup.filename().string()));
 }
 
 /// A write or a restore that did not come to its end.
 std::string brokenWrite(const std::string& cause, const Report& report) {
     const bool changed = safeguards::radioChanged(report);
-    const auto state = !changed          ? say(OwnText::radioUnchanged)
+    const auto state = !changed          ? say(texts::radioUnchanged)
                        : report.restored ? std::string()
                                          : stateLeft(Direction::write, report.result);
     const auto text = joined(cause, state);
@@ -175,9 +168,9 @@ std::string brokenOff(const Report& report, Entries logged) {
     switch (report.stage) {
         case Stage::backUp:
             return joined(cause,
-                          say(report.restored ? OwnText::radioUnchanged : OwnText::backUpFailed));
+                          say(report.restored ? texts::radioUnchanged : texts::backUpFailed));
         case Stage::read:
-            return joined(cause, say(OwnText::imageUnchanged));
+            return joined(cause, say(texts::imageUnchanged));
         case Stage::write:
         case Stage::restore:
             return brokenWrite(cause, report);
@@ -185,18 +178,17 @@ std::string brokenOff(const Report& report, Entries logged) {
             break;
     }
     return report.written
-               ? withWayBack(joined(cause, report.restored ? "" : say(OwnText::notCompared)),
-                             report)
-               : joined(cause, say(OwnText::imageUnchanged));
+               ? withWayBack(joined(cause, report.restored ? "" : say(texts::notCompared)), report)
+               : joined(cause, say(texts::imageUnchanged));
 }
 
 std::string differ(const Report& report) {
     const auto count = report.differences.size();
     return report.written
                ? withWayBack(
-                     say(report.restored ? OwnText::restoreDiffers : OwnText::radioDiffers, count),
+                     say(report.restored ? texts::restoreDiffers : texts::radioDiffers, count),
                      report)
-               : joined(say(OwnText::readsDiffer, count), say(OwnText::imageUnchanged));
+               : joined(say(texts::readsDiffer, count), say(texts::imageUnchanged));
 }
 
 /// A run whose sessions all succeeded.
@@ -205,20 +197,19 @@ std::string done(const Report& report, Entries logged) {
     const bool read = report.direction == Direction::read;
     const auto verdict =
         report.stage == Stage::compare
-            ? joined(text, say(read ? OwnText::bothReadsAgree : OwnText::radioHoldsAll))
+            ? joined(text, say(read ? texts::bothReadsAgree : texts::radioHoldsAll))
             : text;
-    return report.restored ? joined(verdict, say(OwnText::radioRestored))
+    return report.restored ? joined(verdict, say(texts::radioRestored))
                            : withBackup(verdict, report);
 }
 
 /// A backup that could not be stored or read.
 std::string backupTrouble(const Report& report) {
     if (report.direction == Direction::read) {
-        return say(OwnText::copyNotStored, report.backupTrouble);
+        return say(texts::copyNotStored, report.backupTrouble);
     }
-    return say(
-        report.stage == Stage::backUp ? OwnText::backupNotStored : OwnText::backupNotReadable,
-        report.backupTrouble);
+    return say(report.stage == Stage::backUp ? texts::backupNotStored : texts::backupNotReadable,
+               report.backupTrouble);
 }
 
 }  // namespace
@@ -257,24 +248,24 @@ std::string adviceAfter(const Report& report, Entries logged) {
     return plain ? adviceAfter(report.direction, report.result, logged) : brokenOff(report, logged);
 }
 
-const std::string& stageName(Direction direction, Stage stage) {
+std::string stageName(Direction direction, Stage stage) {
     switch (stage) {
         case Stage::read:
-            return ownText(OwnText::stageRead);
+            return say(texts::stageRead);
         case Stage::backUp:
-            return ownText(OwnText::stageBackUp);
+            return say(texts::stageBackUp);
         case Stage::write:
-            return ownText(OwnText::stageWrite);
+            return say(texts::stageWrite);
         case Stage::restore:
-            return ownText(OwnText::stageRestore);
+            return say(texts::stageRestore);
         case Stage::compare:
             break;
     }
-    return ownText(direction == Direction::read ? OwnText::stageReadAgain : OwnText::stageReadBack);
+    return say(direction == Direction::read ? texts::stageReadAgain : texts::stageReadBack);
 }
 
-const std::string& portTroubleInShort(std::int16_t number) {
-    return ownText(troubleOf(number).inShort);
+std::string portTroubleInShort(std::int16_t number) {
+    return say(troubleOf(number).inShort);
 }
 
 }  // namespace k520::sessionAdvice

@@ -27,10 +27,10 @@ namespace k520::sessionAdvice {
                                       std::span<const modShowErr::Entry> logged);
 
 /// What a stage is called where a run has several.
-[[nodiscard]] const std::string& stageName(Direction direction, Stage stage);
+[[nodiscard]] std::string stageName(Direction direction, Stage stage);
 
 /// Why a port cannot be opened, in a word or two, by the number of the error that says so (see
 /// SerialPort).
-[[nodiscard]] const std::string& portTroubleInShort(std::int16_t number);
+[[nodiscard]] std::string portTroubleInShort(std::int16_t number);
 
 }  // namespace k520::sessionAdvice

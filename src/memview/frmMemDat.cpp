@@ -12,6 +12,7 @@
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 #include "memview/frmMemDatGrid.h"
+#include "memview/memDatTexts.h"
 #include "memview/modMemDat.h"
 
 namespace k520 {
@@ -48,19 +49,19 @@ frmMemDat::frmMemDat(QWidget* parent)
       vsfgGridMemDat_(ownNamed<frmMemDatGrid>("vsfgGridMemDat")),
       txtGoTo_(ownNamed<QLineEdit>("txtGoTo")) {
     setObjectName(QStringLiteral("frmMemDat"));
-    setWindowTitle(ownQText(OwnText::memDatTitle));
+    setWindowTitle(qSay(texts::memDatTitle));
     modMemDat::TableFreDat();
     buildGrid();
     auto* bar = own<QHBoxLayout>();
     addGoTo(*bar);
     bar->addStretch();
-    addButton(*bar, "cmdFillGrid", OwnText::fillGrid, QStringLiteral("refill"),
+    addButton(*bar, "cmdFillGrid", texts::fillGrid, QStringLiteral("refill"),
               modMemDat::cmdFillGrid_Click);
-    addButton(*bar, "cmdSetDefCol", OwnText::clearMarks, QStringLiteral("reset-marks"),
+    addButton(*bar, "cmdSetDefCol", texts::clearMarks, QStringLiteral("reset-marks"),
               modMemDat::cmdSetDefCol);
     auto* layout = own<QVBoxLayout>(this);
     layout->addLayout(bar);
-    auto* note = own<QLabel>(ownQText(OwnText::tablesFirst));
+    auto* note = own<QLabel>(qSay(texts::tablesFirst));
     note->setForegroundRole(QPalette::PlaceholderText);
     layout->addWidget(note);
     layout->addWidget(vsfgGridMemDat_);
@@ -76,21 +77,21 @@ void frmMemDat::buildGrid() {
 }
 
 void frmMemDat::addGoTo(QHBoxLayout& bar) {
-    auto* label = own<QLabel>(ownQText(OwnText::goToAddress));
+    auto* label = own<QLabel>(qSay(texts::goToAddress));
     label->setBuddy(txtGoTo_);
     txtGoTo_->setMaxLength(addressLength);
     txtGoTo_->setFixedWidth(fontMetrics().horizontalAdvance(QStringLiteral("W")) *
                             (addressLength + 1));
     txtGoTo_->setAccessibleName(plainCaption(label->text()));
-    txtGoTo_->setToolTip(ownQText(OwnText::goToTip));
+    txtGoTo_->setToolTip(qSay(texts::goToTip));
     connect(txtGoTo_, &QLineEdit::returnPressed, this, &frmMemDat::goToAddress);
     bar.addWidget(label);
     bar.addWidget(txtGoTo_);
 }
 
-void frmMemDat::addButton(QHBoxLayout& bar, const char* name, OwnText caption, const QString& icon,
+void frmMemDat::addButton(QHBoxLayout& bar, const char* name, Text caption, const QString& icon,
                           void (*command)()) {
-    auto* button = ownNamed<QPushButton>(name, icons::line(icon), ownQText(caption));
+    auto* button = ownNamed<QPushButton>(name, icons::line(icon), qSay(caption));
     button->setAccessibleName(plainCaption(button->text()));
     button->setAutoDefault(false);
     connect(button, &QPushButton::clicked, this, [command] { command(); });

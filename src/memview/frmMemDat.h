@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "app/ownTexts.h"
+#include "app/Text.h"
 
 class QHBoxLayout;
 class QLineEdit;
@@ -23,7 +23,7 @@ class frmMemDat : public QWidget {
 
   private:
     void buildGrid();
-    void addButton(QHBoxLayout& bar, const char* name, OwnText caption, const QString& icon,
+    void addButton(QHBoxLayout& bar, const char* name, Text caption, const QString& icon,
                    void (*command)());
     void addGoTo(QHBoxLayout& bar);
     void goToAddress();

@@ -16,6 +16,7 @@
 
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
+#include "memview/memDatTexts.h"
 #include "memview/modMemDat.h"
 
 namespace k520 {
@@ -33,7 +34,7 @@ class ByteEditor : public QLineEdit {
     explicit ByteEditor(QWidget* parent) : QLineEdit(parent) {
         setFrame(false);
         setAlignment(Qt::AlignCenter);
-        setAccessibleDescription(ownQText(OwnText::badByteTip));
+        setAccessibleDescription(qSay(texts::badByteTip));
         connect(this, &QLineEdit::textEdited, this, [this] { setPalette({}); });
     }
     void refuse() {
@@ -41,7 +42,7 @@ class ByteEditor : public QLineEdit {
         refused.setColor(QPalette::Base, refusedGround);
         refused.setColor(QPalette::Text, Qt::white);
         setPalette(refused);
-        QToolTip::showText(mapToGlobal(rect().bottomLeft()), ownQText(OwnText::badByteTip), this);
+        QToolTip::showText(mapToGlobal(rect().bottomLeft()), qSay(texts::badByteTip), this);
     }
 };
 

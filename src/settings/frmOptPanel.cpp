@@ -18,6 +18,7 @@
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 #include "settings/optionPanel.h"
+#include "settings/optionTexts.h"
 
 namespace k520 {
 
@@ -27,18 +28,18 @@ using optionTable::Option;
 
 /// Options that belong together under a heading, by the names that scripts call them.
 struct Group {
-    OwnText heading;
+    Text heading;
     std::vector<std::string_view> options;
 };
 
 const std::array<Group, 6>& groups() {
     static const std::array<Group, 6> all{{
-        {OwnText::groupTransmit, {"tot", "pre_tot", "low_battery_tx"}},
-        {OwnText::groupReceiver, {"squelch", "volume"}},
-        {OwnText::groupVoice, {"voice", "voice_chip", "beep", "emergency_alarm"}},
-        {OwnText::groupVox, {"vox_level", "vox_delay", "vox_inhibit_rx"}},
-        {OwnText::groupBroadcast, {"broadcast_squelch", "broadcast_volume"}},
-        {OwnText::groupPower, {"crystal", "battery_save"}},
+        {texts::groupTransmit, {"tot", "pre_tot", "low_battery_tx"}},
+        {texts::groupReceiver, {"squelch", "volume"}},
+        {texts::groupVoice, {"voice", "voice_chip", "beep", "emergency_alarm"}},
+        {texts::groupVox, {"vox_level", "vox_delay", "vox_inhibit_rx"}},
+        {texts::groupBroadcast, {"broadcast_squelch", "broadcast_volume"}},
+        {texts::groupPower, {"crystal", "battery_save"}},
     }};
     return all;
 }
@@ -98,7 +99,7 @@ void showItems(QComboBox& list, const std::vector<std::string>& texts) {
 /// Voice chip and crystal are what the radio is built of.
 void tellIfNeverStored(QWidget& widget, const Option& option) {
     if (option.ownedMask == 0) {
-        widget.setToolTip(ownQText(OwnText::neverStoredTip));
+        widget.setToolTip(qSay(texts::neverStoredTip));
         widget.setAccessibleDescription(widget.toolTip());
     }
 }
@@ -194,7 +195,7 @@ void frmOptPanel::addCheckBox(QGridLayout& grid, const Option& option) {
 void frmOptPanel::showState() {
     fraOption_->setTitle(qText(optionPanel::state().frameCaption));
     for (std::size_t i = 0; i < headings_.size(); ++i) {
-        headings_[i]->setText(ownQText(groups()[i].heading));
+        headings_[i]->setText(qSay(groups()[i].heading));
     }
     for (int number = 0; number < optionTable::optionCount; ++number) {
         showControl(number);

@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/frmChGrid.h"
 
+#include "channels/channelTexts.h"
 #include "desktop/CellGridModel.h"
 #include "desktop/Desktop.h"
 
@@ -370,7 +371,7 @@ TEST_F(Grid, PopUpMenu) {
     EXPECT_EQ(where(), "5,3");
     run("mnuOpenCh");
     EXPECT_EQ(row(5), "136!|136!|None!|None!|Wide!|High!|Off!|Off!");
-    EXPECT_EQ(tip(5, 3), ownText(OwnText::openedTip));
+    EXPECT_EQ(tip(5, 3), say(texts::openedTip));
     play("5,1 137 Return");
     EXPECT_EQ(tip(5, 3), "");
     menuAt(1);

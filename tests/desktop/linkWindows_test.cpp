@@ -202,8 +202,8 @@ TEST_F(CommunDialog, FailuresAreExplainedInTheRoomForIt) {
     auto& label = find<QLabel>(dialog, "lblAdvice");
     for (const auto& [english, attempts, arrange] : cases) {
         SCOPED_TRACE(english);
-        for (const auto language : {mdimoduMain::languageChinese, mdimoduMain::languageEnglish}) {
-            modSoftFace::state().language = language;
+        for (const auto language : {TextLanguage::chinese, TextLanguage::english}) {
+            setTextLanguage(language);
             arrange();
             session(Direction::write);
             EXPECT_EQ(modCommun::state().attemptCounter, attempts);

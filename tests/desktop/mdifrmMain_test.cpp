@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdifrmMain.h"
 
+#include "app/ownTexts.h"
 #include "desktop/Desktop.h"
 
 namespace k520 {
@@ -163,7 +164,7 @@ TEST_F(MainWindow, AnotherLanguageIsStoredAndEndsTheProgram) {
     action("mnuLangSel0").trigger();
     EXPECT_TRUE(main->isVisible());
     EXPECT_TRUE(action("mnuLangSel0").isChecked() && !action("mnuLangSel2").isChecked());
-    EXPECT_EQ(ownText(OwnText::fileSaved), "Saved") << "the texts stay those of the start";
+    EXPECT_EQ(say(texts::fileSaved), "Saved") << "the texts stay those of the start";
     EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("Language= 1\n"));
     action("mnuLangSel1").trigger();
     EXPECT_FALSE(main->isVisible());

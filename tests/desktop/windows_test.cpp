@@ -186,18 +186,6 @@ TEST(LineListModel, FollowsItsList) {
     EXPECT_EQ(model.rowCount(), 0);
 }
 
-TEST(OwnTexts, EveryOneHasBothLanguages) {
-    for (int i = 0; i < static_cast<int>(OwnText::last_); ++i) {
-        SCOPED_TRACE(i);
-        modSoftFace::state().language = mdimoduMain::languageChinese;
-        const std::string chinese = ownText(static_cast<OwnText>(i));
-        modSoftFace::state().language = mdimoduMain::languageTraditional;
-        const std::string english = ownText(static_cast<OwnText>(i));
-        EXPECT_FALSE(chinese.empty() || english.empty());
-        EXPECT_EQ(chinese.find('&') == std::string::npos, english.find('&') == std::string::npos);
-    }
-}
-
 TEST(Icons, AreDrawnInTheColourOfThePalette) {
     const QPalette before = QApplication::palette();
     const QIcon icon = icons::line(QStringLiteral("file-open"));

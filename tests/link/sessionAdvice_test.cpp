@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/sessionAdvice.h"
 
+#include "app/Text.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::sessionAdvice {
@@ -14,9 +15,9 @@ using Entries = std::vector<modShowErr::Entry>;
 
 class SessionAdvice : public test::ProgramFolder {
   protected:
-    static std::string in(std::int16_t language, Direction direction, const Result& result,
+    static std::string in(TextLanguage language, Direction direction, const Result& result,
                           const Entries& logged) {
-        modSoftFace::state().language = language;
+        setTextLanguage(language);
         return adviceAfter(direction, result, logged);
     }
 };
@@ -78,22 +79,20 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
     };
     for (const auto& [direction, result, logged, cause, left] : cases) {
         SCOPED_TRACE(cause);
-        const auto english = in(mdimoduMain::languageEnglish, direction, result, logged);
+        const auto english = in(TextLanguage::english, direction, result, logged);
         EXPECT_THAT(english, HasSubstr(cause));
         EXPECT_THAT(english, HasSubstr(left));
-        EXPECT_EQ(english, in(mdimoduMain::languageTraditional, direction, result, logged));
-        EXPECT_THAT(in(mdimoduMain::languageChinese, direction, result, logged), HasSubstr("。"));
+        EXPECT_THAT(in(TextLanguage::chinese, direction, result, logged), HasSubstr("。"));
     }
 }
 
 TEST_F(SessionAdvice, SuccessIsOneLine) {
     const Result done = with(Outcome::succeeded);
-    const auto language = mdimoduMain::languageEnglish;
+    const auto language = TextLanguage::english;
     EXPECT_EQ(in(language, Direction::read, done, {}), "Radio read: 512 blocks.");
     EXPECT_EQ(in(language, Direction::write, done, {{"modCommun->CloseCom", 61, "disk full"}}),
               "Radio written: 512 blocks. But an error was reported: disk full");
-    EXPECT_EQ(in(mdimoduMain::languageChinese, Direction::read, done, {}),
-              "对讲机已读取：512 个数据块。");
+    EXPECT_EQ(in(TextLanguage::chinese, Direction::read, done, {}), "对讲机已读取：512 个数据块。");
     EXPECT_EQ(in(language, Direction::read, with(Outcome::busy), {}), "");
 }
 

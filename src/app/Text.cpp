@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/Text.h"
+
+namespace k520 {
+
+namespace {
+
+TextLanguage& languageInForce() noexcept {
+    static TextLanguage language = TextLanguage::english;
+    return language;
+}
+
+}  // namespace
+
+TextLanguage textLanguage() noexcept {
+    return languageInForce();
+}
+
+void setTextLanguage(TextLanguage language) noexcept {
+    languageInForce() = language;
+}
+
+std::string say(const Text& text) {
+    return std::string(text.in(textLanguage()));
+}
+
+}  // namespace k520
