@@ -48,10 +48,11 @@ struct DeviceRun {
     std::string_view prefix;
 };
 
+/// The ports of cables stand highest, because the highest usable port is chosen.
 constexpr std::array<DeviceRun, 3> linuxRuns{{
-    {13, "/dev/ttyS"},
-    {9, "/dev/ttyACM"},
-    {1, "/dev/ttyUSB"},
+    {9, "/dev/ttyUSB"},
+    {5, "/dev/ttyACM"},
+    {1, "/dev/ttyS"},
 }};
 
 std::string linuxDevice(std::int16_t number) {

@@ -26,7 +26,7 @@ struct State {
 enum class Platform : std::uint8_t { gnuLinux, macOs, windows };
 
 /// The device of a port number by the platform's rule; empty where there is none. On Linux COM1 to
-/// COM8 are /dev/ttyUSB0 to 7, COM9 to COM12 /dev/ttyACM0 to 3, COM13 to COM16 /dev/ttyS0 to 3; on
+/// COM4 are /dev/ttyS0 to 3, COM5 to COM8 /dev/ttyACM0 to 3, COM9 to COM16 /dev/ttyUSB0 to 7; on
 /// macOS they are the devices /dev/cu.* in alphabetical order; on Windows COMn itself.
 [[nodiscard]] std::string platformDevice(Platform platform, std::int16_t number);
 

@@ -15,7 +15,8 @@ using Ports = test::ProgramFolder;
 
 TEST_F(Ports, DevicesFollowThePlatformUnlessTheSettingsNameOne) {
     const std::pair<std::int16_t, const char*> devices[] = {
-        {1, "/dev/ttyUSB0"}, {8, "/dev/ttyUSB7"}, {9, "/dev/ttyACM0"}, {16, "/dev/ttyS3"}};
+        {1, "/dev/ttyS0"},   {4, "/dev/ttyS3"},   {5, "/dev/ttyACM0"},
+        {8, "/dev/ttyACM3"}, {9, "/dev/ttyUSB0"}, {16, "/dev/ttyUSB7"}};
     for (const auto& [number, device] : devices) {
         EXPECT_EQ(platformDevice(Platform::gnuLinux, number), device);
     }
