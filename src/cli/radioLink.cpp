@@ -280,9 +280,9 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
     auto text = safeguards::radioChanged(report)
                     ? "; what it held before is put back by: " + command(report.backup)
                     : "; its backup is " + report.backup.string();
-    if (!report.earlier.empty()) {
-        text += fmt::format("; what it held before an earlier write that failed: {}",
-                            command(report.earlier));
+    for (const auto& earlier : report.earlier) {
+        text +=
+            fmt::format("; what it held before an earlier write that failed: {}", command(earlier));
     }
     return text;
 }

@@ -231,6 +231,13 @@ std::optional<Backup> parseName(const fs::path& path) {
     return nameOf(backup) == name ? std::optional(std::move(backup)) : std::nullopt;
 }
 
+DateTime dateTimeOf(const Backup& backup) {
+    const auto number = [&](std::size_t place, std::size_t length) {
+        return parseWhole(std::string_view(backup.time).substr(place, length)).value_or(0);
+    };
+    return {number(0, 4), number(5, 2), number(8, 2), number(11, 2), number(14, 2), number(17, 2)};
+}
+
 std::vector<Backup> list() {
     std::vector<Backup> all;
     std::error_code none;

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/Clock.h"
 #include "image/MemoryImage.h"
 #include "image/modIicDat.h"
 
@@ -57,6 +58,9 @@ std::optional<std::filesystem::path> storeAs(const std::filesystem::path& path,
 
 /// What the name of a backup says; nothing for the name of any other file.
 [[nodiscard]] std::optional<Backup> parseName(const std::filesystem::path& path);
+
+/// When a backup was made, by its name.
+[[nodiscard]] DateTime dateTimeOf(const Backup& backup);
 
 /// All backups in the folder, the oldest first; none where there is no folder.
 [[nodiscard]] std::vector<Backup> list();

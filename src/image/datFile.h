@@ -23,6 +23,10 @@ namespace k520::datFile {
 inline constexpr int lostAddress = 0x400;
 inline constexpr int lostCount = 16;
 
+[[nodiscard]] constexpr bool isLost(int address) noexcept {
+    return address >= lostAddress && address < lostAddress + lostCount;
+}
+
 /// The least highest index of an image that the format can hold.
 inline constexpr std::int16_t leastDatNum = lostAddress + lostCount - 1;
 

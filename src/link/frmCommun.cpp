@@ -28,6 +28,7 @@
 #include "link/modCommun.h"
 #include "link/modSession.h"
 #include "link/sessionAdvice.h"
+#include "link/waysBack.h"
 
 namespace k520 {
 
@@ -50,6 +51,24 @@ QHBoxLayout* rowOf(std::initializer_list<QWidget*> left, std::initializer_list<Q
         row->addWidget(widget);
     }
     return row;
+}
+
+/// The backups of writes that have not come to their good end, and the last one made before a
+/// write.
+std::vector<std::filesystem::path> likelyWaysBack() {
+    std::vector<std::filesystem::path> unfinished;
+    std::filesystem::path latest;
+    for (const auto& way : waysBack::list()) {
+        if (way.unfinished) {
+            unfinished.push_back(way.path);
+        } else if (latest.empty() && way.reason == backups::Reason::beforeWrite) {
+            latest = way.path;
+        }
+    }
+    if (!latest.empty()) {
+        unfinished.push_back(latest);
+    }
+    return unfinished;
 }
 
 }  // namespace
@@ -257,7 +276,7 @@ std::optional<std::filesystem::path> frmCommun::chosenBackup() const {
     if (dueBackup_) {
         return dueBackup_;
     }
-    const auto ways = safeguards::waysBack();
+    const auto ways = likelyWaysBack();
     const auto agreed = std::ranges::find_if(ways, [](const std::filesystem::path& backup) {
         return theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
                                 say(texts::restoreQuestion, backup.filename().string()), false);
@@ -290,7 +309,7 @@ void frmCommun::conclude(const safeguards::Report& report) {
 
 /// Offers the backups that lead back.
 void frmCommun::showRestore() {
-    const auto ways = safeguards::waysBack();
+    const auto ways = likelyWaysBack();
     cmdRestore_->setVisible(cmdWrite_->isVisibleTo(this));
     cmdRestore_->setEnabled(!running_ && !ways.empty());
     cmdRestore_->setToolTip(qText(ways.empty()

@@ -6,13 +6,14 @@
 
 #include <algorithm>
 #include <array>
-#include <cstddef>
+#include <iterator>
 
 #include "app/modSoftFace.h"
 #include "channels/channelRecord.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "image/stamp.h"
+#include "link/differenceTexts.h"
 #include "link/linkTexts.h"
 #include "settings/optionTable.h"
 
@@ -44,9 +45,36 @@ std::string channelText(int channel, int column) {
     return title.empty() ? name : name + " " + title;
 }
 
-void addChannelOwners(int address, int bits, std::vector<std::string>& owners) {
+/// The channel that has its record at an address; 0 where none has.
+int channelAt(int address) {
     const int channel = (address - channelRecord::firstAddress) / channelRecord::size + 1;
-    if (address < channelRecord::firstAddress || channel > modChMem::state().ChNum) {
+    return address >= channelRecord::firstAddress && channel <= modChMem::state().ChNum ? channel
+                                                                                        : 0;
+}
+
+/// The channels that bits of the shared word belong to.
+std::vector<int> channelsSharing(int address, int bits) {
+    std::vector<int> channels;
+    if (holds(channelRecord::sharedWord, channelRecord::codecChannels / 8, address)) {
+        for (int bit = 0; bit < 8; ++bit) {
+            if ((bits >> bit & 1) != 0) {
+                channels.push_back((address - channelRecord::sharedWord) * 8 + bit + 1);
+            }
+        }
+    }
+    return channels;
+}
+
+bool owns(const optionTable::Option& option, int address, int bits) {
+    return std::ranges::any_of(optionTable::ownedBits(option),
+                               [&](const optionTable::ImageBits& own) {
+                                   return own.address == address && (own.mask & bits) != 0;
+                               });
+}
+
+void addChannelOwners(int address, int bits, std::vector<std::string>& owners) {
+    const int channel = channelAt(address);
+    if (channel == 0) {
         return;
     }
     const int offset = address - channelRecord::address(channel);
@@ -66,27 +94,55 @@ void addChannelOwners(int address, int bits, std::vector<std::string>& owners) {
     }
 }
 
-void addSharedOwners(int address, int bits, std::vector<std::string>& owners) {
-    if (!holds(channelRecord::sharedWord, channelRecord::codecChannels / 8, address)) {
-        return;
+/// Adds what a difference belongs to; whether it belongs to anything.
+bool addOwners(const ByteDifference& difference, Summary& summary) {
+    const int bits = difference.a ^ difference.b;
+    const int address = difference.address;
+    auto channels = channelsSharing(address, bits);
+    if (const int channel = channelAt(address); channel != 0) {
+        channels.push_back(channel);
     }
-    for (int bit = 0; bit < 8; ++bit) {
-        if ((bits >> bit & 1) != 0) {
-            const int channel = (address - channelRecord::sharedWord) * 8 + bit + 1;
-            owners.push_back(channelText(channel, channelRecord::sharedField));
+    summary.channels.insert(summary.channels.end(), channels.begin(), channels.end());
+    bool owned = !channels.empty();
+    for (const auto& option : optionTable::options()) {
+        if (owns(option, address, bits)) {
+            summary.options.push_back(option.number);
+            owned = true;
         }
     }
+    const bool ofBand = holds(modModel::bandAddress, modModel::bandLength, address);
+    const bool ofModel = address == modModel::modelAddress;
+    summary.band = summary.band || ofBand;
+    summary.model = summary.model || ofModel;
+    return owned || ofBand || ofModel;
 }
 
-void addOptionOwners(int address, int bits, std::vector<std::string>& owners) {
-    for (const auto& option : optionTable::options()) {
-        const auto owned = optionTable::ownedBits(option);
-        if (std::ranges::any_of(owned, [&](const optionTable::ImageBits& own) {
-                return own.address == address && (own.mask & bits) != 0;
-            })) {
-            owners.push_back(optionTable::captionText(option));
+void makeUnique(std::vector<int>& numbers) {
+    std::ranges::sort(numbers);
+    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+}
+
+/// Ascending numbers, neighbours drawn together: "1-3, 7".
+std::string numbersText(const std::vector<int>& numbers) {
+    std::vector<std::string> parts;
+    for (auto first = numbers.begin(); first != numbers.end();) {
+        auto last = first;
+        while (std::next(last) != numbers.end() && *std::next(last) == *last + 1) {
+            ++last;
         }
+        parts.push_back(first == last ? fmt::format("{}", *first)
+                                      : fmt::format("{}-{}", *first, *last));
+        first = std::next(last);
     }
+    return fmt::format("{}", fmt::join(parts, say(texts::numbersBetween)));
+}
+
+std::string optionsText(const std::vector<int>& numbers) {
+    std::vector<std::string> captions;
+    for (const int number : numbers) {
+        captions.push_back(optionTable::captionText(optionTable::optionAt(number)));
+    }
+    return fmt::format("{}", fmt::join(captions, say(texts::numbersBetween)));
 }
 
 }  // namespace
@@ -108,8 +164,14 @@ std::string ownerText(const ByteDifference& difference) {
     const int bits = difference.a ^ difference.b;
     std::vector<std::string> owners;
     addChannelOwners(difference.address, bits, owners);
-    addSharedOwners(difference.address, bits, owners);
-    addOptionOwners(difference.address, bits, owners);
+    for (const int channel : channelsSharing(difference.address, bits)) {
+        owners.push_back(channelText(channel, channelRecord::sharedField));
+    }
+    for (const auto& option : optionTable::options()) {
+        if (owns(option, difference.address, bits)) {
+            owners.push_back(optionTable::captionText(option));
+        }
+    }
     for (const auto& area : areas) {
         if (holds(area.address, area.length, difference.address)) {
             owners.push_back(say(area.name));
@@ -122,6 +184,42 @@ std::string lineText(const ByteDifference& difference) {
     const auto owner = ownerText(difference);
     return fmt::format("{:04X}: {:02X} / {:02X}{}{}", difference.address, difference.a,
                        difference.b, owner.empty() ? "" : "  ", owner);
+}
+
+Summary summaryOf(std::span<const ByteDifference> differences) {
+    Summary summary;
+    for (const auto& difference : differences) {
+        if (!holds(stamp::address, stamp::length, difference.address)) {
+            ++summary.bytes;
+            summary.otherBytes += addOwners(difference, summary) ? 0 : 1;
+        }
+    }
+    makeUnique(summary.channels);
+    makeUnique(summary.options);
+    return summary;
+}
+
+std::string summaryText(const Summary& summary) {
+    std::vector<std::string> parts;
+    if (!summary.channels.empty()) {
+        parts.push_back(
+            say(summary.channels.size() == 1 ? texts::oneChannelDiffers : texts::channelsDiffer,
+                numbersText(summary.channels)));
+    }
+    if (!summary.options.empty()) {
+        parts.push_back(say(texts::optionsDiffer, optionsText(summary.options)));
+    }
+    if (summary.band) {
+        parts.push_back(say(texts::bandDiffers));
+    }
+    if (summary.model) {
+        parts.push_back(say(texts::modelDiffers));
+    }
+    if (summary.otherBytes > 0) {
+        parts.push_back(say(texts::otherBytesDiffer, summary.otherBytes));
+    }
+    return parts.empty() ? say(texts::nothingDiffers)
+                         : fmt::format("{}", fmt::join(parts, say(texts::differencesBetween)));
 }
 
 }  // namespace k520::imageDifferences

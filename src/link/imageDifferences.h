@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -30,5 +32,23 @@ struct ByteDifference {
 
 /// "0030: 25 / 35  Channel 3, Receive", for a list.
 [[nodiscard]] std::string lineText(const ByteDifference& difference);
+
+/// What differences come to. The programming stamp counts nowhere: it differs after each write.
+struct Summary {
+    std::size_t bytes = 0;        ///< that differ
+    std::vector<int> channels{};  ///< their numbers, ascending, each once
+    std::vector<int> options{};   ///< the same of the optional features, from 0
+    bool band = false;
+    bool model = false;
+    std::size_t otherBytes = 0;  ///< that belong to none of these
+
+    friend bool operator==(const Summary&, const Summary&) = default;
+};
+
+[[nodiscard]] Summary summaryOf(std::span<const ByteDifference> differences);
+
+/// One line in the language in force: "channels 1-3, 7; optional features: Tot; band; other bytes:
+/// 12", or "nothing".
+[[nodiscard]] std::string summaryText(const Summary& summary);
 
 }  // namespace k520::imageDifferences

@@ -212,7 +212,9 @@ bool backUp(Run& run, AddressRange range, const std::filesystem::path& to, Memor
         }
         auto path = backups::store(found, range, backups::Reason::beforeWrite, note.earlier()).path;
         const bool torn = note.leadsFrom(found, range);
-        run.report().earlier = torn ? note.earlier() : std::filesystem::path();
+        if (torn) {
+            run.report().earlier = {note.earlier()};
+        }
         note.begin(torn ? note.earlier() : path, found);
         return path;
     });
@@ -329,18 +331,6 @@ bool radioChanged(const Report& report) noexcept {
     const bool wrote = report.stage == Stage::write || report.stage == Stage::restore;
     return report.written || (wrote && modSession::radioStateAfter(report.result) !=
                                            modSession::RadioState::untouched);
-}
-
-std::vector<std::filesystem::path> waysBack() {
-    std::vector<std::filesystem::path> ways;
-    if (const auto torn = unfinishedWrite::pending()) {
-        ways.push_back(torn->backup);
-    }
-    const auto latest = backups::latestBeforeWrite();
-    if (latest && (ways.empty() || ways.front() != latest->path)) {
-        ways.push_back(latest->path);
-    }
-    return ways;
 }
 
 void listDifferences(const Report& report) {

@@ -75,7 +75,8 @@ struct Report {
     /// Why it could not be stored or read.
     std::string backupTrouble;
     /// An earlier write that failed may have left this very radio torn: the backup from before it.
-    std::filesystem::path earlier;
+    /// Several, the newest first, where nothing says which of them is this radio's.
+    std::vector<std::filesystem::path> earlier;
     bool restored = false;  ///< the run was a restore
     /// A restore has touched nothing: the radio does not hold what the write found or sent.
     bool otherRadio = false;
@@ -114,10 +115,6 @@ Report restore(CommunView& view, const std::filesystem::path& file, const Choice
 
 /// Whether a run has changed the radio, or may have.
 [[nodiscard]] bool radioChanged(const Report& report) noexcept;
-
-/// The backups that a restore may put back, the likeliest first: that of a write that has not come
-/// to its good end, and the last one made before a write where it is another.
-[[nodiscard]] std::vector<std::filesystem::path> waysBack();
 
 /// Adds the differences of a report to the data list, one line each.
 void listDifferences(const Report& report);

@@ -134,7 +134,7 @@ std::string withWayBack(const std::string& text, const Report& report) {
         return joined(text, say(texts::restoreAgain));
     }
     if (!report.earlier.empty()) {
-        return joined(text, say(texts::earlierOffered, report.earlier.filename().string()));
+        return joined(text, say(texts::earlierOffered, report.earlier.front().filename().string()));
     }
     return report.backup.empty()
                ? text

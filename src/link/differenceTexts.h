@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include "app/Text.h"
+
+/// Texts that say in short what differs between two images.
+namespace k520::texts {
+
+inline constexpr Text nothingDiffers{"没有不同", "nothing"};
+inline constexpr Text channelsDiffer{"信道 {}", "channels {}"};
+inline constexpr Text oneChannelDiffers{"信道 {}", "channel {}"};
+inline constexpr Text optionsDiffer{"整机设置：{}", "optional features: {}"};
+inline constexpr Text bandDiffers{"频段", "band"};
+inline constexpr Text modelDiffers{"机型", "model"};
+inline constexpr Text otherBytesDiffer{"其他 {} 个字节", "other bytes: {}"};
+inline constexpr Text differencesBetween{"；", "; "};
+inline constexpr Text numbersBetween{"、", ", "};
+
+}  // namespace k520::texts
