@@ -69,10 +69,10 @@ std::vector<std::string> firstWords() {
     return words;
 }
 
-std::string_view summaryOf(std::string_view name) {
+std::string summaryOf(std::string_view name) {
     const auto all = commands();
     const auto found = std::ranges::find(all, name, &Command::name);
-    return found == all.end() ? groupSummary : found->summary;
+    return say(found == all.end() ? groupSummary : found->summary);
 }
 
 }  // namespace k520::cli::commandTexts

@@ -9,7 +9,8 @@
 
 #include "cli/Command.h"
 
-/// Texts about the commands of k520-cli for other readers than its parser, made from its table.
+/// Texts about the commands of k520-cli for other readers than its parser, made from its table in
+/// the language in force.
 namespace k520::cli::commandTexts {
 
 /// What may be given as a word of the command line.
@@ -33,7 +34,7 @@ struct Group {
 /// The first words of all commands, each once.
 [[nodiscard]] std::vector<std::string> firstWords();
 /// The summary of the command or group of this name.
-[[nodiscard]] std::string_view summaryOf(std::string_view name);
+[[nodiscard]] std::string summaryOf(std::string_view name);
 
 /// Branches of a case over the command's name, for the template of each shell.
 [[nodiscard]] std::string bashBranches();

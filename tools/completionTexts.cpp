@@ -98,7 +98,7 @@ std::string zshArgument(const Argument& argument, const std::string& place) {
                                           value.empty()            ? ""
                                           : flag.starts_with("--") ? "="
                                                                    : "+",
-                                          escaped(argument.help, "[]\\", "\\"), value));
+                                          escaped(say(argument.help), "[]\\", "\\"), value));
     }
     return result;
 }
@@ -159,7 +159,7 @@ std::string fishOption(std::string_view command, const Argument& argument) {
     if (!placeholderOf(argument).empty()) {
         text += fmt::format(" {}", fishValues(wordOf(argument)));
     }
-    return text + fmt::format(" -d {}\n", fishQuoted(argument.help));
+    return text + fmt::format(" -d {}\n", fishQuoted(say(argument.help)));
 }
 
 std::string fishCommand(const Command& command) {

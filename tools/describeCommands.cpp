@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 // Fills a template of a manual page or a shell's completions from the table of commands:
-//   describeCommands TEMPLATE OUTPUT
-// A template marks the places as @name@.
+//   describeCommands TEMPLATE OUTPUT [LANGUAGE]
+// A template marks the places as @name@. LANGUAGE is that of the settings file: 1 is Chinese, 3,
+// the one without it, English.
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -116,11 +117,13 @@ void fillIn(std::string& text, const Place& place) {
 }
 
 int run(std::span<char* const> words) {
-    if (words.size() != 2) {
-        cli::refuse("usage: describeCommands TEMPLATE OUTPUT");
+    if (words.size() != 2 && words.size() != 3) {
+        cli::refuse("usage: describeCommands TEMPLATE OUTPUT [LANGUAGE]");
     }
     mdimoduMain::state().programFolder = K520_SHARE_DIR;
     cli::startCore();
+    const bool chinese = words.size() == 3 && std::string_view(words[2]) == "1";
+    const SpeakingIn reader(chinese ? TextLanguage::chinese : TextLanguage::english);
     std::string text = textOf(words[0]);
     for (const Place& place : places) {
         fillIn(text, place);

@@ -5,11 +5,14 @@
 
 #include <sstream>
 
+#include "app/Checked.h"
 #include "commandTexts.h"
 
 namespace k520::cli::commandTexts {
 
 namespace {
+
+constexpr Text sentence{"{}。", "{}."};
 
 /// Text as roff prints it letter by letter: hyphens are the ones that can be typed.
 std::string plain(std::string_view text) {
@@ -75,12 +78,7 @@ std::string usageOf(const Command& command) {
 /// The details are laid out for a terminal: an indented line is a name, blanks and its meaning,
 /// which goes on in lines that are indented further.
 std::string detailLine(const std::string& line) {
-    static constexpr std::string_view exampleMark = "Example: ";
     const auto indent = line.find_first_not_of(' ');
-    if (line.starts_with(exampleMark)) {
-        return fmt::format(".PP\nExample:\n.PP\n.RS\n.nf\n{}\n.fi\n.RE\n",
-                           plain(std::string_view(line).substr(exampleMark.size())));
-    }
     if (indent == std::string::npos || indent == 0) {
         return plain(line) + "\n";
     }
@@ -92,9 +90,9 @@ std::string detailLine(const std::string& line) {
                 line.substr(line.find_first_not_of(' ', gap)));
 }
 
-std::string detailsOf(const Command& command) {
+std::string detailsOf(const Text& details) {
     std::string text = ".PP\n";
-    std::istringstream lines{std::string(command.details)};
+    std::istringstream lines{say(details)};
     bool inList = false;
     for (std::string line; std::getline(lines, line);) {
         const bool indented = line.starts_with(' ');
@@ -102,8 +100,13 @@ std::string detailsOf(const Command& command) {
         text += detailLine(line);
         inList = indented;
     }
-    // A paragraph without text of its own in front of the next one would be an empty one.
-    return text.starts_with(".PP\n.PP\n") ? text.substr(4) : text;
+    return text;
+}
+
+std::string exampleOf(const Command& command) {
+    return fmt::format(".PP\n{}\n.PP\n.RS\n.nf\n{}\n.fi\n.RE\n",
+                       trimBlanks(say(texts::exampleTitle)),
+                       plain(fmt::format("k520-cli {}", command.example)));
 }
 
 }  // namespace
@@ -111,7 +114,7 @@ std::string detailsOf(const Command& command) {
 std::string manualOptions() {
     std::string text;
     for (const auto& option : {folderOption, helpOption, versionOption}) {
-        text += item(tagOf(option), option.help);
+        text += item(tagOf(option), say(option.help));
     }
     return text;
 }
@@ -119,12 +122,13 @@ std::string manualOptions() {
 std::string manualCommands() {
     std::string text;
     for (const Command& command : commands()) {
-        text += fmt::format(".SS {}\n{}\n.PP\n{}.\n", plain(command.name), usageOf(command),
-                            plain(command.summary));
+        text += fmt::format(".SS {}\n{}\n.PP\n{}\n", plain(command.name), usageOf(command),
+                            plain(say(sentence, say(command.summary))));
         for (const Argument& argument : command.arguments) {
-            text += item(tagOf(argument), argument.help);
+            text += item(tagOf(argument), say(argument.help));
         }
-        text += detailsOf(command);
+        text += command.details ? detailsOf(*command.details) : std::string();
+        text += exampleOf(command);
     }
     return text;
 }

@@ -10,6 +10,8 @@
 #include <limits>
 #include <system_error>
 
+#include "app/causeTexts.h"
+
 namespace k520 {
 
 namespace {
@@ -20,7 +22,7 @@ Integer toInteger(double value) {
     // Written so that a NaN fails as well.
     if (!(rounded >= std::numeric_limits<Integer>::min() &&
           rounded <= std::numeric_limits<Integer>::max())) {
-        throw RuntimeError(errNum::overflow, fmt::format("{} is out of range", value));
+        throw RuntimeError(errNum::overflow, say(texts::outOfRange, value));
     }
     return static_cast<Integer>(rounded);
 }
@@ -28,7 +30,7 @@ Integer toInteger(double value) {
 double numberOrMismatch(std::string_view text) {
     const auto value = parseNumber(text);
     if (!value) {
-        throw RuntimeError(errNum::typeMismatch, fmt::format("\"{}\" is not a number", text));
+        throw RuntimeError(errNum::typeMismatch, say(texts::notANumber, text));
     }
     return *value;
 }
@@ -101,14 +103,13 @@ std::int16_t hexToInt16(std::string_view digits) {
     const char* end = digits.data() + digits.size();
     const auto [rest, error] = std::from_chars(digits.data(), end, value, 16);
     if (error == std::errc::result_out_of_range && rest == end) {
-        throw RuntimeError(errNum::overflow, fmt::format("hexadecimal {} is above FFFF", digits));
+        throw RuntimeError(errNum::overflow, say(texts::hexTooLarge, digits));
     }
     if (error != std::errc{} || rest != end) {
-        throw RuntimeError(errNum::typeMismatch,
-                           fmt::format("\"{}\" is not a hexadecimal number", digits));
+        throw RuntimeError(errNum::typeMismatch, say(texts::notHexadecimal, digits));
     }
     if (value > 0xFFFF) {
-        throw RuntimeError(errNum::overflow, fmt::format("hexadecimal {} is above FFFF", digits));
+        throw RuntimeError(errNum::overflow, say(texts::hexTooLarge, digits));
     }
     return static_cast<std::int16_t>(value);
 }

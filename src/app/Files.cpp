@@ -19,6 +19,7 @@
 #include "app/Clock.h"
 #include "app/Descriptor.h"
 #include "app/RuntimeError.h"
+#include "app/causeTexts.h"
 
 namespace k520::files {
 
@@ -53,7 +54,7 @@ Result checked(Result result, const fs::path& subject) {
 }
 
 [[noreturn]] void refuse(std::int16_t number, const fs::path& path, std::string_view words) {
-    throw RuntimeError(number, fmt::format("{}: {}", path.string(), words));
+    throw RuntimeError(number, path.string(), words);
 }
 
 bool meansMissing(int systemError) {
@@ -77,7 +78,7 @@ void requireRegular(const Status& status, const fs::path& path) {
         throwSystemError(EISDIR, path.string());
     }
     if (!S_ISREG(status.st_mode)) {
-        refuse(errNum::pathAccess, path, "not a regular file");
+        refuse(errNum::pathAccess, path, say(texts::notRegular));
     }
 }
 
@@ -204,9 +205,8 @@ class TemporaryFile {
         name_.clear();
         // A file system that cannot flush a folder says so by EINVAL.
         if (retried([&] { return ::fsync(folder); }) == -1 && errno != EINVAL) {
-            throwSystemError(errno, target_.path.string() +
-                                        ": the new content is in place, but the disk does not "
-                                        "confirm it; save again");
+            const int error = errno;
+            throwSystemError(error, say(texts::diskDoesNotConfirm, target_.path.string()));
         }
     }
 
@@ -219,8 +219,7 @@ class TemporaryFile {
                 return;
             }
         }
-        refuse(errNum::pathAccess, target_.path,
-               "too many files .k520-*.tmp lie beside it; remove them");
+        refuse(errNum::pathAccess, target_.path, say(texts::tooManyTemporary));
     }
 
     /// False where a file has the name.
@@ -246,9 +245,8 @@ class TemporaryFile {
         std::error_code unknown;
         const fs::path known = fs::absolute(target_.folderPath, unknown);
         const fs::path& folder = unknown ? target_.folderPath : known;
-        throwSystemError(error,
-                         fmt::format("{}: the folder {} takes no new file", target_.path.string(),
-                                     folder.lexically_normal().string()));
+        throwSystemError(error, say(texts::folderTakesNoFile, target_.path.string(),
+                                    folder.lexically_normal().string()));
     }
 
     /// Removes a file that nobody keeps locked, where locks can tell. Whether it did.
@@ -403,7 +401,7 @@ FolderLock::FolderLock(const fs::path& folder) : folder_(-1) {
             break;
         }
         if (theClock().now() >= deadline) {
-            refuse(errNum::permissionDenied, folder, "another program keeps this folder locked");
+            refuse(errNum::permissionDenied, folder, say(texts::folderLocked));
         }
         theClock().sleepUntil(theClock().now() + std::chrono::milliseconds(5));
     }

@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "app/Text.h"
+
 namespace k520 {
 
 namespace {
@@ -27,6 +29,9 @@ constexpr std::array<std::pair<int, std::int16_t>, 19> systemErrors{{
 
 }  // namespace
 
+RuntimeError::RuntimeError(std::int16_t number, std::string_view subject, std::string_view words)
+    : std::runtime_error(about(subject, words)), number_(number), subject_(subject) {}
+
 std::int16_t numberOfSystemError(int systemError) noexcept {
     const auto* row = std::find_if(systemErrors.begin(), systemErrors.end(),
                                    [&](const auto& entry) { return entry.first == systemError; });
@@ -34,8 +39,8 @@ std::int16_t numberOfSystemError(int systemError) noexcept {
 }
 
 void throwSystemError(int systemError, const std::string& subject) {
-    throw RuntimeError(numberOfSystemError(systemError),
-                       subject + ": " + std::generic_category().message(systemError));
+    throw RuntimeError(numberOfSystemError(systemError), subject,
+                       std::generic_category().message(systemError));
 }
 
 }  // namespace k520

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 
 namespace k520 {
 
@@ -37,12 +38,17 @@ class RuntimeError : public std::runtime_error {
   public:
     RuntimeError(std::int16_t number, const std::string& source)
         : std::runtime_error(source), number_(number) {}
+    /// The source is the subject, a colon and the words.
+    RuntimeError(std::int16_t number, std::string_view subject, std::string_view words);
 
     [[nodiscard]] std::int16_t number() const noexcept { return number_; }
     [[nodiscard]] std::string source() const { return what(); }
+    /// The file or device that it is about, where that was named apart; else empty.
+    [[nodiscard]] const std::string& subject() const noexcept { return subject_; }
 
   private:
     std::int16_t number_;
+    std::string subject_;
 };
 
 /// Runs `body`; a RuntimeError that it raises gets `subject` and a colon in front of its source.
@@ -51,7 +57,7 @@ decltype(auto) naming(const std::string& subject, Body&& body) {
     try {
         return body();
     } catch (const RuntimeError& error) {
-        throw RuntimeError(error.number(), subject + ": " + error.source());
+        throw RuntimeError(error.number(), subject, error.source());
     }
 }
 

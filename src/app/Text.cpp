@@ -11,6 +11,8 @@ TextLanguage& languageInForce() noexcept {
     return language;
 }
 
+constexpr Text ofSubject{"{}：{}", "{}: {}"};
+
 }  // namespace
 
 TextLanguage textLanguage() noexcept {
@@ -23,6 +25,10 @@ void setTextLanguage(TextLanguage language) noexcept {
 
 std::string say(const Text& text) {
     return std::string(text.in(textLanguage()));
+}
+
+std::string about(std::string_view subject, std::string_view words) {
+    return say(ofSubject, subject, words);
 }
 
 }  // namespace k520

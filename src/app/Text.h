@@ -69,10 +69,28 @@ void setTextLanguage(TextLanguage language) noexcept;
 /// The text in the language in force.
 [[nodiscard]] std::string say(const Text& text);
 
-/// The same with its places filled in.
+/// The text in the language in force, its places filled in.
 template <class First, class... Others>
 [[nodiscard]] std::string say(const Text& text, const First& first, const Others&... others) {
     return fmt::format(fmt::runtime(text.in(textLanguage())), first, others...);
 }
+
+/// "fleet.dat: No space left on device", with the colon of the language in force.
+[[nodiscard]] std::string about(std::string_view subject, std::string_view words);
+
+/// As long as one lives, texts are said in another language: what programs read does not change
+/// with the language of the user.
+class SpeakingIn {
+  public:
+    explicit SpeakingIn(TextLanguage language) noexcept : before_(textLanguage()) {
+        setTextLanguage(language);
+    }
+    ~SpeakingIn() { setTextLanguage(before_); }
+    SpeakingIn(const SpeakingIn&) = delete;
+    SpeakingIn& operator=(const SpeakingIn&) = delete;
+
+  private:
+    TextLanguage before_;
+};
 
 }  // namespace k520

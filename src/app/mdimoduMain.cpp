@@ -11,6 +11,7 @@
 
 #include "app/Files.h"
 #include "app/RuntimeError.h"
+#include "app/causeTexts.h"
 
 namespace k520::mdimoduMain {
 
@@ -29,7 +30,7 @@ std::string settingsBytes(const fs::path& path) {
     const auto content =
         files::read(path, stamp && stamp->size > largestSettingsFile ? 0 : largestSettingsFile);
     if (content.size > content.bytes.size()) {
-        throw RuntimeError(errNum::pathAccess, path.string() + ": too large for a settings file");
+        throw RuntimeError(errNum::pathAccess, path.string(), say(texts::settingsTooLarge));
     }
     return {content.bytes.begin(), content.bytes.end()};
 }

@@ -11,6 +11,7 @@
 
 #include "app/Clock.h"
 #include "app/RuntimeError.h"
+#include "app/causeTexts.h"
 #include "app/errTexts.h"
 
 namespace k520::modShowErr {
@@ -41,11 +42,13 @@ State& state() {
 
 void notePendingFailure() noexcept {
     State& s = state();
+    s.pendingSubject.clear();
     try {
         throw;
     } catch (const RuntimeError& error) {
         s.pendingNumber = error.number();
         s.pendingSource = error.source();
+        s.pendingSubject = error.subject();
     } catch (const std::bad_alloc& error) {
         s.pendingNumber = errNum::outOfMemory;
         s.pendingSource = error.what();
@@ -54,7 +57,7 @@ void notePendingFailure() noexcept {
         s.pendingSource = error.what();
     } catch (...) {
         s.pendingNumber = errNum::internal;
-        s.pendingSource = "unknown failure";
+        s.pendingSource = say(texts::unknownFailure);
     }
 }
 
@@ -62,7 +65,7 @@ void ShowErrMsg(std::string_view label) {
     State& s = state();
     addTimeLine();
     VbErrNumDes(s.pendingNumber);
-    s.entries.push_back({std::string(label), s.pendingNumber, s.pendingSource});
+    s.entries.push_back({std::string(label), s.pendingNumber, s.pendingSource, s.pendingSubject});
     addLine(fmt::format("         错误:  {}     出错号:  {}     出错点:  {}     出错描述:  {}",
                         label, s.pendingNumber, s.pendingSource, s.lastDescription));
 }

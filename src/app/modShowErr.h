@@ -14,9 +14,10 @@ namespace k520::modShowErr {
 
 /// One logged failure, as data.
 struct Entry {
-    std::string label;    ///< module, "->", procedure
-    std::int16_t number;  ///< standard run-time error number; 0 for an option item
-    std::string source;   ///< what failed, in the system's own words where there are any
+    std::string label;         ///< module, "->", procedure
+    std::int16_t number;       ///< standard run-time error number; 0 for an option item
+    std::string source;        ///< what failed, in the system's own words where there are any
+    std::string subject = {};  ///< the file or device that the source begins with, where it is one
 };
 
 struct State {
@@ -31,6 +32,7 @@ struct State {
     /// The failure that ShowErrMsg is to log.
     std::int16_t pendingNumber = 0;
     std::string pendingSource;
+    std::string pendingSubject;
 };
 
 [[nodiscard]] State& state();

@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdlib>
+#include <exception>
 #include <optional>
 #include <span>
 #include <system_error>
@@ -17,6 +18,7 @@
 #include "app/modFileCmd.h"
 #include "app/modSoftFace.h"
 #include "app/ownTexts.h"
+#include "app/programFolder.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/comPorts.h"
@@ -142,6 +144,22 @@ void readOthers() {
     readLimitsAndRanges();
 }
 
+/// What the settings file says; nothing where there is none, or none that can be read.
+std::optional<TextLanguage> languageOfSettings(const std::optional<std::string>& folder) {
+    try {
+        programFolder::look(folder);
+        if (!std::filesystem::exists(mdimoduMain::findFile(mdimoduMain::settingsFileName))) {
+            return std::nullopt;
+        }
+        const auto text = mdimoduMain::readSetting(section, "Language", shortBuffer, " 2");
+        return parseNumber(text) == mdimoduMain::languageChinese ? TextLanguage::chinese
+                                                                 : TextLanguage::english;
+    } catch (const std::exception&) {
+        // Whoever needs the settings says what is wrong with them.
+        return std::nullopt;
+    }
+}
+
 void runStep(const std::function<void()>& step) {
     if (step) {
         guarded(formLoad, step);
@@ -183,6 +201,12 @@ std::int32_t GetSystemDefaultLCID() {
         }
     }
     return english;
+}
+
+void chooseTextLanguage(const std::optional<std::string>& programFolder) {
+    const auto chosen = languageOfSettings(programFolder);
+    const bool chineseSystem = GetSystemDefaultLCID() == simplifiedChinese;
+    setTextLanguage(chosen.value_or(chineseSystem ? TextLanguage::chinese : TextLanguage::english));
 }
 
 void GetSysLang() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <optional>
 #include <string>
 
 /// The start-up sequence, the closing question and what else belongs to the main window's life.
@@ -22,6 +23,11 @@ enum class StartResult {
 [[nodiscard]] std::int32_t GetSystemDefaultLCID();
 /// The same for a locale name such as "zh_CN.UTF-8".
 [[nodiscard]] std::int32_t localeIdentifier(const std::string& localeName);
+
+/// Sets the language of all named texts (Text.h) before the settings are read: help, and complaints
+/// about a wrong command line, need it. It is that of the settings in the program folder (see
+/// programFolder::look), or of the system's locale where these cannot be read.
+void chooseTextLanguage(const std::optional<std::string>& programFolder);
 
 /// Looks at "FirRun" and, unless it is 0, sets it to 0, stores the language of the system's locale
 /// and chooses a serial port.

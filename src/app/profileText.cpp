@@ -9,6 +9,7 @@
 #include <random>
 
 #include "app/Checked.h"
+#include "app/causeTexts.h"
 
 namespace k520 {
 
@@ -89,13 +90,12 @@ void requireHoldable(std::string_view section, std::string_view key, std::string
         return text.find_first_of(characters) != std::string_view::npos;
     };
     if (section.empty() || key.empty()) {
-        throw RuntimeError(errNum::invalidCall, "a setting needs a section and a key");
+        throw RuntimeError(errNum::invalidCall, say(texts::settingNeedsNames));
     }
     if (holds(section, notInALine) || holds(key, notInALine) || holds(value, notInALine) ||
         holds(section, "]") || holds(key, "=") || key.front() == ';' || key.front() == '[') {
-        throw RuntimeError(
-            errNum::invalidCall,
-            fmt::format("[{}] {}={} cannot stand in a settings file", section, key, value));
+        throw RuntimeError(errNum::invalidCall,
+                           say(texts::settingNotHoldable, section, key, value));
     }
 }
 

@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/programFolder.h"
 
-#include <fmt/format.h>
 #include <pwd.h>
 #include <unistd.h>
 
@@ -15,6 +14,7 @@
 
 #include "app/Files.h"
 #include "app/RuntimeError.h"
+#include "app/causeTexts.h"
 #include "app/mdimoduMain.h"
 
 namespace k520::programFolder {
@@ -91,27 +91,25 @@ bool isPortable(const fs::path& folder) {
 struct Choice {
     fs::path folder;
     std::optional<std::string> remark = std::nullopt;
+    bool isSeeded = false;  ///< made, with the shipped files, on first use
 };
 
 Choice usableFolder(const std::string& path, std::string_view origin) {
     std::error_code error;
     const auto status = fs::status(path, error);
     if (fs::exists(status) && !fs::is_directory(status)) {
-        throw RuntimeError(errNum::pathNotFound,
-                           fmt::format("{} {} is not a folder", origin, path));
+        throw RuntimeError(errNum::pathNotFound, say(texts::notAFolder, origin, path));
     }
     Choice choice{fs::absolute(path)};
     if (!fs::exists(status)) {
-        choice.remark =
-            fmt::format("{} {} does not exist; the shipped settings are used", origin, path);
+        choice.remark = say(texts::folderMissing, origin, path);
     }
     return choice;
 }
 
-Choice find(const std::optional<std::string>& chosen, std::string_view origin,
-            const fs::path& shipped) {
+Choice find(const std::optional<std::string>& chosen) {
     if (chosen) {
-        return usableFolder(*chosen, origin);
+        return usableFolder(*chosen, say(texts::programFolder));
     }
     if (const auto home = environment("K520_HOME"); !home.empty()) {
         return usableFolder(home, "K520_HOME");
@@ -119,9 +117,15 @@ Choice find(const std::optional<std::string>& chosen, std::string_view origin,
     if (auto own = executableFolder(); isPortable(own)) {
         return {std::move(own)};
     }
-    auto folder = dataHome() / "k520";
-    seed(folder, shipped);
-    return {std::move(folder)};
+    return {.folder = dataHome() / "k520", .isSeeded = true};
+}
+
+Choice lookFor(const std::optional<std::string>& chosen) {
+    auto& s = mdimoduMain::state();
+    s.shippedFolder = findShippedFolder();
+    auto choice = find(chosen);
+    s.programFolder = choice.folder;
+    return choice;
 }
 
 }  // namespace
@@ -130,18 +134,21 @@ fs::path executableFolder() {
     std::error_code error;
     const fs::path self = fs::read_symlink("/proc/self/exe", error);
     if (error && error != std::errc::no_such_file_or_directory) {
-        throwSystemError(error.value(), "the folder of this program");
+        throwSystemError(error.value(), say(texts::executablesFolder));
     }
     return error ? fs::current_path() : self.parent_path();
 }
 
-std::optional<std::string> choose(const std::optional<std::string>& chosen,
-                                  std::string_view origin) {
-    auto& s = mdimoduMain::state();
-    s.shippedFolder = findShippedFolder();
-    auto [folder, remark] = find(chosen, origin, s.shippedFolder);
-    s.programFolder = std::move(folder);
-    return remark;
+std::optional<std::string> choose(const std::optional<std::string>& chosen) {
+    auto choice = lookFor(chosen);
+    if (choice.isSeeded) {
+        seed(choice.folder, mdimoduMain::state().shippedFolder);
+    }
+    return std::move(choice.remark);
+}
+
+void look(const std::optional<std::string>& chosen) {
+    static_cast<void>(lookFor(chosen));
 }
 
 }  // namespace k520::programFolder

@@ -11,12 +11,14 @@
 namespace k520::programFolder {
 
 /// Finds the program folder and the shipped files and hands them to mdimoduMain. In this order:
-/// `chosen` (called `origin` in messages), $K520_HOME, the executable's folder when it holds a
+/// `chosen`, $K520_HOME, the executable's folder when it holds a
 /// settings file and can be written, $XDG_DATA_HOME/k520 (by default ~/.local/share/k520), which is
 /// made and seeded from the shipped files on first use. Returns a remark about a chosen folder that
 /// does not exist; raises 76 for a chosen path that is no folder.
-[[nodiscard]] std::optional<std::string> choose(const std::optional<std::string>& chosen,
-                                                std::string_view origin);
+[[nodiscard]] std::optional<std::string> choose(const std::optional<std::string>& chosen);
+
+/// Does what choose() does but for making and seeding the folder.
+void look(const std::optional<std::string>& chosen);
 
 /// The folder of the running executable. Raises the system's error where that cannot be found out.
 [[nodiscard]] std::filesystem::path executableFolder();

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/helpTexts.h"
+
 namespace k520::cli {
 
 /// The words of one command line, by the names of the table's arguments.
@@ -40,15 +42,16 @@ struct Argument {
     std::string_view flags;  ///< "-o,--output"; for positional words what help shows: "FILE"
     std::string_view value;  ///< what help calls the value: "OUT"
     ArgumentKind kind;
-    std::string_view help;
+    Text help;
 };
 
 /// One command. The table of these drives parsing, the help texts and whatever else is made from
-/// the commands.
+/// the commands, in both languages.
 struct Command {
     std::string_view name;
-    std::string_view summary;  ///< one line
-    std::string_view details;  ///< what a person has to know, with examples
+    Text summary;                 ///< one line
+    std::optional<Text> details;  ///< what a person has to know, laid out for 80 columns
+    std::string_view example;     ///< a command line, without the program's name
     std::span<const Argument> arguments;
     int (*run)(const Arguments&);
 };
@@ -56,17 +59,16 @@ struct Command {
 /// All commands, in the order in which help lists them. "config get" and "config set" are two rows.
 [[nodiscard]] std::span<const Command> commands() noexcept;
 
-/// The options in front of a command; help stands behind one, too.
+/// The options before a command; help stands after one, too.
 inline constexpr Argument helpOption{"help", "-h,--help", "", ArgumentKind::flag,
-                                     "Print this help and end"};
+                                     texts::helpOfHelp};
 inline constexpr Argument versionOption{"version", "--version", "", ArgumentKind::flag,
-                                        "Print the version and end"};
-inline constexpr Argument folderOption{
-    "program-folder", "--program-folder", "DIR", ArgumentKind::option,
-    "Folder of the settings file, the default image and the simulated radio's memory"};
+                                        texts::helpOfVersion};
+inline constexpr Argument folderOption{"program-folder", "--program-folder", "DIR",
+                                       ArgumentKind::option, texts::helpOfFolder};
 
-/// The summary of a word that several commands begin with, such as "config".
-inline constexpr std::string_view groupSummary = "Reads or changes the settings";
+/// The summary of a word that several commands begin with: "config".
+inline constexpr Text groupSummary = texts::configSummary;
 
 /// What the command line asks for.
 struct Request {
@@ -78,5 +80,9 @@ struct Request {
 
 /// Takes the command line apart by the table. A wrong one raises Failure 2.
 [[nodiscard]] Request parse(int count, const char* const* words);
+
+/// The program folder that a command line names, be it right or wrong: help and complaints are said
+/// in the language of its settings.
+[[nodiscard]] std::optional<std::string> folderNamedIn(int count, const char* const* words);
 
 }  // namespace k520::cli

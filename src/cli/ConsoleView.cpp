@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "app/Checked.h"
+#include "cli/cliTexts.h"
 #include "cli/interrupt.h"
 #include "cli/output.h"
 
@@ -36,9 +37,10 @@ void ConsoleView::clear() {
 
 void ConsoleView::beginStage(Stage stage) {
     // By Stage.
-    static constexpr std::array<std::string_view, 5> names{"Reading", "Backing up", "Writing",
-                                                           "Restoring", "Comparing"};
-    stage_ = names.at(static_cast<std::size_t>(stage));
+    static constexpr std::array<Text, 5> names{texts::readingNow, texts::backingUpNow,
+                                               texts::writingNow, texts::restoringNow,
+                                               texts::comparingNow};
+    stage_ = say(names.at(static_cast<std::size_t>(stage)));
     status_.clear();
     percent_ = 0;
     draw();
@@ -52,6 +54,12 @@ void ConsoleView::setStatus(const std::string& text) {
 }
 
 void ConsoleView::setProgress(std::int16_t percent) {
+    if (percent == 0) {
+        // A session sets its progress back when it is over; the line has nothing to show then.
+        stage_.clear();
+        clear();
+        return;
+    }
     percent_ = percent;
     draw();
 }
@@ -61,7 +69,7 @@ bool ConsoleView::abandoned() {
 }
 
 void ConsoleView::draw() {
-    if (!terminal_) {
+    if (!terminal_ || stage_.empty()) {
         return;
     }
     const auto filled = static_cast<std::size_t>(barLength * percent_ / 100);

@@ -4,14 +4,14 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "link/communView.h"
 
 namespace k520::cli {
 
 /// The view of a radio link on a terminal: one line on stderr that names the stage and follows its
-/// progress. Nothing is shown when stderr is no terminal. Ctrl-C abandons the session.
+/// progress to 100 %; then it is taken away. Nothing is shown when stderr is no terminal. Ctrl-C
+/// abandons the session.
 class ConsoleView : public CommunView {
   public:
     /// A `quiet` view has no line.
@@ -39,7 +39,7 @@ class ConsoleView : public CommunView {
   private:
     void draw();
 
-    std::string_view stage_;
+    std::string stage_;  ///< empty between the stages
     std::string status_;
     std::int16_t percent_ = 0;
     bool terminal_;

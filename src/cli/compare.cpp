@@ -10,6 +10,7 @@
 
 #include "channels/channelRecord.h"
 #include "channels/modModel.h"
+#include "cli/cliTexts.h"
 #include "cli/edit.h"
 #include "cli/output.h"
 #include "image/stamp.h"
@@ -188,10 +189,18 @@ class Comparer {
     Comparison result_;
 };
 
+std::size_t indexOf(Kind kind) {
+    return static_cast<std::size_t>(kind);
+}
+
+/// What scripts know a kind by.
 std::string_view kindName(Kind kind) {
     constexpr std::array<std::string_view, 5> names{"model", "band", "channel", "option", "byte"};
-    return names.at(static_cast<std::size_t>(kind));
+    return names.at(indexOf(kind));
 }
+
+constexpr std::array<Text, 5> kindTexts{texts::diffModel, texts::diffBand, texts::diffChannel,
+                                        texts::diffOption, texts::diffByte};
 
 std::string shownOrDash(const std::string& text) {
     return text.empty() ? "-" : text;
@@ -223,15 +232,17 @@ std::string comparisonText(const Comparison& comparison, const std::string& name
                            const std::string& nameB) {
     std::vector<std::vector<std::string>> rows;
     for (const auto& d : comparison.differences) {
-        const auto subject = fmt::format("{} {}", kindName(d.kind), d.what);
+        const auto subject = fmt::format("{} {}", say(kindTexts.at(indexOf(d.kind))), d.what);
         rows.push_back(
             {subject, d.part == "channel" ? "rx" : d.part, shownOrDash(d.a), shownOrDash(d.b)});
     }
     if (comparison.stampA != comparison.stampB) {
-        rows.push_back({"stamp", "(does not count)", shownOrDash(stampText(comparison.stampA)),
+        rows.push_back({say(texts::diffStamp), say(texts::doesNotCount),
+                        shownOrDash(stampText(comparison.stampA)),
                         shownOrDash(stampText(comparison.stampB))});
     }
-    return rows.empty() ? std::string() : formatTable({{"What"}, {""}, {nameA}, {nameB}}, rows);
+    return rows.empty() ? std::string()
+                        : formatTable({{say(texts::whatTitle)}, {""}, {nameA}, {nameB}}, rows);
 }
 
 nlohmann::ordered_json comparisonJson(const Comparison& comparison) {
@@ -246,7 +257,7 @@ nlohmann::ordered_json comparisonJson(const Comparison& comparison) {
 
 std::string countText(const Comparison& comparison) {
     const auto count = comparison.differences.size();
-    return fmt::format("{} difference{}", count, count == 1 ? "" : "s");
+    return count == 1 ? say(texts::oneDifference) : say(texts::someDifferences, count);
 }
 
 }  // namespace k520::cli

@@ -44,7 +44,7 @@ struct Comparison {
 
 [[nodiscard]] nlohmann::ordered_json comparisonJson(const Comparison& comparison);
 
-/// "1 difference", "3 differences".
+/// "1 difference", "3 differences", in the language in force.
 [[nodiscard]] std::string countText(const Comparison& comparison);
 
 }  // namespace k520::cli

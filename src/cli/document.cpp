@@ -2,8 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "cli/document.h"
 
-#include <fmt/format.h>
-
 #include <filesystem>
 #include <map>
 #include <system_error>
@@ -13,6 +11,7 @@
 #include "app/modFileCmd.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
 #include "cli/program.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
@@ -26,17 +25,15 @@ void openDocument(const std::string& path, ShortFile shortFile) {
         const auto size = modFileCmd::openDatFile(path);
         const auto needed = modIicDat::IicDat().size();
         if (size == 0) {
-            fail(path + ": the file is empty");
+            fail(say(texts::emptyFile, path));
         }
         if (size < needed) {
-            const auto message =
-                fmt::format("{}: the file holds {} of {} bytes", path, size, needed);
             if (shortFile == ShortFile::refuse) {
-                fail(message + "; it is too short to be changed or sent");
+                fail(say(texts::shortFileRefused, path, size, needed));
             }
-            warn(message + "; the rest comes from the default image");
+            warn(say(texts::shortFileWarned, path, size, needed));
         }
-        warnOfFailuresSince(mark, "; what was there before the file stands in its place");
+        warnOfFailuresSince(mark, say(texts::previousStays));
     } catch (const RuntimeError& error) {
         fail(error.source());
     }
@@ -46,10 +43,10 @@ void saveDocument(const std::string& path) {
     const auto mark = failureMark();
     // Encoded here first: an image that is only half up to date must not reach the disk.
     modChMem::SetConvIicDat();
-    failOnFailureSince(mark, "nothing saved: the channels and options cannot be encoded");
+    failOnFailureSince(mark, say(texts::cannotEncode));
     modFileCmd::setCurrentFile(path);
     modFileCmd::SaveDatFile();
-    failOnFailureSince(mark, "saving failed");
+    failOnFailureSince(mark, say(texts::savingFailed));
 }
 
 void requireDifferentFiles(const std::vector<std::optional<std::string>>& paths) {
@@ -63,7 +60,7 @@ void requireDifferentFiles(const std::vector<std::optional<std::string>>& paths)
         const auto [other, isNew] =
             seen.emplace(error ? std::filesystem::path(*path) : place, *path);
         if (!isNew) {
-            refuse(fmt::format("{} and {} are the same file", other->second, *path));
+            refuse(say(texts::sameFile, other->second, *path));
         }
     }
 }

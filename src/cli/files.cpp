@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <fmt/format.h>
-
 #include <nlohmann/json.hpp>
 
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
 #include "cli/commands.h"
 #include "cli/compare.h"
 #include "cli/document.h"
@@ -32,7 +31,7 @@ int runSet(const Arguments& arguments) {
 }
 
 int runDiff(const Arguments& arguments) {
-    startConfiguration(DefaultImage::helpful);
+    startConfiguration(DefaultImage::helpful, readerOf(arguments));
     const auto& nameA = arguments.at("A");
     const auto& nameB = arguments.at("B");
     openDocument(nameA, ShortFile::warn);
@@ -43,7 +42,7 @@ int runDiff(const Arguments& arguments) {
     print(arguments.has("json") ? comparisonJson(comparison).dump(2) + "\n"
                                 : comparisonText(comparison, nameA, nameB));
     if (!comparison.equal()) {
-        fail(fmt::format("{} between {} and {}", countText(comparison), nameA, nameB));
+        fail(say(texts::differencesBetween, countText(comparison), nameA, nameB));
     }
     return exitDone;
 }

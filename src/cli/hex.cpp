@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <fmt/format.h>
-
 #include <optional>
 #include <string>
 
 #include "app/Checked.h"
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
 #include "cli/commands.h"
 #include "cli/document.h"
 #include "cli/output.h"
@@ -36,8 +35,7 @@ int addressArgument(const Arguments& arguments, const char* name, int fallback) 
     } catch (const RuntimeError&) {
         // Told below, with the option's name.
     }
-    refuse(fmt::format("--{} {} is not an address; give hexadecimal digits, 0 to 7FFF", name,
-                       arguments.at(name)));
+    refuse(say(texts::notAnAddress, name, arguments.at(name)));
 }
 
 std::string hexRow(int rowStart, int from, int to) {
@@ -60,8 +58,7 @@ int runHex(const Arguments& arguments) {
     const int from = addressArgument(arguments, "from", 0);
     const int to = addressArgument(arguments, "to", last);
     if (from > to || to > last) {
-        refuse(fmt::format("the addresses {:04X} to {:04X} are no part of 0000 to {:04X}", from, to,
-                           last));
+        refuse(say(texts::addressesOutside, from, to, last));
     }
     openDocument(arguments.at("FILE"), ShortFile::warn);
     for (int row = from - from % bytesPerRow; row <= to; row += bytesPerRow) {

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "app/Text.h"
 #include "cli/Failure.h"
 
 namespace k520::cli {
@@ -18,7 +19,7 @@ namespace k520::cli {
 namespace {
 
 [[noreturn]] void failOutput() {
-    fail("stdout: " + std::generic_category().message(errno));
+    fail(about("stdout", std::generic_category().message(errno)));
 }
 
 std::string inColour(const char* code, const std::string& text) {
@@ -97,17 +98,6 @@ std::string formatTable(const std::vector<Column>& columns,
         table += (isFlagged ? flagged(line) : line) + '\n';
     }
     return table;
-}
-
-std::size_t displayWidth(std::string_view text) {
-    std::size_t width = 0;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        // Three-byte sequences from U+1100 on are East Asian wide as far as our texts go.
-        const bool leads = (byte & 0xC0) != 0x80;
-        width += leads ? (byte >= 0xE1 ? 2U : 1U) : 0U;
-    }
-    return width;
 }
 
 }  // namespace k520::cli

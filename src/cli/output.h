@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/wideText.h"
+
 /// Printing: stdout that is checked, tables, colours.
 namespace k520::cli {
 
@@ -38,8 +40,5 @@ struct Column {
 [[nodiscard]] std::string formatTable(const std::vector<Column>& columns,
                                       const std::vector<std::vector<std::string>>& rows,
                                       std::span<const std::size_t> flaggedRows = {});
-
-/// The number of terminal columns that a UTF-8 text takes.
-[[nodiscard]] std::size_t displayWidth(std::string_view text);
 
 }  // namespace k520::cli

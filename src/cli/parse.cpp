@@ -1,105 +1,59 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <fmt/format.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <span>
+#include <string_view>
+#include <utility>
 
 #include "cli/Command.h"
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
+#include "cli/helpText.h"
 
 namespace k520::cli {
 
 namespace {
+
+using Words = std::span<const char* const>;
 
 /// Joins a group's row and a command's row of the same parser: "config set" stands below "config".
 CLI::App* commandApp(CLI::App& app, const Command& command) {
     const std::string name(command.name);
     const auto blank = name.find(' ');
     if (blank == std::string::npos) {
-        return app.add_subcommand(name, std::string(command.summary));
+        return app.add_subcommand(name);
     }
     const std::string group = name.substr(0, blank);
     const auto known =
         app.get_subcommands([&](const CLI::App* each) { return each->get_name() == group; });
-    CLI::App* parent =
-        known.empty() ? app.add_subcommand(group, std::string(groupSummary)) : known.front();
-    parent->group("Commands");
+    CLI::App* parent = known.empty() ? app.add_subcommand(group) : known.front();
     parent->require_subcommand(0, 1);
-    parent->footer(fmt::format("k520-cli {0} get --help and {0} set --help explain them.", group));
-    return parent->add_subcommand(name.substr(blank + 1), std::string(command.summary));
+    return parent->add_subcommand(name.substr(blank + 1));
 }
 
-void addArgument(CLI::App& app, const Argument& argument, Arguments& into) {
+CLI::Option* addArgument(CLI::App& app, const Argument& argument, Arguments& into) {
     auto& values = into.values[std::string(argument.name)];
-    const std::string help(argument.help);
     const std::string flags(argument.flags);
     const auto takeOne = [&values](const std::string& word) { values = {word}; };
-    CLI::Option* option = nullptr;
     switch (argument.kind) {
         case ArgumentKind::positional:
-            option = app.add_option_function<std::string>(flags, takeOne, help)->required();
-            break;
+            return app.add_option_function<std::string>(flags, takeOne)->required();
         case ArgumentKind::positionalList:
-            option = app.add_option(flags, values, help)->required();
-            break;
+            return app.add_option(flags, values)->required();
         case ArgumentKind::option:
         case ArgumentKind::required:
-            option = app.add_option_function<std::string>(flags, takeOne, help)
-                         ->required(argument.kind == ArgumentKind::required);
-            break;
+            return app.add_option_function<std::string>(flags, takeOne)
+                ->required(argument.kind == ArgumentKind::required);
         case ArgumentKind::flag:
-            option = app.add_flag_callback(
-                flags, [&values] { values = {"yes"}; }, help);
             break;
     }
-    if (!argument.value.empty()) {
-        option->option_text(std::string(argument.value));
-    }
+    return app.add_flag_callback(flags, [&values] { values = {"yes"}; });
 }
-
-/// A command line of the command as its help shows it.
-std::string usageOf(const Command& command) {
-    std::string usage = "Usage: k520-cli " + std::string(command.name);
-    for (const Argument& argument : command.arguments) {
-        const auto flag = argument.flags.substr(0, argument.flags.find(','));
-        const auto value =
-            argument.value.empty() ? std::string(argument.name) : std::string(argument.value);
-        switch (argument.kind) {
-            case ArgumentKind::positional:
-            case ArgumentKind::positionalList:
-                usage += ' ' + value;
-                break;
-            case ArgumentKind::required:
-                usage += fmt::format(" {} {}", flag, value);
-                break;
-            case ArgumentKind::option:
-                usage += fmt::format(" [{} {}]", flag, value);
-                break;
-            case ArgumentKind::flag:
-                usage += fmt::format(" [{}]", flag);
-                break;
-        }
-    }
-    return usage + '\n';
-}
-
-/// The help texts' usage lines come from the table of commands.
-class HelpFormatter : public CLI::Formatter {
-  public:
-    std::map<const CLI::App*, std::string> usages;
-
-    std::string make_usage(const CLI::App* app, std::string name) const override {
-        const auto found = usages.find(app);
-        return found == usages.end() ? CLI::Formatter::make_usage(app, name) : found->second;
-    }
-};
 
 /// The parser's library takes a word "[a,b]" among several for several words.
-void refuseBrackets(const Request& request, std::span<const char* const> words) {
+void refuseBrackets(const Request& request, Words words) {
     const auto& known = request.command->arguments;
     if (std::ranges::count(known, ArgumentKind::positionalList, &Argument::kind) == 0) {
         return;
@@ -111,91 +65,156 @@ void refuseBrackets(const Request& request, std::span<const char* const> words) 
         });
         if (word.starts_with('[') && word.ends_with(']') && !single &&
             request.programFolder != word) {
-            refuse(
-                fmt::format("\"{}\" is not KEY=VALUE; give each edit as a word of its own", word));
+            refuse(say(texts::bracketsNotEdit, word));
         }
     }
 }
 
-struct Parser {
-    std::shared_ptr<HelpFormatter> formatter = std::make_shared<HelpFormatter>();
-    CLI::App app{"K520 radio programming: reads, edits and writes radios and data files",
-                 "k520-cli"};
-    std::vector<std::unique_ptr<Arguments>> arguments;
-    std::vector<CLI::App*> apps;
-    std::string programFolder;
-    CLI::Option* folderGiven = nullptr;
-
+/// The parser of a library behind the table of commands. What the library would say of itself, help
+/// and complaints, is said here instead, in the language in force.
+class Parser {
+  public:
     Parser() {
-        app.set_version_flag(std::string(versionOption.flags), "k520-cli " K520_VERSION,
-                             std::string(versionOption.help));
-        app.set_help_flag(std::string(helpOption.flags), std::string(helpOption.help));
-        folderGiven = app.add_option(std::string(folderOption.flags), programFolder,
-                                     std::string(folderOption.help))
-                          ->option_text(std::string(folderOption.value));
-        formatter->usages[&app] = "Usage: k520-cli [--program-folder DIR] COMMAND ...\n";
-        app.formatter(formatter);
-        app.require_subcommand(0, 1);
-        app.footer(
-            "k520-cli COMMAND --help explains a command.\n"
-            "Exit codes: 0 done or no difference, 1 failed or a difference found, 2 wrong command "
-            "line.");
+        app_.set_version_flag(std::string(versionOption.flags), "k520-cli " K520_VERSION);
+        app_.set_help_flag(std::string(helpOption.flags));
+        folderGiven_ = app_.add_option(std::string(folderOption.flags), programFolder_);
+        app_.require_subcommand(0, 1);
         for (const Command& command : commands()) {
             add(command);
         }
     }
 
-    void add(const Command& command) {
-        CLI::App* sub = commandApp(app, command);
-        sub->footer(std::string(command.details));
-        sub->group("Commands");
-        formatter->usages[sub] = usageOf(command);
-        arguments.push_back(std::make_unique<Arguments>());
-        for (const Argument& argument : command.arguments) {
-            addArgument(*sub, argument, *arguments.back());
+    [[nodiscard]] Request parse(Words words) {
+        app_.parse(static_cast<int>(words.size()), words.data());
+        Request result = request();
+        refuseBrackets(result, words.subspan(1));
+        return result;
+    }
+
+    /// The help of the deepest command that was recognised.
+    [[nodiscard]] std::string help() const {
+        if (const auto* row = recognisedRow()) {
+            return helpText::ofCommand(*row->command);
         }
-        apps.push_back(sub);
+        const auto name = recognised();
+        return name.empty() ? helpText::ofProgram() : helpText::ofGroup(name);
+    }
+
+    /// Refuses a wrong command line with what is wrong and where help is.
+    [[noreturn]] void refuseWithHelp(const std::string& complaint) const {
+        const auto name = recognised();
+        refuse(say(texts::seeHelp, complaint, name.empty() ? "k520-cli" : "k520-cli " + name));
+    }
+
+    [[nodiscard]] std::string complaintOf(const CLI::ParseError& error, Words words) const {
+        const auto unexpected = app_.remaining(true);
+        const auto* row = recognisedRow();
+        if (!unexpected.empty()) {
+            const auto& word = unexpected.front();
+            return say(row == nullptr && !word.starts_with('-') ? texts::noCommand
+                                                                : texts::wordNotExpected,
+                       word);
+        }
+        if (const auto complaint = row != nullptr ? complaintOfArguments(*row, words) : "";
+            !complaint.empty()) {
+            return complaint;
+        }
+        // The only thing that the library misses at the end is an option's value.
+        return dynamic_cast<const CLI::ArgumentMismatch*>(&error) != nullptr
+                   ? say(texts::valueMissing, words.back())
+                   : say(texts::notUnderstood, error.what());
+    }
+
+  private:
+    struct Row {
+        const Command* command;
+        CLI::App* app;
+        std::unique_ptr<Arguments> arguments;
+        std::vector<CLI::Option*> options;  ///< one for each argument of the command
+    };
+
+    void add(const Command& command) {
+        Row row{&command, commandApp(app_, command), std::make_unique<Arguments>(), {}};
+        for (const Argument& argument : command.arguments) {
+            row.options.push_back(addArgument(*row.app, argument, *row.arguments));
+        }
+        rows_.push_back(std::move(row));
     }
 
     [[nodiscard]] Request request() const {
         Request result;
-        if (folderGiven->count() > 0) {
+        if (folderGiven_->count() > 0) {
             // A script's variable that is not set must not lead to the user's own folder.
-            if (programFolder.empty()) {
-                refuse("--program-folder is empty; give a folder");
+            if (programFolder_.empty()) {
+                refuse(say(texts::folderEmpty));
             }
-            result.programFolder = programFolder;
+            result.programFolder = programFolder_;
         }
-        for (std::size_t i = 0; i < apps.size(); ++i) {
-            if (apps[i]->parsed()) {
-                result.command = &commands()[i];
-                result.arguments = *arguments[i];
-            }
+        const auto* row = recognisedRow();
+        if (row == nullptr) {
+            refuseWithHelp(say(texts::commandMissing));
         }
-        if (result.command == nullptr) {
-            refuse("a command is missing; see " + recognised() + " --help");
-        }
+        result.command = row->command;
+        result.arguments = *row->arguments;
         return result;
     }
 
-    /// The full name of the deepest command that was recognised before an error.
+    [[nodiscard]] const Row* recognisedRow() const {
+        const auto found =
+            std::ranges::find_if(rows_, [](const Row& row) { return row.app->parsed(); });
+        return found == rows_.end() ? nullptr : &*found;
+    }
+
+    /// "config set", "config", or nothing.
     [[nodiscard]] std::string recognised() const {
-        std::string name = "k520-cli";
-        const CLI::App* deepest = &app;
+        std::string name;
+        const CLI::App* deepest = &app_;
         while (!deepest->get_subcommands().empty()) {
             deepest = deepest->get_subcommands().front();
-            name += ' ' + deepest->get_name();
+            name += (name.empty() ? "" : " ") + deepest->get_name();
         }
         return name;
     }
-};
 
-std::string oneLine(std::string text) {
-    for (char& c : text) {
-        c = c == '\n' ? ' ' : c;
+    /// The first argument that was given wrongly, and how; empty where all are right.
+    static std::string complaintOfArguments(const Row& row, Words words) {
+        const bool valueMissing = isOption(*row.command, words.back());
+        for (std::size_t i = 0; i < row.options.size(); ++i) {
+            const auto& argument = row.command->arguments[i];
+            const auto flag = argument.flags.substr(argument.flags.rfind(',') + 1);
+            if (argument.kind == ArgumentKind::flag && isGivenValue(flag, words)) {
+                return say(texts::takesNoValue, flag);
+            }
+            if (argument.kind != ArgumentKind::positionalList && row.options[i]->count() > 1) {
+                return say(texts::givenTwice, flag);
+            }
+            if (row.options[i]->get_required() && row.options[i]->count() == 0 && !valueMissing) {
+                return say(texts::argumentMissing, helpText::nameOf(argument));
+            }
+        }
+        return {};
     }
-    return text;
-}
+
+    /// Whether a word is one of the command's options that take a value.
+    static bool isOption(const Command& command, std::string_view word) {
+        return std::ranges::any_of(command.arguments, [&](const Argument& argument) {
+            return argument.flags.starts_with('-') && !argument.value.empty() &&
+                   (',' + std::string(argument.flags) + ',').find(',' + std::string(word) + ',') !=
+                       std::string::npos;
+        });
+    }
+
+    static bool isGivenValue(std::string_view flag, Words words) {
+        return std::ranges::any_of(words, [&](std::string_view word) {
+            return word.starts_with(flag) && word.substr(flag.size()).starts_with('=');
+        });
+    }
+
+    CLI::App app_{"", "k520-cli"};
+    std::vector<Row> rows_;
+    std::string programFolder_;
+    CLI::Option* folderGiven_ = nullptr;
+};
 
 }  // namespace
 
@@ -206,23 +225,36 @@ const std::vector<std::string>& Arguments::list(std::string_view name) const {
 }
 
 Request parse(int count, const char* const* words) {
+    const Words all(words, static_cast<std::size_t>(count));
     Parser parser;
     try {
-        parser.app.parse(count, words);
-        Request request = parser.request();
-        refuseBrackets(request, std::span(words, static_cast<std::size_t>(count)).subspan(1));
-        return request;
+        return parser.parse(all);
     } catch (const CLI::CallForHelp&) {
         Request help;
-        help.text = parser.app.help();
+        help.text = parser.help();
         return help;
     } catch (const CLI::CallForVersion& version) {
         Request answer;
         answer.text = std::string(version.what()) + "\n";
         return answer;
     } catch (const CLI::ParseError& error) {
-        refuse(oneLine(error.what()) + "; see " + parser.recognised() + " --help");
+        parser.refuseWithHelp(parser.complaintOf(error, all));
     }
+}
+
+std::optional<std::string> folderNamedIn(int count, const char* const* words) {
+    const Words all(words, static_cast<std::size_t>(count));
+    const auto option = std::string(folderOption.flags);
+    for (std::size_t i = 1; i < all.size(); ++i) {
+        const std::string_view word = all[i];
+        if (word.starts_with(option + '=')) {
+            return std::string(word.substr(option.size() + 1));
+        }
+        if (word == option && i + 1 < all.size()) {
+            return all[i + 1];
+        }
+    }
+    return std::nullopt;
 }
 
 }  // namespace k520::cli

@@ -2,10 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <vector>
 
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
 #include "cli/commands.h"
 #include "cli/output.h"
 #include "link/comPorts.h"
@@ -26,23 +29,43 @@ nlohmann::ordered_json portJson(const comPorts::PortInfo& port) {
 
 std::vector<std::string> portRow(const comPorts::PortInfo& port) {
     return {fmt::format("{}", port.number), port.name, port.device, port.description,
-            port.usable ? "usable" : port.reason};
+            port.usable ? say(texts::portUsable) : port.reason};
+}
+
+std::string jsonOf(const std::vector<comPorts::PortInfo>& ports) {
+    auto json = nlohmann::ordered_json::array();
+    std::ranges::transform(ports, std::back_inserter(json), portJson);
+    return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n";
+}
+
+std::string tableOf(const std::vector<comPorts::PortInfo>& ports) {
+    std::vector<std::vector<std::string>> rows;
+    std::ranges::transform(ports, std::back_inserter(rows), portRow);
+    return formatTable({{say(texts::numberTitle), true},
+                        {say(texts::portTitle)},
+                        {say(texts::deviceTitle)},
+                        {say(texts::descriptionTitle)},
+                        {say(texts::stateTitle)}},
+                       rows);
 }
 
 }  // namespace
 
 int runPorts(const Arguments& arguments) {
-    auto json = nlohmann::ordered_json::array();
-    std::vector<std::vector<std::string>> rows;
-    for (auto number = comPorts::firstPort; number <= comPorts::lastPort; ++number) {
-        const auto port = comPorts::describe(number);
-        json.push_back(portJson(port));
-        rows.push_back(portRow(port));
+    std::vector<comPorts::PortInfo> ports;
+    const auto describeAll = [&] {
+        for (auto number = comPorts::firstPort; number <= comPorts::lastPort; ++number) {
+            ports.push_back(comPorts::describe(number));
+        }
+    };
+    if (arguments.has("json")) {
+        const SpeakingIn scripts(TextLanguage::english);
+        describeAll();
+        print(jsonOf(ports));
+    } else {
+        describeAll();
+        print(tableOf(ports));
     }
-    print(
-        arguments.has("json")
-            ? json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + "\n"
-            : formatTable({{"No.", true}, {"Port"}, {"Device"}, {"Description"}, {"State"}}, rows));
     return exitDone;
 }
 

@@ -18,6 +18,7 @@
 #include "app/programFolder.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
 #include "cli/output.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
@@ -35,12 +36,12 @@ fs::path settingsFile() {
 }
 
 [[noreturn]] void failSettings(const std::string& what) {
-    fail(fmt::format("the settings file {}: {}", settingsFile().string(), what));
+    fail(say(texts::settingsFileSays, settingsFile().string(), what));
 }
 
 /// A number of the settings that has to lie within limits before anything can be decoded.
 struct Requirement {
-    const char* what;
+    Text what;
     int value;
     int least;
     int most;
@@ -53,32 +54,29 @@ void require(const Requirement& needed) {
     if (needed.value >= needed.least && needed.value <= needed.most) {
         return;
     }
-    failSettings(fmt::format(
-        "[{}] {} = {}, but {} has to be {} to {}; mend it with: {}", needed.section, needed.key,
-        mdimoduMain::readSetting(needed.section, needed.key, ""), needed.what, needed.least,
-        needed.most, configSetCommand(needed.section, needed.key, needed.shipped)));
+    failSettings(say(texts::settingOutOfRange, needed.section, needed.key,
+                     mdimoduMain::readSetting(needed.section, needed.key, ""), say(needed.what),
+                     needed.least, needed.most,
+                     configSetCommand(needed.section, needed.key, needed.shipped)));
 }
 
 /// A file that cannot be read, or that is none of ours, gets one message instead of one a key.
 void requireSettings() {
     std::error_code ignored;
     if (!fs::exists(settingsFile(), ignored)) {
-        fail(fmt::format("there is no settings file {}, and none is installed",
-                         settingsFile().string()));
+        fail(say(texts::noSettings, settingsFile().string()));
     }
     try {
         if (mdimoduMain::readSetting("Setting", "DatNum", "").empty()) {
-            failSettings(
-                "it has no [Setting] DatNum, so it is none of this program; move it away, "
-                "and the shipped one is used");
+            failSettings(say(texts::foreignSettings));
         }
     } catch (const RuntimeError& error) {
-        fail("the settings cannot be read: " + error.source());
+        fail(say(texts::settingsUnreadable, error.source()));
     }
 }
 
 void requireUsableImage() {
-    require({"the image's highest address", modIicDat::state().DatNum, datFile::leastDatNum, 0x7FFF,
+    require({texts::highestAddress, modIicDat::state().DatNum, datFile::leastDatNum, 0x7FFF,
              "Setting", "DatNum", "8191"});
 }
 
@@ -89,11 +87,9 @@ void requireUsableDefaults() {
         const auto value = parseNumber(column.entry(2));
         const auto count = static_cast<double>(column.texts().size());
         if (column.isList() && (!value || *value < 0 || *value >= count)) {
-            failSettings(fmt::format(
-                "[ChInfo] {} = {} is no entry of the column {}; mend it with: "
-                "{}",
-                modChMem::defaultKey(k), column.entry(2), column.key(),
-                configSetCommand("ChInfo", fmt::format("{}", modChMem::defaultKey(k)), "0")));
+            failSettings(
+                say(texts::defaultNotEntry, modChMem::defaultKey(k), column.entry(2), column.key(),
+                    configSetCommand("ChInfo", fmt::format("{}", modChMem::defaultKey(k)), "0")));
         }
     }
 }
@@ -101,10 +97,10 @@ void requireUsableDefaults() {
 void requireUsableGrid() {
     const auto& channels = modChMem::state();
     const int base = modChMem::keyBase();
-    require({"the number of channels", channels.ChNum, 1, modChMem::codecChannels, "ChInfo",
+    require({texts::channelCount, channels.ChNum, 1, modChMem::codecChannels, "ChInfo",
              fmt::format("{}", base), "16"});
-    require({"the number of columns", channels.ColNum, modChMem::column::encode,
-             modChMem::lastField, "ChInfo", fmt::format("{}", base + 2), "8"});
+    require({texts::columnCount, channels.ColNum, modChMem::column::encode, modChMem::lastField,
+             "ChInfo", fmt::format("{}", base + 2), "8"});
 }
 
 /// Half-read tables of channels or options are nothing to work with.
@@ -125,9 +121,19 @@ void warnOfDefaultImage() {
     std::error_code error;
     const auto size = fs::file_size(path, error);
     if (!error && size < modIicDat::IicDat().size()) {
-        warn(fmt::format("the default image {} holds {} of {} bytes; the rest is 0", path.string(),
-                         size, modIicDat::IicDat().size()));
+        warn(say(texts::shortDefault, path.string(), size, modIicDat::IicDat().size()));
     }
+}
+
+/// Warnings and complaints stay in the user's language also where the output is for scripts.
+void prepareFor(Reader reader) {
+    if (reader == Reader::person) {
+        modStartUp::prepareCore();
+        return;
+    }
+    const SpeakingIn kept(textLanguage());
+    mdimoduMain::state().Language = mdimoduMain::languageEnglish;
+    modStartUp::prepareCore();
 }
 
 /// A word as a shell takes it for what it is.
@@ -149,7 +155,7 @@ std::string shellQuoted(const std::string& word) {
 void chooseProgramFolder(const std::optional<std::string>& chosen) {
     chosenFolder = chosen.value_or(std::string());
     try {
-        if (const auto remark = programFolder::choose(chosen, "program folder")) {
+        if (const auto remark = programFolder::choose(chosen)) {
             warn(*remark);
         }
     } catch (const RuntimeError& error) {
@@ -157,7 +163,11 @@ void chooseProgramFolder(const std::optional<std::string>& chosen) {
     }
 }
 
-void startCore() {
+Reader readerOf(const Arguments& arguments) {
+    return arguments.has("json") ? Reader::script : Reader::person;
+}
+
+void startCore(Reader reader) {
     mdimoduMain::state().settingsWritable = false;
     requireSettings();
     auto mark = failureMark();
@@ -165,22 +175,22 @@ void startCore() {
     requireUsableImage();
     warnOfFailuresSince(mark);
     mark = failureMark();
-    modStartUp::prepareCore();
+    prepareFor(reader);
     requireUsableGrid();
     failOnHalfReadTables(mark);
     requireUsableDefaults();
     warnOfFailuresSince(mark);
 }
 
-void startConfiguration(DefaultImage defaultImage) {
+void startConfiguration(DefaultImage defaultImage, Reader reader) {
     const mdimoduMain::SettingsSnapshot settings;
-    startCore();
+    startCore(reader);
     warnOfDefaultImage();
     const auto mark = failureMark();
     modFileCmd::NewFileSol();
     failOnHalfReadTables(mark);
     if (defaultImage == DefaultImage::needed) {
-        failOnFailureSince(mark, "the default image cannot be used");
+        failOnFailureSince(mark, say(texts::defaultUnusable));
     }
     warnOfFailuresSince(mark);
 }
@@ -219,7 +229,7 @@ void warn(const std::string& message) {
     // The same thing met again, by a second pass over the same data, is no news.
     static std::set<std::string> told;
     if (told.insert(message).second) {
-        printError("k520-cli: warning: " + message + "\n");
+        printError("k520-cli: " + say(texts::warning) + message + "\n");
     }
 }
 
@@ -244,7 +254,7 @@ void warnOfFailuresSince(std::size_t mark, const std::string& consequence) {
 
 void failOnFailureSince(std::size_t mark, const std::string& doing) {
     if (const auto failure = failureSince(mark)) {
-        fail(doing + ": " + *failure);
+        fail(about(doing, *failure));
     }
 }
 

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "app/modStartUp.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
 #include "cli/interrupt.h"
@@ -35,6 +36,7 @@ int complain(int code, std::string message) {
 
 int run(int count, const char* const* words) {
     try {
+        modStartUp::chooseTextLanguage(folderNamedIn(count, words));
         noteInterrupts();
         const int code = runRequest(parse(count, words));
         flushOutput();

@@ -12,6 +12,7 @@
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
+#include "cli/cliTexts.h"
 #include "cli/commands.h"
 #include "cli/document.h"
 #include "cli/output.h"
@@ -86,26 +87,26 @@ json pictureJson(const Picture& picture, const std::string& file) {
             {"options", optionsJson(picture)}};
 }
 
-/// A caption without its mnemonic mark; `fallback` in a language without texts.
-std::string caption(int textIndex, const std::string& fallback) {
+/// A caption of the window; `fallback` in a language without captions.
+std::string caption(int textIndex, const Text& fallback) {
     const auto& text = modSoftFace::text(textIndex);
-    return text.empty() ? fallback : text;
+    return text.empty() ? say(fallback) : text;
 }
 
 std::string headText(const Picture& picture) {
     const auto stamp = stampText(picture.stamp);
     const std::vector<std::pair<std::string, std::string>> lines{
-        {caption(184, "Model Type"),
+        {caption(184, texts::modelTitle),
          picture.modelName.value_or(fmt::format("{} ?", picture.model))},
-        {caption(185, "Frequency[MHz]"), picture.band.name},
-        {caption(187, "Write Data Last Time"), stamp.empty() ? caption(179, "-") : stamp}};
+        {caption(185, texts::bandTitle), picture.band.name},
+        {caption(187, texts::stampTitle), stamp.empty() ? caption(179, texts::noStamp) : stamp}};
     std::size_t width = 0;
     for (const auto& line : lines) {
         width = std::max(width, displayWidth(line.first));
     }
     std::string head;
     for (const auto& [name, value] : lines) {
-        head += name + std::string(width - displayWidth(name) + 2, ' ') + value + '\n';
+        head += paddedRight(name, width + 2) + value + '\n';
     }
     return head;
 }
@@ -146,12 +147,12 @@ std::string channelsText(const Picture& picture) {
     for (const auto& channel : picture.channels) {
         if (channel.rx && !channel.inBand) {
             outside.push_back(rows.size());
-            names += fmt::format(" {}", channel.channel);
+            names += fmt::format("{}{}", names.empty() ? "" : " ", channel.channel);
         }
         rows.push_back(channelRow(channel));
     }
     auto text = formatTable(channelColumns(), rows, outside);
-    return outside.empty() ? text : text + flagged("Outside the band:" + names) + '\n';
+    return outside.empty() ? text : text + flagged(say(texts::outsideBand) + names) + '\n';
 }
 
 std::string optionsText(const Picture& picture) {
@@ -163,14 +164,15 @@ std::string optionsText(const Picture& picture) {
                         optionTable::valueText(option, value),
                         fmt::format("option.{}", option.name)});
     }
-    return formatTable({{caption(200, "Optional Features")}, {""}, {"Key"}}, rows);
+    return formatTable({{caption(200, texts::optionalFeatures)}, {""}, {say(texts::keyTitle)}},
+                       rows);
 }
 
 }  // namespace
 
 int runShow(const Arguments& arguments) {
-    startConfiguration(DefaultImage::helpful);
     const auto& file = arguments.at("FILE");
+    startConfiguration(DefaultImage::helpful, readerOf(arguments));
     openDocument(file, ShortFile::warn);
     const Picture picture = currentPicture();
     if (arguments.has("json")) {

@@ -54,8 +54,8 @@ void describe(QCommandLineParser& parser) {
 bool chooseProgramFolder(const QString& chosen) {
     try {
         // A folder that does not exist yet is made when something is first stored in it.
-        static_cast<void>(programFolder::choose(
-            chosen.isEmpty() ? std::nullopt : std::optional(stdPath(chosen)), "program folder"));
+        static_cast<void>(programFolder::choose(chosen.isEmpty() ? std::nullopt
+                                                                 : std::optional(stdPath(chosen))));
         return true;
     } catch (const RuntimeError& error) {
         theDialogs().tell(BoxIcon::critical, "K520", error.source());

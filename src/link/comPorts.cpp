@@ -14,7 +14,9 @@
 
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
+#include "link/linkTexts.h"
 #include "link/modCommun.h"
+#include "link/portTexts.h"
 #include "link/posixPort.h"
 #include "link/virtualPort.h"
 #include "link/virtualRadio.h"
@@ -124,7 +126,7 @@ std::string devicePath(std::int16_t number) {
 
 std::unique_ptr<SerialPort> portForDevice(const std::string& device) {
     if (device.empty()) {
-        throw RuntimeError(errNum::deviceUnavailable, "no device belongs to this port");
+        throw RuntimeError(errNum::deviceUnavailable, say(texts::noDeviceForPort));
     }
     if (device == VirtualPort::name) {
         return virtualRadio::makePort();
@@ -138,7 +140,7 @@ PortMaker defaultPortMaker() {
 
 std::string deviceDescription(const std::string& device, const fs::path& terminals) {
     if (device == VirtualPort::name) {
-        return "simulated radio";
+        return say(texts::simulatedRadio);
     }
     std::error_code missing;
     const fs::path name = fs::canonical(device, missing).filename();

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "app/RuntimeError.h"
+#include "link/portTexts.h"
 
 namespace k520 {
 
@@ -19,8 +20,7 @@ DeviceLink::DeviceLink(fs::path link, fs::path device)
     std::error_code error;
     const auto present = fs::symlink_status(link_, error);
     if (fs::exists(present) && !fs::is_symlink(present)) {
-        throw RuntimeError(errNum::pathAccess,
-                           link_.string() + ": exists and is no symbolic link; it stays");
+        throw RuntimeError(errNum::pathAccess, link_.string(), say(texts::notALink));
     }
     const fs::path temporary = link_.string() + "." + std::to_string(::getpid());
     fs::create_symlink(device_, temporary, error);

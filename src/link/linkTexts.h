@@ -32,7 +32,7 @@ inline constexpr Text portMissing{
     "端口没有设备 ({1})。请插好写频线并安装驱动程序，或选择其他端口。",
     "There is no device at the port ({1}). Plug in the programming cable and see that its driver "
     "is there, or choose another port."};
-inline constexpr Text portDenied{"没有使用端口的权限。{0}", "You may not use the port. {0}"};
+inline constexpr Text portDenied{"无法使用端口。{0}", "You may not use the port. {0}"};
 inline constexpr Text portInUse{
     "端口已被占用 ({0})。请关闭占用它的程序，或选择其他端口。",
     "The port is taken ({0}). Close the program that has it, or choose another port."};

@@ -6,6 +6,7 @@
 #include "app/modSoftFace.h"
 #include "link/dataLog.h"
 #include "link/modCommun.h"
+#include "link/portTexts.h"
 #include "link/scriptText.h"
 
 namespace k520::modCommun {
@@ -40,7 +41,7 @@ bool guardedOnce(std::string_view label, Body&& body) {
 
 SerialPort& thePort() {
     if (!state().comCommun) {
-        throw RuntimeError(errNum::deviceUnavailable, "the serial port is not open");
+        throw RuntimeError(errNum::deviceUnavailable, say(texts::serialPortNotOpen));
     }
     return *state().comCommun;
 }

@@ -11,6 +11,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "link/portTexts.h"
+
 namespace k520::portHolder {
 
 namespace {
@@ -81,15 +83,15 @@ std::string description(const struct stat& device) {
         holder = opener(device);
     }
     if (!holder) {
-        return "another program";
+        return say(texts::anotherProgram);
     }
     if (*holder == ::getpid()) {
-        return "this program";
+        return say(texts::thisProgram);
     }
-    std::string name = "a program";
+    std::string name = say(texts::someProgram);
     std::ifstream comm(fmt::format("/proc/{}/comm", *holder));
     std::getline(comm, name);
-    return fmt::format("{} (process {})", name, *holder);
+    return say(texts::programWithNumber, name, *holder);
 }
 
 }  // namespace k520::portHolder

@@ -3,7 +3,6 @@
 #include "link/posixPort.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <grp.h>
 #include <poll.h>
 #include <pwd.h>
@@ -21,6 +20,7 @@
 
 #include "app/RuntimeError.h"
 #include "link/portHolder.h"
+#include "link/portTexts.h"
 #include "link/radioLine.h"
 
 namespace k520 {
@@ -30,15 +30,15 @@ namespace {
 using std::chrono::steady_clock;
 
 [[noreturn]] void throwInUse(const std::string& path, const struct stat& device) {
-    throw RuntimeError(errNum::alreadyOpen,
-                       fmt::format("{}: in use by {}", path, portHolder::description(device)));
+    throw RuntimeError(errNum::alreadyOpen, path,
+                       say(texts::inUseBy, portHolder::description(device)));
 }
 
 [[noreturn]] void throwNotSerial(const std::string& path, const struct stat& device) {
-    const char* const what = S_ISDIR(device.st_mode)   ? "is a folder, not a serial device"
-                             : S_ISREG(device.st_mode) ? "is a plain file, not a serial device"
-                                                       : "is not a serial device";
-    throw RuntimeError(errNum::deviceUnavailable, fmt::format("{}: {}", path, what));
+    const Text& what = S_ISDIR(device.st_mode)   ? texts::isAFolder
+                       : S_ISREG(device.st_mode) ? texts::isAFile
+                                                 : texts::isNotSerial;
+    throw RuntimeError(errNum::deviceUnavailable, path, say(what));
 }
 
 std::string userName(uid_t user) {
@@ -58,15 +58,10 @@ bool groupMayUse(const struct stat& device) {
 }
 
 [[noreturn]] void throwNoPermission(const std::string& path, const struct stat& device) {
-    std::string remedy = fmt::format("only user {} may use it", userName(device.st_uid));
-    if (groupMayUse(device)) {
-        const std::string group = groupName(device.st_gid);
-        remedy = fmt::format(
-            "members of group {0} may use it: sudo usermod -aG {0} {1}, then log in again", group,
-            userName(::getuid()));
-    }
-    throw RuntimeError(errNum::permissionDenied,
-                       fmt::format("{}: permission denied; {}", path, remedy));
+    const auto remedy = groupMayUse(device)
+                            ? say(texts::joinGroup, groupName(device.st_gid), userName(::getuid()))
+                            : say(texts::onlyUser, userName(device.st_uid));
+    throw RuntimeError(errNum::permissionDenied, path, say(texts::permissionNeeded, remedy));
 }
 
 /// What the path leads to; anything but a character device is refused before it is opened.
@@ -74,12 +69,10 @@ struct stat examine(const std::string& path) {
     struct stat device {};
     if (::stat(path.c_str(), &device) != 0) {
         if (errno == ENOENT || errno == ENOTDIR) {
-            throw RuntimeError(errNum::fileNotFound,
-                               path + ": no such device; is the cable plugged in?");
+            throw RuntimeError(errNum::fileNotFound, path, say(texts::noSuchDevice));
         }
         if (errno == EACCES) {
-            throw RuntimeError(errNum::permissionDenied,
-                               path + ": no permission to look into its folder");
+            throw RuntimeError(errNum::permissionDenied, path, say(texts::folderClosed));
         }
         throwSystemError(errno, path);
     }
@@ -219,7 +212,7 @@ std::vector<std::uint8_t> PosixPort::readAll() {
 
 void PosixPort::requireOpen() const {
     if (!isOpen()) {
-        throw RuntimeError(errNum::badFileName, path_ + ": the port is not open");
+        throw RuntimeError(errNum::badFileName, path_, say(texts::portNotOpen));
     }
 }
 
@@ -229,8 +222,7 @@ void PosixPort::require(bool done) const {
         return;
     }
     if (errno == EIO || errno == ENXIO || errno == ENODEV) {
-        throw RuntimeError(errNum::deviceIo,
-                           path_ + ": the port has gone away; is the cable still plugged in?");
+        throw RuntimeError(errNum::deviceIo, path_, say(texts::portGone));
     }
     throwSystemError(errno, path_);
 }
@@ -238,7 +230,7 @@ void PosixPort::require(bool done) const {
 void PosixPort::waitForRoom(steady_clock::time_point deadline) const {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
     if (left.count() <= 0) {
-        throw RuntimeError(errNum::deviceIo, path_ + ": the port does not take bytes");
+        throw RuntimeError(errNum::deviceIo, path_, say(texts::portTakesNothing));
     }
     pollfd line{line_.get(), POLLOUT, 0};
     require(::poll(&line, 1, static_cast<int>(left.count())) >= 0 || errno == EINTR);

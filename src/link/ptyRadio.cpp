@@ -18,13 +18,12 @@
 
 #include "app/RuntimeError.h"
 #include "link/portHolder.h"
+#include "link/portTexts.h"
 #include "link/radioLine.h"
 
 namespace k520 {
 
 namespace {
-
-constexpr const char* subject = "pseudo-terminal";
 
 /// How far the client's line may run ahead. What it writes beyond that waits in the terminal's
 /// buffer, as in a port's, and a client that floods the line has to wait too.
@@ -36,8 +35,9 @@ constexpr int looksAfterClosing = 10;
 constexpr Clock::Microseconds lookInterval{20'000};
 
 void require(bool done) {
+    const int error = errno;
     if (!done) {
-        throwSystemError(errno, subject);
+        throwSystemError(error, say(texts::pseudoTerminal));
     }
 }
 

@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "app/Checked.h"
+#include "link/portTexts.h"
 
 namespace k520::scriptText {
 
@@ -30,7 +31,7 @@ std::string blockHeader(int address, int length) {
 std::string addressText(int address) {
     if (address < 0 || address > highestAddress) {
         throw RuntimeError(errNum::invalidCall,
-                           fmt::format("address {} is outside 0..{}", address, highestAddress));
+                           say(texts::addressOutside, address, highestAddress));
     }
     const auto bits = static_cast<std::uint32_t>(address);
     return hexText(bits / 1024, 1) + hexText(bits % 1024, 3);

@@ -68,8 +68,8 @@ std::string success(Direction direction, const Result& result, Entries logged) {
 
 std::string portAdvice(Entries logged) {
     const auto entry = lastOf(logged, "modCommun->OpenCom");
-    const auto device = entry.source.substr(0, entry.source.find(": "));
-    return say(troubleOf(entry.number).advice, entry.source, device);
+    return say(troubleOf(entry.number).advice, entry.source,
+               entry.subject.empty() ? entry.source : entry.subject);
 }
 
 /// The port's own failure on the way, not one of the opening.

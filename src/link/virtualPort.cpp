@@ -7,13 +7,14 @@
 
 #include "app/Clock.h"
 #include "app/RuntimeError.h"
+#include "link/portTexts.h"
 
 namespace k520 {
 
 namespace {
 
-[[noreturn]] void refuse(std::int16_t number, const char* why) {
-    throw RuntimeError(number, std::string(VirtualPort::name) + ": " + why);
+[[noreturn]] void refuse(std::int16_t number, const std::string& why) {
+    throw RuntimeError(number, VirtualPort::name, why);
 }
 
 }  // namespace
@@ -27,10 +28,10 @@ VirtualPort::~VirtualPort() {
 void VirtualPort::open() {
     const auto now = theClock().now();
     if (radio_->gone(now)) {
-        refuse(errNum::fileNotFound, "no such device; is the cable plugged in?");
+        refuse(errNum::fileNotFound, say(texts::noSuchDevice));
     }
     if (!radio_->takeCable()) {
-        refuse(errNum::alreadyOpen, "in use by this program");
+        refuse(errNum::alreadyOpen, say(texts::inUseBy, say(texts::thisProgram)));
     }
     open_ = true;
     // What came while nobody listened is lost, as on a real port.
@@ -70,11 +71,11 @@ std::vector<std::uint8_t> VirtualPort::readAll() {
 
 void VirtualPort::takeArrived() {
     if (!open_) {
-        refuse(errNum::badFileName, "the port is not open");
+        refuse(errNum::badFileName, say(texts::portNotOpen));
     }
     const auto now = theClock().now();
     if (radio_->gone(now)) {
-        refuse(errNum::deviceIo, "the port has gone away; is the cable still plugged in?");
+        refuse(errNum::deviceIo, say(texts::portGone));
     }
     const auto bytes = radio_->takeDue(now);
     received_.insert(received_.end(), bytes.begin(), bytes.end());

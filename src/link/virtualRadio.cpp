@@ -18,6 +18,7 @@
 #include "channels/channelRecord.h"
 #include "channels/frequency.h"
 #include "channels/toneCode.h"
+#include "link/portTexts.h"
 #include "link/virtualPort.h"
 
 namespace k520::virtualRadio {
@@ -124,9 +125,8 @@ class KeepingPort : public VirtualPort {
         try {
             files::replace(path_, radio().memory());
         } catch (const RuntimeError& error) {
-            throw RuntimeError(error.number(),
-                               "the simulated radio cannot keep its memory in the folder " +
-                                   path_.parent_path().string() + ": " + error.source());
+            throw RuntimeError(error.number(), say(texts::memoryNotKept,
+                                                   path_.parent_path().string(), error.source()));
         }
     }
 

@@ -4,6 +4,7 @@
 #include <stdexcept>
 
 #include "app/Guard.h"
+#include "app/causeTexts.h"
 #include "app/errTexts.h"
 #include "app/softFaceTexts.h"
 #include "support/ProgramFolder.h"
@@ -91,6 +92,19 @@ TEST(SoftFaceTexts, FillTakesTheTextsOfTheLanguage) {
     EXPECT_EQ(modSoftFace::state().SoftFace, modSoftFace::State{}.SoftFace);
     EXPECT_THROW(static_cast<void>(modSoftFace::text(446)), RuntimeError);
     EXPECT_THROW(static_cast<void>(modSoftFace::text(-1)), RuntimeError);
+}
+
+TEST(SoftFaceTexts, NamedTextsAreChineseInLanguageOneAndEnglishInAllOthers) {
+    const std::pair<std::int16_t, const char*> cases[] = {{1, "fleet.dat：未知错误"},
+                                                          {2, "fleet.dat: unknown failure"},
+                                                          {3, "fleet.dat: unknown failure"},
+                                                          {0, "fleet.dat: unknown failure"}};
+    for (const auto& [language, expected] : cases) {
+        std::int16_t asked = language;
+        modSoftFace::FillSoftFace(asked);
+        EXPECT_EQ(RuntimeError(1, "fleet.dat", say(texts::unknownFailure)).source(), expected)
+            << language;
+    }
 }
 
 TEST(ErrTexts, AreAscendingAndTellTheStandardErrors) {

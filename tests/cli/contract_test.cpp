@@ -44,8 +44,7 @@ TEST_F(Contract, EveryCommandExplainsItself) {
         const auto help = run(name + " --help");
         EXPECT_EQ(help.code, 0) << command.name;
         for (const auto& argument : command.arguments) {
-            EXPECT_THAT(help.out, HasSubstr(std::string(argument.help).substr(0, 20)))
-                << command.name;
+            EXPECT_THAT(help.out, HasSubstr(say(argument.help).substr(0, 20))) << command.name;
         }
     }
 }

@@ -38,9 +38,9 @@ Result failed(std::int16_t attempts, std::int16_t steps = 0,
     return with(Outcome::failed, attempts, steps, furthest);
 }
 
-Entries opening(std::int16_t number, const std::string& source) {
+Entries opening(std::int16_t number, const std::string& source, const std::string& device = {}) {
     return {{"frmOther->Thing", errNum::fileNotFound, "noise"},
-            {"modCommun->OpenCom", number, source}};
+            {"modCommun->OpenCom", number, source, device}};
 }
 
 TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
@@ -51,7 +51,8 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
     noScript.stepCount = 0;
     const Entries gone{{"modCommun->ProtocolCom", errNum::deviceIo, "/dev/x: gone"}};
     const std::tuple<Direction, Result, Entries, std::string, std::string> cases[] = {
-        {read, noPort, opening(53, "/dev/x: none; ask"), "no device at the port (/dev/x).", ""},
+        {read, noPort, opening(53, "/dev/x: none; ask", "/dev/x"),
+         "no device at the port (/dev/x).", ""},
         {read, noPort, opening(70, "/dev/x: join dialout"), "may not use", "join dialout"},
         {write, noPort, opening(55, "/dev/x: in use by p"), "taken (/dev/x: in use by p)", ""},
         {write, noPort, opening(68, "no device"), "no serial port (no device)", ""},
