@@ -326,7 +326,7 @@ std::string RadioLink::causeOf(const safeguards::Report& report) const {
         return "stopped on request";
     }
     const auto& entries = modShowErr::state().entries;
-    if (report.mark < entries.size()) {
+    if (!report.result.unanswered && report.mark < entries.size()) {
         return fmt::format("{}{}", entries[report.mark].source,
                            remedyFor(entries[report.mark].number));
     }

@@ -7,6 +7,10 @@
 
 namespace k520 {
 
+namespace modSession {
+struct Result;
+}
+
 /// Which way a session moves the memory image.
 enum class Direction : std::uint8_t { read, write };
 
@@ -43,6 +47,10 @@ class CommunView {
     virtual void setBlinking(bool on) = 0;
     /// chkShowMemDat: refill the memory data grid after a session.
     [[nodiscard]] virtual bool showMemDatTicked() = 0;
+
+    /// The last attempt has failed; the box that says so follows, and the port is still open. What
+    /// `result` tells is final, but for the duration.
+    virtual void gaveUp(const modSession::Result& /*result*/) {}
 
     /// True ends the session at once as stopped, whatever the stop box allows: the command line's
     /// interrupt key. Once true it stays true. Asked between steps and during waits for a reply.

@@ -10,11 +10,13 @@
 #include "app/Checked.h"
 #include "app/Dialogs.h"
 #include "app/Guard.h"
+#include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "image/stamp.h"
+#include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "memview/modMemDat.h"
 
@@ -141,6 +143,7 @@ class Session {
         }
         // An error that escapes from here, such as a block beyond the image, would meet every
         // attempt: it ends the session as failed.
+        logged_ = modShowErr::state().entries.size();
         guarded(plan_.label, [&] {
             begin();
             Outcome outcome = attempts();
@@ -191,9 +194,25 @@ class Session {
                 return Outcome::stopped;
             }
         }
+        giveUp();
+        return Outcome::failed;
+    }
+
+    void giveUp() {
+        result_.outcome = Outcome::failed;
+        result_.failedAttempts = link_.attemptCounter;
+        result_.unanswered = modShowErr::state().entries.size() == logged_;
+        if (result_.unanswered) {
+            guarded(plan_.label, [&] {
+                throw RuntimeError(
+                    errNum::deviceIo,
+                    say(result_.mostSteps == 0 ? texts::noValidAnswer : texts::attemptsBrokeOff,
+                        mostAttempts));
+            });
+        }
+        view_.gaveUp(result_);
         theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(modSoftFace::noticeText),
                           modSoftFace::text(checkPortText));
-        return Outcome::failed;
     }
 
     bool attempt() {
@@ -283,6 +302,8 @@ class Session {
     modCommun::State& link_ = modCommun::state();
     const modCommun::ScriptList& list_ = link_.*plan_.list;
     Result result_;
+    /// Failures in the error list when the attempts began.
+    std::size_t logged_ = 0;
 };
 
 Result runSession(const Job& job, CommunView& view) {

@@ -48,6 +48,9 @@ struct Result {
     /// The most steps that succeeded in any attempt, and the address of the last block among them.
     std::int16_t mostSteps = 0;
     std::optional<std::int16_t> furthestAddress;
+    /// No attempt succeeded, and no error tells why: replies were late, wrong or missing. The error
+    /// list says so, with 57 under the session's label.
+    bool unanswered = false;
     /// From the opening of the port to its closing, and the last attempt alone.
     Clock::Microseconds duration{0};
     Clock::Microseconds lastAttempt{0};

@@ -40,6 +40,7 @@ class StageView : public CommunView {
     [[nodiscard]] bool stopTicked() override { return view_.stopTicked(); }
     void setBlinking(bool on) override { view_.setBlinking(on); }
     [[nodiscard]] bool showMemDatTicked() override { return view_.showMemDatTicked(); }
+    void gaveUp(const modSession::Result& result) override { view_.gaveUp(result); }
     [[nodiscard]] bool abandoned() override { return view_.abandoned(); }
 
   private:

@@ -2,12 +2,17 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/sessionAdvice.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <iterator>
 #include <string_view>
 
 #include "app/RuntimeError.h"
+#include "image/backups.h"
+#include "image/unfinishedWrite.h"
 #include "link/linkTexts.h"
+#include "link/modCommun.h"
 #include "link/scriptText.h"
 
 namespace k520::sessionAdvice {
@@ -60,10 +65,14 @@ modShowErr::Entry lastOf(Entries logged, std::string_view label) {
     return lastWhere(logged, [&](const auto& entry) { return entry.label == label; });
 }
 
-std::string success(Direction direction, const Result& result, Entries logged) {
-    const auto line = say(direction == Direction::read ? texts::readDone : texts::writeDone,
-                          std::max(0, result.stepCount - stepsWithoutBlock));
-    return logged.empty() ? line : joined(line, say(texts::doneButLogged, logged.back().source));
+std::string blocksMoved(Direction direction, const Result& result) {
+    return say(direction == Direction::read ? texts::readDone : texts::writeDone,
+               std::max(0, result.stepCount - stepsWithoutBlock));
+}
+
+/// What was logged although all went well.
+std::string doubts(Entries logged) {
+    return logged.empty() ? std::string() : say(texts::doneButLogged, logged.back().source);
 }
 
 std::string portAdvice(Entries logged) {
@@ -191,16 +200,14 @@ std::string differ(const Report& report) {
                : joined(say(texts::readsDiffer, count), say(texts::imageUnchanged));
 }
 
-/// A run whose sessions all succeeded.
-std::string done(const Report& report, Entries logged) {
-    const auto text = success(report.direction, report.result, logged);
+/// A run whose sessions all succeeded: what there is to say of it besides.
+std::string adviceOfSuccess(const Report& report, Entries logged) {
     const bool read = report.direction == Direction::read;
     const auto verdict =
         report.stage == Stage::compare
-            ? joined(text, say(read ? texts::bothReadsAgree : texts::radioHoldsAll))
-            : text;
-    return report.restored ? joined(verdict, say(texts::radioRestored))
-                           : withBackup(verdict, report);
+            ? joined(doubts(logged), say(read ? texts::bothReadsAgree : texts::radioHoldsAll))
+            : doubts(logged);
+    return report.restored ? verdict : withBackup(verdict, report);
 }
 
 /// A backup that could not be stored or read.
@@ -212,12 +219,63 @@ std::string backupTrouble(const Report& report) {
                report.backupTrouble);
 }
 
+/// The cause of a bad end, the state of image and radio, and the next step.
+std::string adviceOfFailure(const Report& report, Entries logged) {
+    if (!report.backupTrouble.empty()) {
+        return backupTrouble(report);
+    }
+    if (!report.differences.empty()) {
+        return differ(report);
+    }
+    const bool plain = report.stage == Stage::write ? report.backup.empty() : !report.imageSafe;
+    return plain ? adviceAfter(report.direction, report.result, logged) : brokenOff(report, logged);
+}
+
+const Text& headlineOfWrite(const Report& report) {
+    if (!report.differences.empty()) {
+        return texts::writtenOtherwise;
+    }
+    if (report.written) {
+        return texts::writtenNotCompared;
+    }
+    if (!safeguards::radioChanged(report)) {
+        return texts::nothingWritten;
+    }
+    return report.result.furthestAddress ? texts::partlyWritten : texts::perhapsPartlyWritten;
+}
+
+const Text& headlineOfFailure(const Report& report) {
+    if (report.direction == Direction::write) {
+        return headlineOfWrite(report);
+    }
+    if (!report.differences.empty()) {
+        return texts::passesDiffer;
+    }
+    return report.backupTrouble.empty() ? texts::notRead : texts::readWithoutCopy;
+}
+
+/// A user who has stopped a session that did no harm has nothing to be warned of.
+Tone toneOfFailure(const Report& report) {
+    if (report.direction == Direction::write && safeguards::radioChanged(report)) {
+        return Tone::bad;
+    }
+    const bool wanted = report.result.outcome == Outcome::stopped;
+    return wanted || !report.backupTrouble.empty() ? Tone::warning : Tone::bad;
+}
+
+/// "2026-11-22 13:05" of the backup's time "2026-11-22_13-05-09".
+std::string minuteOf(const std::string& time) {
+    constexpr std::size_t date = 10;
+    return fmt::format("{} {}:{}", time.substr(0, date), time.substr(date + 1, 2),
+                       time.substr(date + 4, 2));
+}
+
 }  // namespace
 
 std::string adviceAfter(Direction direction, const Result& result, Entries logged) {
     switch (result.outcome) {
         case Outcome::succeeded:
-            return success(direction, result, logged);
+            return joined(blocksMoved(direction, result), doubts(logged));
         case Outcome::portFailed:
             return causeOf(result, logged);
         case Outcome::failed:
@@ -230,22 +288,37 @@ std::string adviceAfter(Direction direction, const Result& result, Entries logge
     return {};
 }
 
-std::string adviceAfter(const Report& report, Entries logged) {
-    const Outcome outcome = report.result.outcome;
-    if (!report.backupTrouble.empty()) {
-        return backupTrouble(report);
+Ending endingOf(const Report& report, Entries logged) {
+    if (report.good) {
+        return {Tone::good,
+                report.restored ? say(texts::radioRestored)
+                                : blocksMoved(report.direction, report.result),
+                adviceOfSuccess(report, logged)};
     }
-    if (!report.differences.empty()) {
-        return differ(report);
-    }
-    if (outcome == Outcome::busy) {
+    if (report.result.outcome == Outcome::busy) {
         return {};
     }
-    if (report.good) {
-        return done(report, logged);
+    return {toneOfFailure(report), say(headlineOfFailure(report)), adviceOfFailure(report, logged)};
+}
+
+Ending endingWhileGivingUp(Direction direction, Stage stage, const Result& result, Entries logged) {
+    Report report;
+    report.direction = direction;
+    report.stage = stage;
+    report.result = result;
+    report.written = direction == Direction::write && stage == Stage::compare;
+    return {Tone::bad, say(headlineOfFailure(report)), causeOf(result, logged)};
+}
+
+Ending beforeRun(Direction direction, const std::string& startButton) {
+    if (const auto torn = unfinishedWrite::pending()) {
+        const auto name = backups::parseName(torn->backup);
+        return {Tone::warning, say(texts::unfinishedBefore),
+                say(texts::unfinishedHint, minuteOf(name ? name->time : std::string()))};
     }
-    const bool plain = report.stage == Stage::write ? report.backup.empty() : !report.imageSafe;
-    return plain ? adviceAfter(report.direction, report.result, logged) : brokenOff(report, logged);
+    const bool read = direction == Direction::read;
+    return {Tone::plain, say(read ? texts::readyToRead : texts::readyToWrite),
+            say(texts::readyHint, startButton, modCommun::state().portNumber)};
 }
 
 std::string stageName(Direction direction, Stage stage) {

@@ -20,11 +20,28 @@ namespace k520::sessionAdvice {
 [[nodiscard]] std::string adviceAfter(Direction direction, const modSession::Result& result,
                                       std::span<const modShowErr::Entry> logged);
 
-/// The same for a run with safeguards: what became of its last stage, in which state image and
-/// radio are, and where the backup lies. A run of a single stage without backup reads like a
-/// session.
-[[nodiscard]] std::string adviceAfter(const safeguards::Report& report,
-                                      std::span<const modShowErr::Entry> logged);
+/// What a window says of a run: how it is to be taken, what happened in one line, and the advice.
+enum class Tone : std::uint8_t { plain, good, warning, bad };
+struct Ending {
+    Tone tone = Tone::plain;
+    std::string headline;
+    std::string advice;
+};
+
+/// How a run with safeguards ended: what became of its last stage, in which state image and radio
+/// are, and where the backup lies. Empty for a run that was refused.
+[[nodiscard]] Ending endingOf(const safeguards::Report& report,
+                              std::span<const modShowErr::Entry> logged);
+
+/// What can be said of a run when the session of one of its stages has given up: `logged` is what
+/// that stage has put into the error list.
+[[nodiscard]] Ending endingWhileGivingUp(Direction direction, Stage stage,
+                                         const modSession::Result& result,
+                                         std::span<const modShowErr::Entry> logged);
+
+/// What a window says before a run: how to begin, or that an earlier write did not finish.
+/// `startButton` is the caption of the button that begins.
+[[nodiscard]] Ending beforeRun(Direction direction, const std::string& startButton);
 
 /// What a stage is called where a run has several.
 [[nodiscard]] std::string stageName(Direction direction, Stage stage);

@@ -31,6 +31,7 @@ struct RecordingView : NullView {
     void enableStopBox() override { note("e"); }
     bool stopTicked() override { return alwaysTicked || (wantsStop && log.ends_with("e|")); }
     bool showMemDatTicked() override { return gridTicked; }
+    void gaveUp(const Result& /*result*/) override { note("gave up"); }
     bool abandoned() override { return statuses > abandonedAfter; }
     void note(const std::string& what) { log += what + "|"; }
 
@@ -129,8 +130,15 @@ TEST_F(Session, SilenceEndsAfterTwentyAttempts) {
               20);
     EXPECT_THAT(view.log, HasSubstr("| 9 Reading Now......|"));
     EXPECT_THAT(view.log, Not(HasSubstr(" 8 Reading")));
-    EXPECT_TRUE(view.log.ends_with("|b|r|l|Read Failed|p0||%|Sr|r|"));
+    EXPECT_TRUE(view.log.ends_with("|gave up|b|r|l|Read Failed|p0||%|Sr|r|"));
     EXPECT_EQ(IicDat(), MemoryImage(8192));
+    // One line of the error list for all attempts.
+    ASSERT_EQ(modShowErr::state().entries.size(), 1U);
+    const auto& told = modShowErr::state().entries.front();
+    EXPECT_EQ(told.label, "frmCommun->cmdRead_Click");
+    EXPECT_EQ(told.number, errNum::deviceIo);
+    EXPECT_EQ(told.source, "no valid answer from a radio in 20 attempts");
+    EXPECT_TRUE(result.unanswered);
 }
 
 TEST_F(Session, StopsWhenAsked) {
@@ -142,6 +150,7 @@ TEST_F(Session, StopsWhenAsked) {
         const Result stopped = cmdRead_Click(view);
         EXPECT_EQ(stopped.outcome, Outcome::stopped);
         EXPECT_EQ(stopped.failedAttempts, 6);
+        EXPECT_TRUE(modShowErr::state().entries.empty()) << "a wish is not a failure";
         EXPECT_EQ(stopped.duration < std::chrono::milliseconds(60), fromTheStart);
     }
 

@@ -71,8 +71,9 @@ class Safeguards : public testing::Test {
         return {radio->memory().begin(), radio->memory().end()};
     }
     static std::string advice(const Report& report) {
-        return sessionAdvice::adviceAfter(
-            report, std::span(modShowErr::state().entries).subspan(report.mark));
+        return sessionAdvice::endingOf(
+                   report, std::span(modShowErr::state().entries).subspan(report.mark))
+            .advice;
     }
     /// The backups of unfinished writes, the newest first.
     static std::vector<fs::path> unfinished() {
@@ -269,7 +270,7 @@ TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
     EXPECT_EQ(IicDat(), before);
     EXPECT_EQ(backupCount(), 1U);
     EXPECT_THAT(view.statuses, testing::Not(HasSubstr("Successful")));
-    EXPECT_THAT(advice(report), HasSubstr("(bytes listed below: 1)"));
+    EXPECT_THAT(advice(report), HasSubstr("(bytes listed under Details: 1)"));
     listDifferences(report);
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("0020: "));
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("Channel 2"));
