@@ -12,22 +12,24 @@
 #include <span>
 #include <utility>
 
+#include "app/Clock.h"
 #include "app/Dialogs.h"
 #include "app/Guard.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
-#include "desktop/LineListModel.h"
 #include "desktop/SteadyFrame.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
+#include "desktop/screenRoom.h"
+#include "link/frmCommunDetails.h"
 #include "link/frmCommunGuards.h"
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
 #include "link/frmCommunRanges.h"
+#include "link/frmCommunResult.h"
 #include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "link/modSession.h"
-#include "link/sessionAdvice.h"
 #include "link/waysBack.h"
 
 namespace k520 {
@@ -37,9 +39,8 @@ namespace {
 constexpr int readText = 100;
 constexpr int writeText = 101;
 constexpr int titleText = 156;
-constexpr int adviceLines = 5;
 constexpr int startChars = 14;
-constexpr QSize usualSize(600, 640);
+constexpr int usualWidth = 620;
 
 QHBoxLayout* rowOf(std::initializer_list<QWidget*> left, std::initializer_list<QWidget*> right) {
     auto* row = own<QHBoxLayout>();
@@ -78,17 +79,14 @@ class frmCommun::View : public CommunView {
   public:
     explicit View(frmCommun& dialog) : dialog_(dialog) {}
 
-    void beginStage(Stage stage) override { dialog_.guards_->beginStage(stage); }
+    void beginStage(Stage stage) override { dialog_.beginStage(stage); }
     void setStatus(const std::string& text) override {
         dialog_.lblComStatus_->setText(qText(text));
     }
     void setPercentText(const std::string& text) override {
         dialog_.lblComPercent_->setText(qText(text));
     }
-    void setProgress(std::int16_t percent) override {
-        dialog_.prgCommunicate_->setValue(percent);
-        dialog_.guards_->setProgress(percent);
-    }
+    void setProgress(std::int16_t percent) override { dialog_.setProgress(percent); }
     void enableStart(Direction direction, bool enabled) override {
         dialog_.startButton(direction)->setEnabled(enabled);
     }
@@ -99,10 +97,11 @@ class frmCommun::View : public CommunView {
         dialog_.chkStopCom_->setChecked(false);
         dialog_.chkStopCom_->setEnabled(false);
     }
-    void enableStopBox() override { dialog_.chkStopCom_->setEnabled(true); }
+    void enableStopBox() override { dialog_.enableStop(); }
     bool stopTicked() override { return dialog_.chkStopCom_->isChecked(); }
     void setBlinking(bool on) override { dialog_.imgGreen_->setBlinking(on); }
-    bool showMemDatTicked() override { return dialog_.chkShowMemDat_->isChecked(); }
+    bool showMemDatTicked() override { return dialog_.details_->showMemDatTicked(); }
+    void gaveUp(const modSession::Result& result) override { dialog_.gaveUp(result); }
 
   private:
     frmCommun& dialog_;
@@ -111,28 +110,27 @@ class frmCommun::View : public CommunView {
 // The tab order is the order of making.
 frmCommun::frmCommun(QWidget* parent)
     : QDialog(parent),
-      cmdRead_(ownNamed<QPushButton>("cmdRead", this)),
-      cmdWrite_(ownNamed<QPushButton>("cmdWrite", this)),
-      chkStopCom_(ownNamed<QCheckBox>("chkStopCom", this)),
+      result_(ownNamed<frmCommunResult>("fraResult", this)),
       guards_(ownNamed<frmCommunGuards>("fraGuards", this)),
       imgGreen_(ownNamed<frmCommunLight>("imgGreen", this)),
       lblComStatus_(ownNamed<QLabel>("lblComStatus", this)),
       lblComPercent_(ownNamed<QLabel>("lblComPercent", this)),
+      lblTimeLeft_(ownNamed<QLabel>("lblTimeLeft", this)),
       prgCommunicate_(ownNamed<QProgressBar>("prgCommunicate", this)),
-      lblAdvice_(ownNamed<QLabel>("lblAdvice", this)),
-      lblRtData_(own<QLabel>(this)),
-      listRtData_(ownNamed<frmCommunList>("listRtData", this)),
-      ranges_(ownNamed<frmCommunRanges>("fraRanges", this)),
-      chkShowMemDat_(ownNamed<QCheckBox>("chkShowMemDat", this)),
+      cmdDetails_(ownNamed<QPushButton>("cmdDetails", this)),
+      chkStopCom_(ownNamed<QCheckBox>("chkStopCom", this)),
       cmdRestore_(ownNamed<QPushButton>("cmdRestore", this)),
+      cmdRead_(ownNamed<QPushButton>("cmdRead", this)),
+      cmdWrite_(ownNamed<QPushButton>("cmdWrite", this)),
       cmdClose_(ownNamed<QPushButton>("cmdClose", this)),
+      details_(ownNamed<frmCommunDetails>("fraDetails", this)),
       view_(std::make_unique<View>(*this)) {
-    listRtData_->setModel(own<LineListModel>(modCommun::state().listRtData, this));
     layOut();
     connect(cmdRead_, &QPushButton::clicked, this, [this] { run(Direction::read); });
     connect(cmdWrite_, &QPushButton::clicked, this, [this] { run(Direction::write); });
     connect(cmdRestore_, &QPushButton::clicked, this, &frmCommun::restore);
     connect(cmdClose_, &QPushButton::clicked, this, &frmCommun::reject);
+    connect(cmdDetails_, &QPushButton::toggled, this, &frmCommun::showDetails);
     prepare(Direction::read);
 }
 
@@ -142,61 +140,77 @@ void frmCommun::prepare(Direction direction) {
     if (running_) {
         return;
     }
+    direction_ = direction;
     setCaptions();
-    // Room of its own, so that nothing moves when it speaks; the font goes with the language.
-    lblAdvice_->ensurePolished();
-    lblAdvice_->setFixedHeight(lblAdvice_->fontMetrics().lineSpacing() * adviceLines +
-                               lblAdvice_->fontMetrics().descent());
+    // The font goes with the language.
+    result_->keepRoom();
     cmdRead_->setVisible(direction == Direction::read);
     cmdWrite_->setVisible(direction == Direction::write);
-    startButton(direction)->setDefault(true);
-    startButton(direction)->setFocus();
+    QPushButton* const start = startButton(direction);
+    start->setDefault(true);
+    start->setFocus();
     view_->resetStopBox();
-    view_->setProgress(0);
+    prgCommunicate_->setValue(0);
     lblComStatus_->clear();
     lblComPercent_->clear();
-    showAdvice({});
-    ranges_->fill();
+    lblTimeLeft_->clear();
+    result_->setEnding(sessionAdvice::beforeRun(direction, stdText(plainCaption(start->text()))));
+    details_->ranges().fill();
     guards_->prepare(direction);
     dueBackup_.reset();
     showRestore();
 }
 
 void frmCommun::done(int result) {
-    if (!running_) {
-        QDialog::done(result);
+    if (running_) {
+        refuseClose();
+        return;
     }
+    QDialog::done(result);
+}
+
+void frmCommun::refuseClose() {
+    // A session that has given up says why already.
+    if (running_ && !gaveUp_) {
+        closeRefused_ = true;
+        showRunning();
+    }
+}
+
+void frmCommun::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    keepOnScreen(*this);
 }
 
 void frmCommun::layOut() {
     prgCommunicate_->setRange(0, 100);
     prgCommunicate_->setTextVisible(false);
-    lblAdvice_->setWordWrap(true);
-    lblAdvice_->setTextFormat(Qt::PlainText);
-    lblAdvice_->setAlignment(Qt::AlignTop | Qt::AlignLeft);
-    lblAdvice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    cmdClose_->setAutoDefault(false);
-    cmdRestore_->setAutoDefault(false);
+    cmdDetails_->setCheckable(true);
+    for (QPushButton* button : {cmdRestore_, cmdDetails_}) {
+        button->setAutoDefault(false);
+    }
     for (QPushButton* start : {cmdRead_, cmdWrite_}) {
         start->setMinimumWidth(start->fontMetrics().averageCharWidth() * startChars);
     }
-    lblRtData_->setBuddy(listRtData_);
+    details_->hide();
 
     auto* column = own<QVBoxLayout>(this);
-    column->addLayout(rowOf({cmdRead_, cmdWrite_}, {chkStopCom_}));
+    column->addWidget(result_);
     column->addWidget(guards_);
     auto* status = own<QHBoxLayout>();
     status->addWidget(imgGreen_);
     status->addWidget(own<SteadyFrame>(lblComStatus_, this), 1);
     status->addWidget(lblComPercent_);
+    lblTimeLeft_->setAlignment(Qt::AlignTrailing | Qt::AlignVCenter);
+    status->addWidget(own<SteadyFrame>(lblTimeLeft_, this), 1);
     column->addLayout(status);
     column->addWidget(prgCommunicate_);
-    column->addWidget(lblAdvice_);
-    column->addWidget(lblRtData_);
-    column->addWidget(listRtData_, 1);
-    column->addWidget(ranges_);
-    column->addLayout(rowOf({chkShowMemDat_}, {cmdRestore_, cmdClose_}));
-    resize(usualSize);
+    column->addLayout(
+        rowOf({cmdDetails_}, {chkStopCom_, cmdRestore_, cmdRead_, cmdWrite_, cmdClose_}));
+    column->addWidget(details_, 1);
+    // Height without details is of no use to anything.
+    column->addStretch(0);
+    resize(usualWidth, sizeHint().height());
 }
 
 void frmCommun::setCaptions() {
@@ -204,15 +218,33 @@ void frmCommun::setCaptions() {
     captionControl(*cmdRead_, softText(readText));
     captionControl(*cmdWrite_, softText(writeText));
     captionControl(*chkStopCom_, qSay(texts::stopSession));
-    captionControl(*chkShowMemDat_, qSay(texts::showMemDat));
     captionControl(*cmdRestore_, qSay(texts::restoreRadio));
     captionControl(*cmdClose_, qSay(texts::closeWindow));
-    lblRtData_->setText(qSay(texts::dataList));
-    nameControl(*listRtData_, qSay(texts::dataList));
+    captionDetails();
     nameControl(*imgGreen_, qSay(texts::communLight));
     nameControl(*prgCommunicate_, softText(titleText));
-    ranges_->setCaptions();
+    details_->setCaptions();
     guards_->setCaptions();
+}
+
+/// The triangle tells whether the details are shown.
+void frmCommun::captionDetails() {
+    const QString caption = qSay(texts::details);
+    cmdDetails_->setText(caption +
+                         (cmdDetails_->isChecked() ? QStringLiteral(" ▴") : QStringLiteral(" ▾")));
+    nameControl(*cmdDetails_, caption);
+}
+
+/// The window grows by the details, and gives their room back.
+void frmCommun::showDetails(bool shown) {
+    captionDetails();
+    const int room = details_->sizeHint().height() + layout()->spacing();
+    const int without =
+        details_->isHidden() ? height() : height() - details_->height() - layout()->spacing();
+    details_->setVisible(shown);
+    layout()->activate();
+    resize(width(), shown ? without + room : without);
+    keepOnScreen(*this);
 }
 
 QPushButton* frmCommun::startButton(Direction direction) const {
@@ -221,8 +253,8 @@ QPushButton* frmCommun::startButton(Direction direction) const {
 
 template <class Body>
 void frmCommun::held(std::vector<Stage> stages, Body&& body) {
-    QWidget* const focused = focusWidget();
-    showAdvice({});
+    timeLeft_.start(stages.size());
+    prgCommunicate_->setValue(0);
     setRunning(true);
     guards_->start(std::move(stages));
     safeguards::Report report;
@@ -232,22 +264,83 @@ void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     setRunning(false);
     // A session without a port leaves the light as it is.
     imgGreen_->setBlinking(false);
+    lblTimeLeft_->clear();
     const bool due = ran && !report.good && safeguards::radioChanged(report) &&
                      !report.backup.empty() && report.earlier.empty();
     dueBackup_ = due ? std::optional(report.backup) : std::nullopt;
     showRestore();
-    if (focused != nullptr) {
-        focused->setFocus();
-    }
+    // After a good end a mere Return must not begin again.
+    QPushButton* const next = ran && report.good ? cmdClose_ : startButton(direction_);
+    next->setDefault(true);
+    next->setFocus();
     if (ran) {
         conclude(report);
     }
+}
+
+void frmCommun::beginStage(Stage stage) {
+    stage_ = stage;
+    mark_ = modShowErr::state().entries.size();
+    gaveUp_ = false;
+    guards_->beginStage(stage);
+    timeLeft_.beginStage(guards_->currentStage());
+    showRunning();
+}
+
+void frmCommun::showRunning() {
+    // For the rest of the run: the stages stand below anyway.
+    if (closeRefused_) {
+        result_->setEnding(
+            {sessionAdvice::Tone::warning, say(texts::cannotCloseNow), stoppingAdvice()});
+        return;
+    }
+    const auto stage = guards_->currentStage();
+    const auto name = sessionAdvice::stageName(runDirection_, stage_);
+    const auto count = guards_->stageCount();
+    result_->setEnding({sessionAdvice::Tone::plain,
+                        count > 1 ? say(texts::stageUnderWay, stage + 1, count, name) : name,
+                        stoppingAdvice()});
+}
+
+/// When a session can be stopped, which closing cannot do.
+std::string frmCommun::stoppingAdvice() const {
+    return say(texts::keepConnected) + "\n" +
+           say(chkStopCom_->isEnabled() ? texts::stoppableNow : texts::notStoppableYet);
+}
+
+void frmCommun::enableStop() {
+    if (!chkStopCom_->isEnabled()) {
+        chkStopCom_->setEnabled(true);
+        showRunning();
+    }
+}
+
+void frmCommun::setProgress(std::int16_t percent) {
+    prgCommunicate_->setValue(percent);
+    guards_->setProgress(percent);
+    if (running_ && percent > 0) {
+        lblTimeLeft_->setText(qText(timeLeftText(timeLeft_.reached(percent, theClock().now()))));
+    }
+}
+
+/// The box that follows tells little: what is known is said here at once, and nothing looks as if
+/// it went on.
+void frmCommun::gaveUp(const modSession::Result& result) {
+    imgGreen_->setBlinking(false);
+    lblComStatus_->clear();
+    lblTimeLeft_->clear();
+    guards_->fail();
+    gaveUp_ = true;
+    const std::span logged(modShowErr::state().entries);
+    result_->setEnding(sessionAdvice::endingWhileGivingUp(
+        runDirection_, stage_, result, logged.subspan(std::min(mark_, logged.size()))));
 }
 
 void frmCommun::run(Direction direction) {
     if (running_) {
         return;
     }
+    runDirection_ = direction;
     const auto choices = guards_->choices();
     held(safeguards::stagesOf(direction, choices), [&] {
         return direction == Direction::read ? safeguards::read(*view_, choices)
@@ -263,6 +356,7 @@ void frmCommun::restore() {
     if (!backup) {
         return;
     }
+    runDirection_ = Direction::write;
     auto choices = guards_->choices();
     choices.backUpFirst = false;
     auto stages = safeguards::stagesOf(Direction::write, choices);
@@ -291,42 +385,43 @@ void frmCommun::conclude(const safeguards::Report& report) {
     // A good end tells of everything that was logged; a bad one's cause is in its last stage.
     const std::span logged(modShowErr::state().entries);
     const auto mark = std::min(report.good ? report.begin : report.mark, logged.size());
-    showAdvice(sessionAdvice::adviceAfter(report, logged.subspan(mark)));
-    if (!report.backup.empty()) {
-        lblAdvice_->setToolTip(qText(report.backup.string()));
-    }
+    result_->setEnding(sessionAdvice::endingOf(report, logged.subspan(mark)));
+    result_->setAdviceTip(qText(report.backup.string()));
+    // The session has emptied it; what was reached stays to be seen.
+    prgCommunicate_->setValue(report.good ? prgCommunicate_->maximum() : 0);
     safeguards::listDifferences(report);
-    listRtData_->showNow();
+    details_->list().showNow();
 
     const bool succeeded = report.result.outcome == modSession::Outcome::succeeded;
     emit sessionEnded(report.direction, succeeded);
-    if (succeeded && chkShowMemDat_->isChecked()) {
+    if (succeeded && details_->showMemDatTicked()) {
         emit memDatWanted();
         // The window that shows it must not take the keyboard from a dialog that stays open.
         activateWindow();
     }
 }
 
-/// Offers the backups that lead back.
+/// Offers the backups that lead back: in the dialog for reading only where a write did not finish.
 void frmCommun::showRestore() {
     const auto ways = likelyWaysBack();
-    cmdRestore_->setVisible(cmdWrite_->isVisibleTo(this));
+    const bool due = std::ranges::any_of(waysBack::list(), &waysBack::WayBack::unfinished);
+    cmdRestore_->setVisible(direction_ == Direction::write || due);
     cmdRestore_->setEnabled(!running_ && !ways.empty());
     cmdRestore_->setToolTip(qText(ways.empty()
                                       ? say(texts::restoreNone)
                                       : say(texts::restoreTip, ways.front().filename().string())));
 }
 
-void frmCommun::showAdvice(const std::string& text) {
-    lblAdvice_->setText(qText(text));
-    lblAdvice_->setToolTip(qText(text));
-}
-
 void frmCommun::setRunning(bool running) {
     running_ = running;
-    ranges_->setEnabled(!running);
-    cmdClose_->setEnabled(!running);
+    closeRefused_ = false;
+    details_->ranges().setEnabled(!running);
+    cmdRead_->setEnabled(!running);
+    cmdWrite_->setEnabled(!running);
     cmdRestore_->setEnabled(false);
+    if (running) {
+        cmdClose_->setFocus();
+    }
 }
 
 }  // namespace k520

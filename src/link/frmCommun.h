@@ -11,6 +11,8 @@
 
 #include "link/communView.h"
 #include "link/safeguards.h"
+#include "link/sessionAdvice.h"
+#include "link/timeLeft.h"
 
 class QCheckBox;
 class QLabel;
@@ -19,13 +21,14 @@ class QPushButton;
 
 namespace k520 {
 
+class frmCommunDetails;
 class frmCommunGuards;
 class frmCommunLight;
-class frmCommunList;
-class frmCommunRanges;
+class frmCommunResult;
 
 /// The communication dialog: one window for reading and writing, of which one start button is shown
-/// at a time. It cannot be closed, nor a session started, while the busy mark is set.
+/// at a time. It cannot be closed, nor a session started, while the busy mark is set. The result
+/// stands first; the data list and the address ranges are under Details.
 class frmCommun : public QDialog {
     Q_OBJECT
 
@@ -36,12 +39,14 @@ class frmCommun : public QDialog {
     frmCommun& operator=(const frmCommun&) = delete;
 
     /// Makes the button of one direction visible and the other invisible, fills the address fields
-    /// from the ranges in force, and empties what the last session left. The caller shows the
-    /// dialog.
+    /// from the ranges in force, and empties what the last session left. Says so where an earlier
+    /// write did not finish. The caller shows the dialog.
     void prepare(Direction direction);
 
-    /// Refused while a session is on, whichever way the user tries to close the dialog.
+    /// Refused in words while a session is on, whichever way the user tries to close the dialog.
     void done(int result) override;
+    /// Says why nothing can be closed during a session; for a main window that has refused it, too.
+    void refuseClose();
 
   signals:
     /// A session has ended; `succeeded` tells how.
@@ -49,11 +54,15 @@ class frmCommun : public QDialog {
     /// A session that succeeded with `chkShowMemDat` ticked has refilled the memory data grid.
     void memDatWanted();
 
+  protected:
+    void showEvent(QShowEvent* event) override;
+
   private:
     class View;
 
     void layOut();
     void setCaptions();
+    void captionDetails();
     [[nodiscard]] QPushButton* startButton(Direction direction) const;
     void run(Direction direction);
     void restore();
@@ -63,25 +72,40 @@ class frmCommun : public QDialog {
     [[nodiscard]] std::optional<std::filesystem::path> chosenBackup() const;
     void conclude(const safeguards::Report& report);
     void showRestore();
-    void showAdvice(const std::string& text);
+    void showDetails(bool shown);
     void setRunning(bool running);
+    void beginStage(Stage stage);
+    void setProgress(std::int16_t percent);
+    void showRunning();
+    [[nodiscard]] std::string stoppingAdvice() const;
+    void enableStop();
+    void gaveUp(const modSession::Result& result);
 
-    QPushButton* cmdRead_;
-    QPushButton* cmdWrite_;
-    QCheckBox* chkStopCom_;
+    frmCommunResult* result_;
     frmCommunGuards* guards_;
     frmCommunLight* imgGreen_;
     QLabel* lblComStatus_;
     QLabel* lblComPercent_;
+    QLabel* lblTimeLeft_;
     QProgressBar* prgCommunicate_;
-    QLabel* lblAdvice_;
-    QLabel* lblRtData_;
-    frmCommunList* listRtData_;
-    frmCommunRanges* ranges_;
-    QCheckBox* chkShowMemDat_;
+    QPushButton* cmdDetails_;
+    QCheckBox* chkStopCom_;
     QPushButton* cmdRestore_;
+    QPushButton* cmdRead_;
+    QPushButton* cmdWrite_;
     QPushButton* cmdClose_;
+    frmCommunDetails* details_;
     std::unique_ptr<View> view_;
+    Direction direction_ = Direction::read;
+    TimeLeft timeLeft_;
+    /// The direction of the run, which for a restore is a write; the stage that is on, where its
+    /// failures begin in the error list, and whether it has given up.
+    Direction runDirection_ = Direction::read;
+    Stage stage_ = Stage::read;
+    std::size_t mark_ = 0;
+    bool gaveUp_ = false;
+    /// The user has tried to close the dialog during this run.
+    bool closeRefused_ = false;
     /// From the click until everything of the session is over, its last texts included.
     bool running_ = false;
     /// The last run has left the radio in a state that this backup, and no other, would mend.

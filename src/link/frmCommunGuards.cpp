@@ -122,6 +122,11 @@ void frmCommunGuards::setProgress(std::int16_t percent) {
     }
 }
 
+void frmCommunGuards::fail() {
+    phase_ = Phase::failed;
+    showStages();
+}
+
 void frmCommunGuards::finish(bool good) {
     phase_ = good ? Phase::good : Phase::failed;
     for (QCheckBox* box : boxes_) {

@@ -33,6 +33,11 @@ class frmCommunGuards : public QWidget {
     void start(std::vector<Stage> stages);
     void beginStage(Stage stage);
     void setProgress(std::int16_t percent);
+    /// The place of the stage that is on, from 0, and how many the run has.
+    [[nodiscard]] std::size_t currentStage() const noexcept { return current_; }
+    [[nodiscard]] std::size_t stageCount() const noexcept { return stages_.size(); }
+    /// The stage has failed; the boxes stay locked until the run has ended.
+    void fail();
     /// The run has ended in the stage that it is in; `good` marks that one as done, too.
     void finish(bool good);
 

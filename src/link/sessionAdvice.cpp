@@ -9,11 +9,10 @@
 #include <string_view>
 
 #include "app/RuntimeError.h"
-#include "image/backups.h"
-#include "image/unfinishedWrite.h"
 #include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "link/scriptText.h"
+#include "link/waysBack.h"
 
 namespace k520::sessionAdvice {
 
@@ -263,11 +262,9 @@ Tone toneOfFailure(const Report& report) {
     return wanted || !report.backupTrouble.empty() ? Tone::warning : Tone::bad;
 }
 
-/// "2026-11-22 13:05" of the backup's time "2026-11-22_13-05-09".
-std::string minuteOf(const std::string& time) {
-    constexpr std::size_t date = 10;
-    return fmt::format("{} {}:{}", time.substr(0, date), time.substr(date + 1, 2),
-                       time.substr(date + 4, 2));
+/// "2026-11-22 13:05".
+std::string minuteOf(const DateTime& t) {
+    return fmt::format("{:04}-{:02}-{:02} {:02}:{:02}", t.year, t.month, t.day, t.hour, t.minute);
 }
 
 }  // namespace
@@ -311,10 +308,11 @@ Ending endingWhileGivingUp(Direction direction, Stage stage, const Result& resul
 }
 
 Ending beforeRun(Direction direction, const std::string& startButton) {
-    if (const auto torn = unfinishedWrite::pending()) {
-        const auto name = backups::parseName(torn->backup);
+    const auto ways = waysBack::list();
+    const auto torn = std::ranges::find_if(ways, &waysBack::WayBack::unfinished);
+    if (torn != ways.end()) {
         return {Tone::warning, say(texts::unfinishedBefore),
-                say(texts::unfinishedHint, minuteOf(name ? name->time : std::string()))};
+                say(texts::unfinishedHint, minuteOf(torn->time))};
     }
     const bool read = direction == Direction::read;
     return {Tone::plain, say(read ? texts::readyToRead : texts::readyToWrite),

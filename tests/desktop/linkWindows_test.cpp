@@ -41,15 +41,24 @@ class CommunDialog : public test::Desktop {
         dialog.show();
         startButton(direction).click();
     }
+    std::string headline() { return said(dialog, "lblResult"); }
     std::string advice() { return said(dialog, "lblAdvice"); }
+    int progress() { return find<QProgressBar>(dialog, "prgCommunicate").value(); }
     bool blinks() { return dialog.findChild<QTimer*>(QStringLiteral("tmrLigGrint"))->isActive(); }
     /// Everything that the end of a session has to leave behind, whatever the end was.
-    void expectIdle(Direction direction) {
-        EXPECT_EQ(said(dialog, "lblComStatus") + said(dialog, "lblComPercent"), "");
-        EXPECT_EQ(find<QProgressBar>(dialog, "prgCommunicate").value(), 0);
+    void expectIdle(Direction direction, bool succeeded) {
+        EXPECT_EQ(said(dialog, "lblComStatus") + said(dialog, "lblComPercent") +
+                      said(dialog, "lblTimeLeft"),
+                  "");
+        EXPECT_EQ(progress(), succeeded ? 100 : 0) << "a full bar stays to be seen";
         EXPECT_FALSE(find<frmCommunLight>(dialog, "imgGreen").isLit() || blinks());
         EXPECT_FALSE(stopBox.isEnabled() || stopBox.isChecked());
         EXPECT_TRUE(startButton(direction).isEnabled());
+        // A mere Return never begins again after a success.
+        EXPECT_EQ(find<QPushButton>(dialog, "cmdClose").isDefault(), succeeded);
+        EXPECT_EQ(startButton(direction).isDefault(), !succeeded);
+        EXPECT_EQ(dialog.focusWidget(),
+                  succeeded ? &find<QPushButton>(dialog, "cmdClose") : &startButton(direction));
         EXPECT_TRUE(find<QLineEdit>(dialog, "txtReadEndAddr").isEnabled());
         EXPECT_TRUE(dialog.close() && !dialog.isVisible());
     }
@@ -65,25 +74,38 @@ TEST_F(CommunDialog, ReadsAndWritesThroughItsButtons) {
     plug();
     session(Direction::read);
     EXPECT_TRUE(std::ranges::equal(IicDat().bytes(), radio->memory()));
-    EXPECT_EQ(advice(), "Radio read: 512 blocks.");
+    EXPECT_EQ(headline() + advice(), "Radio read: 512 blocks.");
     EXPECT_EQ(find<QListView>(dialog, "listRtData").currentIndex().row(),
               modCommun::state().listRtData.size() - 1);
-    expectIdle(Direction::read);
+    expectIdle(Direction::read, true);
 
     find<QCheckBox>(dialog, "chkShowMemDat").setChecked(true);
     IicDat()(0x1FFF) = 0x5A;
     session(Direction::write);
     EXPECT_FALSE(startButton(Direction::read).isVisible());
-    EXPECT_TRUE(startButton(Direction::write).isDefault());
     EXPECT_EQ(radio->memory()[0x1FFF], 0x5A);
-    EXPECT_EQ(advice(), "Radio written: 512 blocks.");
-    expectIdle(Direction::write);
+    EXPECT_EQ(headline() + advice(), "Radio written: 512 blocks.");
+    expectIdle(Direction::write, true);
     EXPECT_EQ(ended.count(), 2);
     EXPECT_TRUE(ended[1][0].value<Direction>() == Direction::write && ended[1][1].toBool());
     EXPECT_EQ(memDat.count(), 1);
     EXPECT_EQ(failures(), std::vector<std::string>{});
     dialog.prepare(Direction::read);
-    EXPECT_EQ(advice(), "");
+    EXPECT_EQ(headline(), "Ready to read the radio");
+    EXPECT_EQ(progress(), 0);
+    EXPECT_TRUE(startButton(Direction::read).isDefault());
+}
+
+TEST_F(CommunDialog, ReturnAfterAGoodWriteClosesInsteadOfWritingAgain) {
+    plug();
+    modIicDat::state().writeRange = {0x400, 0x41F};
+    dialog.prepare(Direction::write);
+    ASSERT_TRUE(showActive(dialog));
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(headline(), "Radio written: 2 blocks.");
+    QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(radio->counters().writes, 1U);
 }
 
 TEST_F(CommunDialog, SafeguardsAreStagesAndABrokenWriteIsOneClickFromItsBackup) {
@@ -116,7 +138,7 @@ TEST_F(CommunDialog, SafeguardsAreStagesAndABrokenWriteIsOneClickFromItsBackup) 
     const std::vector before(radio->memory().begin(), radio->memory().end());
     std::string underWay;
     clock.onWait = [&] {
-        underWay = said(dialog, "lblStages", "accessibleName");
+        underWay = blinks() ? said(dialog, "lblStages", "accessibleName") : underWay;
         EXPECT_FALSE(restore.isEnabled() || find<QCheckBox>(dialog, "chkReadBack").isEnabled());
     };
     startButton(Direction::write).click();
@@ -145,11 +167,16 @@ TEST_F(CommunDialog, StaysOpenAndAloneWhileASessionIsOn) {
     modIicDat::state().readRange = {0x400, 0x41F};
     int rounds = 0;
     clock.onWait = [&] {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        dialog.accept();
-        EXPECT_FALSE(dialog.close());
+        for (const auto& close : std::initializer_list<std::function<void()>>{
+                 [&] { QTest::keyClick(&dialog, Qt::Key_Escape); }, [&] { dialog.accept(); },
+                 [&] { EXPECT_FALSE(dialog.close()); }, [&] { dialog.refuseClose(); },
+                 [&] { find<QPushButton>(dialog, "cmdClose").click(); }}) {
+            find<QLabel>(dialog, "lblResult").clear();
+            close();
+            EXPECT_EQ(headline(), "A session is running. It cannot be closed now.");
+            EXPECT_THAT(advice(), HasSubstr("after the sixth failed attempt"));
+        }
         EXPECT_TRUE(dialog.isVisible());
-        EXPECT_FALSE(find<QPushButton>(dialog, "cmdClose").isEnabled());
         EXPECT_FALSE(find<QLineEdit>(dialog, "txtWriteEndAddr").isEnabled());
         startButton(Direction::read).click();
         startButton(Direction::write).click();
@@ -164,8 +191,10 @@ TEST_F(CommunDialog, StaysOpenAndAloneWhileASessionIsOn) {
     EXPECT_GT(rounds, 5);
     EXPECT_EQ(radio->counters().attempts, 1U);
     EXPECT_EQ(ended.count(), 1);
-    EXPECT_EQ(advice(), "Radio read: 2 blocks.");
-    expectIdle(Direction::read);
+    EXPECT_EQ(headline() + advice(), "Radio read: 2 blocks.");
+    expectIdle(Direction::read, true);
+    dialog.refuseClose();
+    EXPECT_EQ(headline(), "Radio read: 2 blocks.") << "there is nothing to refuse";
 }
 
 TEST_F(CommunDialog, StopBoxEndsItAfterFiveFailures) {
@@ -174,6 +203,7 @@ TEST_F(CommunDialog, StopBoxEndsItAfterFiveFailures) {
     clock.onWait = [&] {
         if (stopBox.isEnabled() && !stopBox.isChecked()) {
             enabledFrom = modCommun::state().attemptCounter;
+            EXPECT_THAT(advice(), HasSubstr("Tick Stop"));
             stopBox.click();
         }
     };
@@ -181,8 +211,9 @@ TEST_F(CommunDialog, StopBoxEndsItAfterFiveFailures) {
     clock.onWait = nullptr;
     EXPECT_EQ(enabledFrom, 6);
     EXPECT_EQ(modCommun::state().attemptCounter, 7);
+    EXPECT_EQ(headline(), "Nothing was written.");
     EXPECT_EQ(advice(), "Stopped on request. The radio is unchanged.");
-    expectIdle(Direction::write);
+    expectIdle(Direction::write, false);
 }
 
 TEST_F(CommunDialog, FailuresAreExplainedInTheRoomForIt) {
@@ -200,6 +231,16 @@ TEST_F(CommunDialog, FailuresAreExplainedInTheRoomForIt) {
                      "usermod -aG dialout operator, then log in again");
          }}};
     auto& label = find<QLabel>(dialog, "lblAdvice");
+    dialogs.onTell = [&] {
+        EXPECT_FALSE(blinks() || find<frmCommunLight>(dialog, "imgGreen").isLit());
+        EXPECT_EQ(said(dialog, "lblComStatus"), "");
+        EXPECT_THAT(said(dialog, "lblStages", "accessibleName"), testing::StartsWith("✗"));
+        const bool english = textLanguage() == TextLanguage::english;
+        EXPECT_EQ(headline(),
+                  english ? "The radio is only partly written!" : "对讲机只写入了一部分！");
+        EXPECT_THAT(advice(), HasSubstr(english ? "The radio answered" : "对讲机有应答"));
+        EXPECT_FALSE(dialog.close());
+    };
     for (const auto& [english, attempts, arrange] : cases) {
         SCOPED_TRACE(english);
         for (const auto language : {TextLanguage::chinese, TextLanguage::english}) {
@@ -210,7 +251,7 @@ TEST_F(CommunDialog, FailuresAreExplainedInTheRoomForIt) {
             EXPECT_EQ(dialogs.take().size(), attempts == 0 ? 0U : 1U);
             EXPECT_LE(label.heightForWidth(label.width()), label.height());
             EXPECT_FALSE(ended.takeLast()[1].toBool());
-            expectIdle(Direction::write);
+            expectIdle(Direction::write, false);
         }
         EXPECT_THAT(advice(), HasSubstr(english));
     }
@@ -236,7 +277,7 @@ TEST_F(CommunDialog, AddressFieldsFollowEveryKeystroke) {
     EXPECT_EQ(modIicDat::state().readRange.end, 0x1F0);
     QTest::keyClick(&field, Qt::Key_G);
     EXPECT_TRUE(marked());
-    EXPECT_THAT(stdText(field.toolTip()), HasSubstr("01F0 stays in force"));
+    EXPECT_THAT(stdText(field.toolTip()), HasSubstr("01F0 is still used"));
     EXPECT_THAT(failures(), testing::ElementsAre(HasSubstr("frmCommun->txtReadEndAddr_Change 13")));
     EXPECT_EQ(mdimoduMain::readSetting("Setting", "ReadEndAddr", ""), "1f0g");
     EXPECT_EQ(modIicDat::state().readRange.end, 0x1F0);
@@ -251,8 +292,10 @@ TEST_F(CommunDialog, CopiesTheSelectedLines) {
     auto& list = find<frmCommunList>(dialog, "listRtData");
     list.showNow();
     EXPECT_EQ(list.currentIndex().row(), 2);
-    list.setFocus();
     ASSERT_TRUE(showActive(dialog));
+    EXPECT_FALSE(list.isVisible());
+    find<QPushButton>(dialog, "cmdDetails").click();
+    list.setFocus();
     QTest::keyClick(&list, Qt::Key_Up, Qt::ShiftModifier);
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Rx: 06 \nTx: 45 "));

@@ -71,8 +71,8 @@ class Safeguards : public testing::Test {
         return {radio->memory().begin(), radio->memory().end()};
     }
     static std::string advice(const Report& report) {
-        return sessionAdvice::endingOf(
-                   report, std::span(modShowErr::state().entries).subspan(report.mark))
+        return sessionAdvice::endingOf(report,
+                                       std::span(modShowErr::state().entries).subspan(report.mark))
             .advice;
     }
     /// The backups of unfinished writes, the newest first.

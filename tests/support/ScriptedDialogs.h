@@ -30,6 +30,9 @@ class ScriptedDialogs : public Dialogs {
     void tell(BoxIcon icon, const std::string& title, const std::string& text) override {
         const Texts names{"question|", "exclamation|", "critical|"};
         shown.push_back(names.at(static_cast<std::size_t>(icon)) + title + "|" + text);
+        if (onTell) {
+            onTell();
+        }
     }
     std::string openFile(const FileChoice& c) override {
         return replyTo("open", c.filter + "|" + c.folder + "|" + c.defaultExtension);
@@ -47,6 +50,8 @@ class ScriptedDialogs : public Dialogs {
     /// "document ",
     /// "print ", or a kind and "fail" for a dialog that fails with 57.
     Texts answers;
+    /// What is looked at while a box is open.
+    std::function<void()> onTell;
     /// In order: the kind, of a box its icon, then title and text, or filter and folder ...
     Texts shown;
 

@@ -1,0 +1,18 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#pragma once
+
+#include <QSize>
+
+class QWidget;
+
+namespace k520 {
+
+/// The most that a window may measure within its frame on the screen that it is on.
+[[nodiscard]] QSize roomOnScreen(const QWidget& window);
+
+/// Makes a window that is larger than its screen as large as that, and moves it so far that all of
+/// it can be seen.
+void keepOnScreen(QWidget& window);
+
+}  // namespace k520
