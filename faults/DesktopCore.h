@@ -12,6 +12,7 @@
 #include "app/modShowErr.h"
 #include "app/modStartUp.h"
 #include "channels/modChMem.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "link/comPorts.h"
 #include "link/modCommun.h"
@@ -46,6 +47,7 @@ class DesktopCore : public testing::Test {
         modMemDat::state() = {};
         modCommun::state() = {};
         modFileCmd::state() = {};
+        documentOrigin::state() = {};
     }
     /// A start of a new process with these settings; the machine's own ports are no use to it.
     modStartUp::StartResult start(const std::string& settings) {

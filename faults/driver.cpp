@@ -60,8 +60,8 @@ bool done(const std::string& command, std::size_t mark) {
     }
     if (command == "save") {
         modFileCmd::SaveAsFile();
-        report("remark: " + modFileCmd::state().remark);
-        return modFileCmd::state().remark == say(texts::fileSaved);
+        report("remark: " + modFileCmd::shownRemark());
+        return modFileCmd::shownRemark().starts_with(say(texts::fileSaved));
     }
     if (command == "lock") {
         modStartUp::lockChannels(true);

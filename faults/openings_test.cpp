@@ -108,7 +108,8 @@ TEST_F(Openings, OfTheDesktopChangeNothingWhereTheyAreRefused) {
             } else {
                 isRefused(fate == "refused");
             }
-            EXPECT_EQ(!modFileCmd::state().remark.empty(), fate == "short");
+            EXPECT_EQ(modFileCmd::shownRemark().empty(), fate != "refused");
+            EXPECT_EQ(modFileCmd::shownNotice().empty(), fate == "refused");
             row.add(fate, spent);
         }
     }

@@ -18,6 +18,7 @@
 #include "app/modStartUp.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "link/modCommun.h"
 #include "link/virtualRadio.h"
@@ -46,6 +47,7 @@ inline void forgetAll() {
     modSysSet::state() = {};
     modMemDat::state() = {};
     modFileCmd::state() = {};
+    documentOrigin::state() = {};
     virtualRadio::state() = {};
     static const modChMem::State fresh;
     modChMem::state() = fresh;

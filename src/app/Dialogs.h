@@ -14,11 +14,13 @@ inline constexpr std::int16_t answerNo = 7;
 /// The icon of a message box.
 enum class BoxIcon { question, exclamation, critical };
 
-/// A file chooser: `filter` in the form "Data File(*.dat)|*.dat", `folder` where it starts.
+/// A file chooser: `filter` in the form "Data File(*.dat)|*.dat", `folder` where it starts, and for
+/// saving the `name` that is filled in.
 struct FileChoice {
     std::string filter;
     std::string folder;
     std::string defaultExtension;
+    std::string name = {};
 };
 
 /// The seam through which every question and box goes. The desktop shows windows, the command line

@@ -287,10 +287,11 @@ std::optional<Extent> nextData(const Descriptor& file, off_t from, off_t size) {
     return Extent{begin, hole == -1 ? size : std::min(hole, size)};
 }
 
-void copyTail(const Target& target, std::size_t from, const Descriptor& to) {
-    const Descriptor old = openToRead(target.path);
+/// What a file holds from `from` on goes to the same place of `to`.
+void copyTail(const fs::path& path, std::size_t from, const Descriptor& to) {
+    const Descriptor old = openToRead(path);
     Status status{};
-    checked(::fstat(old.get(), &status), target.path);
+    checked(::fstat(old.get(), &status), path);
     const off_t size = status.st_size;
     auto place = static_cast<off_t>(from);
     if (place >= size) {
@@ -301,14 +302,14 @@ void copyTail(const Target& target, std::size_t from, const Descriptor& to) {
         if (!data || data->begin >= size) {
             break;
         }
-        checked(::lseek(old.get(), data->begin, SEEK_SET), target.path);
-        checked(::lseek(to.get(), data->begin, SEEK_SET), target.path);
-        readOn(old, static_cast<std::size_t>(data->end - data->begin), target.path,
-               [&](Bytes piece) { writeAll(to, piece, target.path); });
+        checked(::lseek(old.get(), data->begin, SEEK_SET), path);
+        checked(::lseek(to.get(), data->begin, SEEK_SET), path);
+        readOn(old, static_cast<std::size_t>(data->end - data->begin), path,
+               [&](Bytes piece) { writeAll(to, piece, path); });
         place = data->end;
     }
     // The end may be a hole, too.
-    checked(retried([&] { return ::ftruncate(to.get(), size); }), target.path);
+    checked(retried([&] { return ::ftruncate(to.get(), size); }), path);
 }
 
 enum class Tail { dropped, kept };
@@ -319,14 +320,63 @@ void replaceFile(const fs::path& path, Bytes bytes, Tail tail) {
     writeAll(temporary.file(), bytes, path);
     if (target.old) {
         if (tail == Tail::kept) {
-            copyTail(target, bytes.size(), temporary.file());
+            copyTail(target.path, bytes.size(), temporary.file());
         }
         temporary.keepOwnerAndMode(*target.old);
     }
     temporary.takePlace();
 }
 
+fs::path nameBeside(const fs::path& path, int number) {
+    fs::path beside = path;
+    beside += fmt::format(".~{}~", number);
+    return beside;
+}
+
+int firstFreeNumber(const fs::path& path) {
+    int number = 1;
+    while (statusOf(nameBeside(path, number))) {
+        ++number;
+    }
+    return number;
+}
+
+/// Whether two files hold the same. Larger ones than any data file are not looked at.
+bool holdTheSame(const fs::path& a, const fs::path& b) {
+    constexpr std::size_t most = 1U << 20U;
+    const auto sizeOf = [](const Status& status) {
+        return static_cast<std::size_t>(status.st_size);
+    };
+    const auto statusA = statusOf(a);
+    const auto statusB = statusOf(b);
+    return statusA && statusB && S_ISREG(statusB->st_mode) &&
+           statusA->st_size == statusB->st_size && sizeOf(*statusA) <= most &&
+           read(a, most).bytes == read(b, most).bytes;
+}
+
 }  // namespace
+
+fs::path freeNameBeside(const fs::path& path) {
+    return nameBeside(path, firstFreeNumber(path));
+}
+
+fs::path keepBeside(const fs::path& path) {
+    const auto old = statusOf(path);
+    if (!old) {
+        throwSystemError(ENOENT, path.string());
+    }
+    requireRegular(*old, path);
+    const int number = firstFreeNumber(path);
+    if (number > 1 && holdTheSame(path, nameBeside(path, number - 1))) {
+        return nameBeside(path, number - 1);
+    }
+    const Target target = locate(nameBeside(path, number));
+    TemporaryFile temporary(target);
+    copyTail(path, 0, temporary.file());
+    temporary.keepOwnerAndMode(*old);
+    temporary.takePlace();
+    return target.path;
+}
 
 Content read(const fs::path& path, std::size_t limit) {
     // Asked before opening: to open a serial device already moves its lines.

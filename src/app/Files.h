@@ -42,6 +42,15 @@ void replaceHead(const std::filesystem::path& path, std::span<const std::uint8_t
 /// the path is a folder or a device. Asked before a long session, so that its result has a place.
 void checkReplaceable(const std::filesystem::path& path);
 
+/// A name beside a file for what it holds now: the first of "NAME.~1~", "NAME.~2~" ... that nothing
+/// has.
+[[nodiscard]] std::filesystem::path freeNameBeside(const std::filesystem::path& path);
+
+/// Copies a regular file, mode and owner with it, to freeNameBeside(), and returns that name once
+/// the copy is on the disk. Where the last copy beside it holds the same already, that one is
+/// returned, and nothing is made. Raises like read() and replace(); nothing is left of a copy then.
+std::filesystem::path keepBeside(const std::filesystem::path& path);
+
 /// Makes a folder and what is missing above it.
 void makeFolder(const std::filesystem::path& path);
 

@@ -43,12 +43,14 @@ frmStatusPanels::frmStatusPanels(QWidget* parent)
     : QStatusBar(parent),
       status_(ownNamed<QLabel>("panStatus", this)),
       port_(ownNamed<QLabel>("panPort", this)),
+      origin_(ownNamed<QLabel>("panOrigin", this)),
       file_(ownNamed<ElidedLabel>("panFile", this)),
       time_(ownNamed<QLabel>("panTime", this)),
       failures_(ownNamed<QToolButton>("cmdFailures", this)) {
     constexpr int wide = 1;
     addWidget(status_);
     addWidget(port_);
+    addWidget(origin_);
     addWidget(file_, wide);
     addPermanentWidget(failures_);
     addPermanentWidget(time_);
@@ -56,6 +58,9 @@ frmStatusPanels::frmStatusPanels(QWidget* parent)
     failures_->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     failures_->setIcon(icons::line(QStringLiteral("error-list")));
     failures_->hide();
+    QFont bold = origin_->font();
+    bold.setBold(true);
+    origin_->setFont(bold);
     connect(failures_, &QToolButton::clicked, this, &frmStatusPanels::errorListWanted);
     auto* tick = own<QTimer>(this);
     connect(tick, &QTimer::timeout, this, &frmStatusPanels::showTime);
@@ -70,11 +75,15 @@ void frmStatusPanels::SetSoftFace() {
 }
 
 void frmStatusPanels::refresh() {
-    const QString remark = qText(modFileCmd::state().remark);
+    const QString remark = qText(modFileCmd::shownRemark());
     const QString state = softText(modChEdit::locked() ? lockedText : readyText);
     showPanel(*status_, statusText, QStringLiteral("%1  %2").arg(state, remark).trimmed());
     showPanel(*port_, portText, QStringLiteral("COM%1").arg(modCommun::state().portNumber));
     showPanel(*file_, fileText, qPath(modFileCmd::state().filePanel));
+    const QString origin = qText(modFileCmd::shownOrigin());
+    origin_->setText(origin);
+    origin_->setToolTip(origin.isEmpty() ? QString() : qSay(texts::readNotSavedTip));
+    origin_->setVisible(!origin.isEmpty());
 }
 
 void frmStatusPanels::setFailures(int count) {

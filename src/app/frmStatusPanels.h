@@ -9,8 +9,8 @@ class QToolButton;
 
 namespace k520 {
 
-/// The main window's status bar: panels for status, port, current file and time, and a button that
-/// appears once something stands in the error list.
+/// The main window's status bar: panels for status, port, current file and time, one that says
+/// where unsaved data came from, and a button that appears once something stands in the error list.
 class frmStatusPanels : public QStatusBar {
     Q_OBJECT
 
@@ -19,7 +19,7 @@ class frmStatusPanels : public QStatusBar {
 
     /// Applies the interface texts.
     void SetSoftFace();
-    /// Shows port number, file and lock state as the core has them now.
+    /// Shows port number, file, lock state and remark as the core has them now.
     void refresh();
     /// The number of failures in the error list.
     void setFailures(int count);
@@ -32,6 +32,7 @@ class frmStatusPanels : public QStatusBar {
 
     QLabel* status_;
     QLabel* port_;
+    QLabel* origin_;
     QLabel* file_;
     QLabel* time_;
     QToolButton* failures_;

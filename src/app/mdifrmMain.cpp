@@ -14,6 +14,7 @@
 #include <QToolBar>
 
 #include "app/Guard.h"
+#include "app/frmMainPlace.h"
 #include "app/frmShowErr.h"
 #include "app/frmStatusPanels.h"
 #include "app/frmTreeView.h"
@@ -79,7 +80,6 @@ mdifrmMain::mdifrmMain()
     });
     chMem_->hide();
     ForbidMaxForm();
-    resize(firstSize);
 }
 
 mdifrmMain::~mdifrmMain() {
@@ -99,7 +99,11 @@ modStartUp::StartResult mdifrmMain::Form_Load() {
                                           chMem_->refresh();
                                       },
                                   .showChannelForm = [this] { showChild(*chMem_); },
-                                  .showLockState = [this] { showLockState(); }});
+                                  .showLockState =
+                                      [this] {
+                                          showLockState();
+                                          frmMainPlace::restore(*this, firstSize);
+                                      }});
 }
 
 // Making the window.
@@ -127,7 +131,7 @@ void mdifrmMain::makeDocks() {
 void mdifrmMain::connectCore() {
     modChMem::state().onFormRefresh = [this] { followFormRefresh(); };
     optionPanel::state().onChange = [this] { followPanel(); };
-    modFileCmd::state().onFilePanel = [this] { status_->refresh(); };
+    modFileCmd::state().onFilePanel = [this] { followDocument(); };
     const auto* errors = errors_->findChild<QListView*>(QStringLiteral("listShowErr"));
     connect(errors->model(), &QAbstractItemModel::rowsInserted, status_,
             [this] { status_->setFailures(static_cast<int>(modShowErr::state().entries.size())); });
@@ -295,6 +299,11 @@ void mdifrmMain::followPanel() {
     }
 }
 
+void mdifrmMain::followDocument() {
+    status_->refresh();
+    chMem_->showNotice(qText(modFileCmd::shownNotice()));
+}
+
 void mdifrmMain::showEvent(QShowEvent* event) {
     QMainWindow::showEvent(event);
     chMem_->setFocus();
@@ -317,6 +326,7 @@ void mdifrmMain::closeEvent(QCloseEvent* event) {
     const int dpi = logicalDpiX();
     modStartUp::SaveMdiFormShape({twips(shape.height(), dpi), twips(shape.width(), dpi),
                                   twips(shape.left(), dpi), twips(shape.top(), dpi)});
+    frmMainPlace::save(*this);
     for (QWidget* window : QApplication::topLevelWidgets()) {
         if (window != this) {
             window->close();

@@ -6,6 +6,7 @@
 #include <QTranslator>
 
 #include "app/modStartUp.h"
+#include "image/documentOrigin.h"
 #include "link/communView.h"
 
 class QMdiArea;
@@ -79,6 +80,7 @@ class mdifrmMain : public QMainWindow {
     void showLockState();
     void followFormRefresh();
     void followPanel();
+    void followDocument();
 
     QMdiArea* mdi_;
     frmStatusPanels* status_;
@@ -91,6 +93,7 @@ class mdifrmMain : public QMainWindow {
     frmSysSet* sysSet_ = nullptr;
     frmMemDat* memDat_ = nullptr;
     QTranslator toolkitTexts_;
+    documentOrigin::Follower document_{[this] { followDocument(); }};
 };
 
 }  // namespace k520

@@ -6,6 +6,7 @@
 #include <QToolBar>
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "app/Guard.h"
 #include "app/mdifrmMain.h"
@@ -62,23 +63,40 @@ const std::array itemRows{
             [](Main& main) { main.tlbmdifrmMain_ButtonClick(QStringLiteral("Com")); }},
     ItemRow{"mnuHelp", "mnuHelpTopic", 37, "help", "F1", [](Main&) { modStartUp::Help(); }}};
 
-/// The toolbar's buttons, by their keys.
+/// Items that ask for more before they do anything: their captions end with an ellipsis.
+constexpr std::array<std::string_view, 7> askingItems{
+    "mnuOpen", "mnuSave", "mnuSaveAs", "mnuPrint", "mnuReadFre", "mnuWriteFre", "mnuCom"};
+
+QString itemCaption(const ItemRow& row) {
+    const QString caption = softText(row.text);
+    const bool asks = std::ranges::count(askingItems, std::string_view(row.name)) != 0;
+    return asks && !caption.isEmpty() ? caption + u'…' : caption;
+}
+
+/// The toolbar's buttons, by their keys. `item` is the menu item of the same command.
 struct ButtonRow {
     const char* key;
     int text;
     const char* icon;
+    const char* item;
+    Text tip;
     void (*run)(Main&);
 };
 const std::array buttonRows{
-    ButtonRow{"FileNew", 0, "file-new", [](Main&) { modFileCmd::NewFile(); }},
-    ButtonRow{"FileOpen", 1, "file-open", [](Main&) { modFileCmd::OpenFile(); }},
-    ButtonRow{"FileSave", 2, "file-save", [](Main&) { modFileCmd::SaveFile(); }},
-    ButtonRow{"Read", 3, "radio-read", [](Main& main) { main.mnuReadFre_Click(); }},
-    ButtonRow{"Write", 4, "radio-write", [](Main& main) { main.mnuWriteFre_Click(); }},
-    ButtonRow{"Com", 5, "port", [](Main& main) { main.selectPort(); }},
-    ButtonRow{"Print", 8, "print", [](Main&) { modPrint::Print(); }},
-    ButtonRow{"Help", 6, "help", [](Main&) { modStartUp::Help(); }},
-    ButtonRow{"Exit", 7, "exit", [](Main& main) { main.ExitSoft(); }}};
+    ButtonRow{"FileNew", 0, "file-new", "mnuNew", texts::tipNew,
+              [](Main&) { modFileCmd::NewFile(); }},
+    ButtonRow{"FileOpen", 1, "file-open", "mnuOpen", texts::tipOpen,
+              [](Main&) { modFileCmd::OpenFile(); }},
+    ButtonRow{"FileSave", 2, "file-save", "mnuSave", texts::tipSave,
+              [](Main&) { modFileCmd::SaveFile(); }},
+    ButtonRow{"Read", 3, "radio-read", "mnuReadFre", texts::tipRead,
+              [](Main& main) { main.mnuReadFre_Click(); }},
+    ButtonRow{"Write", 4, "radio-write", "mnuWriteFre", texts::tipWrite,
+              [](Main& main) { main.mnuWriteFre_Click(); }},
+    ButtonRow{"Com", 5, "port", "mnuCom", texts::tipPort, [](Main& main) { main.selectPort(); }},
+    ButtonRow{"Print", 8, "print", "mnuPrint", texts::tipPrint, [](Main&) { modPrint::Print(); }},
+    ButtonRow{"Help", 6, "help", "mnuHelpTopic", texts::tipHelp, [](Main&) { modStartUp::Help(); }},
+    ButtonRow{"Exit", 7, "exit", "mnuExit", texts::tipExit, [](Main& main) { main.ExitSoft(); }}};
 
 /// The language menu, in the order of the languages' numbers.
 constexpr std::array languageTexts{34, 57, 35};
@@ -157,7 +175,7 @@ void mdifrmMain::setMenuFace() {
     }
     for (const ItemRow& row : itemRows) {
         if (row.name != nullptr) {
-            name(row.name, softText(row.text));
+            name(row.name, itemCaption(row));
         }
     }
     for (int language = 1; language <= std::ssize(languageTexts); ++language) {
@@ -178,7 +196,9 @@ void mdifrmMain::setToolBarFace() {
     for (const ButtonRow& row : buttonRows) {
         auto* action = bar->findChild<QAction*>(QLatin1String(row.key));
         action->setText(softText(row.text));
-        action->setToolTip(softText(row.text));
+        const QKeySequence keys = findChild<QAction*>(QLatin1String(row.item))->shortcut();
+        action->setToolTip(
+            QStringLiteral("%1 (%2)").arg(qSay(row.tip), keys.toString(QKeySequence::NativeText)));
     }
 }
 

@@ -3,6 +3,8 @@
 #include "app/modFileCmd.h"
 
 #include <filesystem>
+#include <optional>
+#include <system_error>
 #include <utility>
 
 #include "app/Dialogs.h"
@@ -14,6 +16,7 @@
 #include "app/ownTexts.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
+#include "channels/plausibility.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "settings/modSysSet.h"
@@ -34,11 +37,25 @@ bool askAndKeep(int textIndex) {
     return yes;
 }
 
-void remark(std::string text) {
-    state().remark = std::move(text);
+void tellPanel() {
     if (state().onFilePanel) {
         state().onFilePanel();
     }
+}
+
+Remark remarkNow(std::string text, bool untilEdit = false) {
+    return {std::move(text), documentOrigin::state().now, untilEdit};
+}
+
+void remark(std::string text, bool untilEdit = false) {
+    state().remark = remarkNow(std::move(text), untilEdit);
+    tellPanel();
+}
+
+std::string shown(const Remark& remark) {
+    const auto& now = documentOrigin::state().now;
+    const bool holds = remark.untilEdit ? remark.said == now : remark.said.document == now.document;
+    return holds ? remark.text : std::string();
 }
 
 void renewIfWanted() {
@@ -54,19 +71,87 @@ void tellFailure(int textIndex) {
                       modSoftFace::text(textIndex));
 }
 
-/// Opens the file that `choose` names, if it names one.
-void openWith(const std::function<std::string()>& choose) {
+/// What is unusual about a file of `held` bytes that was just opened.
+std::string noticeOf(std::uint64_t held) {
+    const auto size = modIicDat::IicDat().size();
+    if (held == 0) {
+        return say(texts::emptyFile);
+    }
+    std::string notice;
+    if (held < size) {
+        notice = say(texts::shortFile, held, size);
+    } else if (held > size) {
+        notice = say(texts::longFile, held, size);
+    }
+    if (!plausibility::looksLikeConfiguration(modIicDat::IicDat())) {
+        notice += (notice.empty() ? "" : "\n") + say(texts::noConfiguration);
+    }
+    return notice;
+}
+
+/// Opens the file that `choose` names, if it names one. Returns whether nothing failed.
+bool openWith(const std::function<std::string()>& choose) {
     const bool done = guarded("mdifrmMain->OpenFile", [&] {
         const auto name = choose();
         if (!name.empty()) {
             const auto held = openDatFile(name);
             setCurrentFile(name);
-            const auto size = modIicDat::IicDat().size();
-            remark(held >= size ? std::string() : say(texts::shortFile, held, size));
+            state().notice = remarkNow(noticeOf(held));
+            remark({});
         }
     });
     if (!done) {
-        tellFailure(83);
+        remark(say(texts::fileNotOpened, modShowErr::state().pendingSource));
+    }
+    return done;
+}
+
+std::string fileName(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
+/// Whether the file holds what the last save of this configuration wrote there.
+bool isOwnSave(const std::string& path, const std::vector<std::uint8_t>& held) {
+    const State& s = state();
+    return s.savedDocument == documentOrigin::state().now.document && s.savedPath == path &&
+           s.savedBytes == held;
+}
+
+/// Keeps what the file holds beside it where writing `bytes` would lose it. Returns the copy's
+/// path.
+std::optional<std::filesystem::path> keepWhatIsLost(const std::string& path,
+                                                    const std::vector<std::uint8_t>& bytes) {
+    if (!files::stampOf(path)) {
+        return std::nullopt;
+    }
+    const auto held = files::read(path, bytes.size()).bytes;
+    if (held.empty() || held == bytes || isOwnSave(path, held)) {
+        return std::nullopt;
+    }
+    return naming(say(texts::notKept, fileName(path)), [&] { return files::keepBeside(path); });
+}
+
+void saveKeeping() {
+    State& s = state();
+    std::vector<std::uint8_t> bytes;
+    std::optional<std::filesystem::path> kept;
+    const bool mayWrite = guarded("mdifrmMain->SaveDatFile", [&] {
+        modChMem::SetConvIicDat();
+        bytes = datFile::bytesOf(modIicDat::IicDat());
+        kept = keepWhatIsLost(s.currentFilePath, bytes);
+    });
+    if (!mayWrite) {
+        remark(say(texts::fileNotSaved, modShowErr::state().pendingSource));
+        return;
+    }
+    if (!SaveDatFile()) {
+        return;
+    }
+    s.savedBytes = std::move(bytes);
+    s.savedPath = s.currentFilePath;
+    s.savedDocument = documentOrigin::state().now.document;
+    if (kept) {
+        remark(say(texts::fileSavedKept, fileName(s.savedPath), fileName(kept->string())), true);
     }
 }
 
@@ -77,13 +162,25 @@ State& state() {
     return instance;
 }
 
+std::string shownRemark() {
+    return shown(state().remark);
+}
+
+std::string shownNotice() {
+    return shown(state().notice);
+}
+
+std::string shownOrigin() {
+    return documentOrigin::state().origin == documentOrigin::Origin::radio
+               ? say(texts::readNotSaved)
+               : std::string();
+}
+
 void setCurrentFile(std::string path) {
     State& s = state();
     s.currentFilePath = std::move(path);
     s.filePanel = modSoftFace::text(85) + s.currentFilePath;
-    if (s.onFilePanel) {
-        s.onFilePanel();
-    }
+    tellPanel();
 }
 
 void GenerateDatFolder() {
@@ -116,20 +213,33 @@ void NewFileSol() {
         modModel::cboModel_Click();
         modModel::applyShownBand();
     });
+    documentOrigin::begin(documentOrigin::Origin::defaults);
 }
 
 std::uint64_t openDatFile(const std::string& path) {
     const auto size = datFile::load(path, modIicDat::IicDat());
     modChMem::SoftDisplay();
+    documentOrigin::begin(documentOrigin::Origin::file);
     return size;
 }
 
 void openNamed(const std::string& path) {
-    openWith([&] { return path; });
+    if (!openWith([&] { return path; })) {
+        std::error_code unknown;
+        const auto whole = std::filesystem::absolute(path, unknown);
+        const bool missing = modShowErr::state().pendingNumber == errNum::fileNotFound;
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
+                          missing ? say(texts::fileMissing, (unknown ? path : whole.string()))
+                                  : state().remark.text);
+    }
 }
 
 void OpenFile() {
-    openWith([] { return theDialogs().openFile({dataFilter, state().currentFilePath, ""}); });
+    if (!openWith([] {
+            return theDialogs().openFile({dataFilter, state().currentFilePath, ""});
+        })) {
+        tellFailure(83);
+    }
 }
 
 void SaveFile() {
@@ -146,10 +256,13 @@ void SaveFile() {
 
 void SaveAsFile() {
     const bool done = guarded("mdifrmMain->SaveAsFile", [] {
-        const auto name = theDialogs().saveFile({dataFilter, state().currentFilePath, "dat"});
+        const std::string& current = state().currentFilePath;
+        // What was read from a radio is not what that file holds.
+        const std::string offered = shownOrigin().empty() ? fileName(current) : std::string();
+        const auto name = theDialogs().saveFile({dataFilter, current, "dat", offered});
         if (!name.empty()) {
             setCurrentFile(name);
-            SaveDatFile();
+            saveKeeping();
         }
     });
     if (!done) {
@@ -162,9 +275,11 @@ bool SaveDatFile() {
         modChMem::SetConvIicDat();
         datFile::save(state().currentFilePath, modIicDat::IicDat());
         setCurrentFile(state().currentFilePath);
+        documentOrigin::saved();
     });
-    remark(saved ? say(texts::fileSaved)
-                 : say(texts::fileNotSaved, modShowErr::state().pendingSource));
+    remark(
+        saved ? say(texts::fileSaved) : say(texts::fileNotSaved, modShowErr::state().pendingSource),
+        saved);
     return saved;
 }
 

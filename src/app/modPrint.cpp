@@ -71,6 +71,12 @@ std::string shownValue(const optionPanel::OptionControl& control) {
                                 : checkedAt(control.items, control.selected, "option entry");
 }
 
+/// What the printed data is: its file, or where it came from while it is in none.
+std::string sourceText() {
+    const std::string origin = modFileCmd::shownOrigin();
+    return origin.empty() ? modFileCmd::state().currentFilePath : origin;
+}
+
 std::string optionRows() {
     std::string html;
     for (const auto& control : optionPanel::state().controls) {
@@ -88,11 +94,10 @@ std::string documentHtml() {
     const auto& band = modModel::state();
     return fmt::format(
         "<h2>{}</h2><p>{}<br>{} - {} MHz</p><h3>{}</h3>{}{}</table><h3>{}</h3>{}{}</table>",
-        escaped(modSoftFace::text(modSoftFace::modelText)),
-        escaped(modFileCmd::state().currentFilePath), frequency::mhzText(band.bandLow),
-        frequency::mhzText(band.bandHigh), escaped(modSoftFace::text(modSoftFace::channelsText)),
-        tableStart, channelTable(), escaped(modSoftFace::text(modSoftFace::optionsText)),
-        tableStart, optionRows());
+        escaped(modSoftFace::text(modSoftFace::modelText)), escaped(sourceText()),
+        frequency::mhzText(band.bandLow), frequency::mhzText(band.bandHigh),
+        escaped(modSoftFace::text(modSoftFace::channelsText)), tableStart, channelTable(),
+        escaped(modSoftFace::text(modSoftFace::optionsText)), tableStart, optionRows());
 }
 
 void Print() {

@@ -13,12 +13,48 @@ inline constexpr Text viewErrorList{"错误列表(&E)", "&Error List"};
 inline constexpr Text viewTree{"导航树(&T)", "Navigation &Tree"};
 inline constexpr Text treeTitle{"导航", "Navigation"};
 inline constexpr Text toolbarTitle{"工具栏", "Toolbar"};
-inline constexpr Text helpCannotOpen{"没有能打开帮助文件的程序:",
+inline constexpr Text tipNew{"从默认数据开始新的配置",
+                             "Start a new configuration from the defaults"};
+inline constexpr Text tipOpen{"打开数据文件", "Open a data file"};
+inline constexpr Text tipSave{"把信道和整机设置保存到数据文件",
+                              "Save channels and optional features in a data file"};
+inline constexpr Text tipRead{"从对讲机读出全部数据", "Read the data from the radio"};
+inline constexpr Text tipWrite{"把这里的数据写入对讲机", "Write the data shown here to the radio"};
+inline constexpr Text tipPort{"选择写频线所接的串口",
+                              "Choose the port that the cable is plugged into"};
+inline constexpr Text tipPrint{"打印信道和整机设置", "Print channels and optional features"};
+inline constexpr Text tipHelp{"打开使用说明", "Open the help"};
+inline constexpr Text tipExit{"退出本软件", "Leave the program"};
+inline constexpr Text helpCannotOpen{"没有能打开帮助文件的程序：",
                                      "There is no program to open the help file:"};
 inline constexpr Text fileSaved{"已保存", "Saved"};
-inline constexpr Text fileNotSaved{"没有保存: {}", "NOT saved: {}"};
-inline constexpr Text shortFile{"文件只有 {} 字节（应为 {}），其余数据保持不变",
-                                "The file holds only {} of {} bytes; the rest is as it was"};
+inline constexpr Text fileSavedKept{"已保存；{} 原来的内容保留为 {}",
+                                    "Saved; what {} held before is kept as {}"};
+inline constexpr Text fileNotSaved{"没有保存：{}", "NOT saved: {}"};
+inline constexpr Text notKept{"{} 原来的内容无法保留，因此没有覆盖该文件",
+                              "what {} holds could not be kept, so it was not overwritten"};
+inline constexpr Text fileNotOpened{"没有打开文件：{}", "Not opened: {}"};
+inline constexpr Text fileMissing{"没有这个文件：\n{}\n\n请检查路径和文件名。",
+                                  "There is no such file:\n{}\n\nCheck the path and the name."};
+inline constexpr Text readNotSaved{"从对讲机读出，尚未保存", "Read from the radio, not saved"};
+inline constexpr Text readNotSavedTip{
+    "显示的数据是从对讲机读出的，还不在任何文件中。请用“另存为”保存。",
+    "What is shown was read from the radio and is in no file yet. Save it with Save As."};
+
+// What is unusual about an opened file
+inline constexpr Text emptyFile{"文件是空的：显示的仍是打开之前的数据。",
+                                "The file is empty: what is shown is still the data from before."};
+inline constexpr Text shortFile{
+    "文件只有 {} 字节（应为 {}）：缺少的部分保持原来的值。",
+    "The file holds only {} of {} bytes: the missing part keeps its previous values."};
+inline constexpr Text longFile{
+    "文件有 {} 字节，比配置（{} 字节）长：只读取了开头部分，保存时多出的部分保持不变。",
+    "The file holds {} bytes, more than a configuration ({}): only its beginning was read, and "
+    "saving leaves the rest as it is."};
+inline constexpr Text noConfiguration{
+    "文件内容不像本机的配置：显示的值可能没有意义，也可能仍是打开之前的值。请不要写入对讲机。",
+    "This does not look like a configuration of this radio: what is shown may be senseless, or "
+    "still be from before. Do not write it to a radio."};
 
 // Error list
 inline constexpr Text errorListTitle{"错误列表", "Error list"};

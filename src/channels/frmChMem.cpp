@@ -32,6 +32,16 @@ void fill(const modModel::DropDown& list, QComboBox& box) {
     box.setCurrentIndex(list.selected);
 }
 
+constexpr int noticeMargin = 6;
+
+/// Seen on light and dark desktops alike.
+QPalette noticeColours() {
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(255, 214, 102));
+    palette.setColor(QPalette::WindowText, Qt::black);
+    return palette;
+}
+
 void caption(QLabel& label, QWidget& control, int text) {
     label.setText(softText(text));
     label.setBuddy(&control);
@@ -42,6 +52,7 @@ void caption(QLabel& label, QWidget& control, int text) {
 
 frmChMem::frmChMem(QWidget* parent)
     : QWidget(parent),
+      lblNotice_(ownNamed<QLabel>("lblNotice")),
       fraModel_(ownNamed<QGroupBox>("fraModel")),
       lblModel_(own<QLabel>(fraModel_)),
       cboModel_(ownNamed<SteadyComboBox>("cboModel", fraModel_)),
@@ -70,9 +81,17 @@ void frmChMem::layOut() {
         box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
         box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     }
+    lblNotice_->setWordWrap(true);
+    lblNotice_->setTextFormat(Qt::PlainText);
+    lblNotice_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    lblNotice_->setMargin(noticeMargin);
+    lblNotice_->setAutoFillBackground(true);
+    lblNotice_->setPalette(noticeColours());
+    lblNotice_->hide();
     auto* channels = own<QWidget>();
     auto* column = own<QVBoxLayout>(channels);
     column->setContentsMargins(0, 0, 0, 0);
+    column->addWidget(lblNotice_);
     column->addWidget(fraModel_);
     column->addWidget(vsfgGridCh_, 1);
     auto* parts = own<QSplitter>(Qt::Horizontal);
@@ -98,6 +117,12 @@ void frmChMem::refresh() {
     fill(modModel::state().cboModel, *cboModel_);
     fill(modModel::state().cboFrequency, *cboFrequency_);
     vsfgGridCh_->fit();
+}
+
+void frmChMem::showNotice(const QString& text) {
+    lblNotice_->setText(text);
+    lblNotice_->setAccessibleName(text);
+    lblNotice_->setVisible(!text.isEmpty());
 }
 
 frmOptPanel* frmChMem::panel() const {

@@ -28,6 +28,9 @@ class frmChMem : public QWidget {
     /// now; after the grid was built and after every refresh of the form.
     void refresh();
 
+    /// Shows a coloured line above the grid; none for an empty text.
+    void showNotice(const QString& text);
+
     [[nodiscard]] frmOptPanel* panel() const;
 
   private:
@@ -35,6 +38,7 @@ class frmChMem : public QWidget {
     void modelChosen(int index);
     void bandChosen(int index);
 
+    QLabel* lblNotice_;
     QGroupBox* fraModel_;
     QLabel* lblModel_;
     QComboBox* cboModel_;

@@ -15,6 +15,7 @@
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
 #include "channels/toneCode.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 
 namespace k520::modChEdit {
@@ -205,6 +206,7 @@ void vsfgGridCh_AfterEdit(std::int16_t row, std::int16_t col) {
     }
     guarded("frmChMem->vsfgGridCh_AfterEdit:", [&] { storeCell(row, col); });
     modChMem::showChannel(row);
+    documentOrigin::edited();
 }
 
 std::optional<std::int32_t> ModifyTxRxFre(std::string_view text) {
@@ -224,6 +226,7 @@ void cboGridChCtdcs_LostFocus(std::int16_t row, std::int16_t col, std::string_vi
         tone = toneCode::normaliseTone(text).value_or(modCtdcs::state().CtdcsOffText);
         channel.modified() = 1;
         grid().setText(row, col, tone);
+        documentOrigin::edited();
     });
 }
 
@@ -236,6 +239,7 @@ void vsfgGridCh_DblClick(std::int16_t row, std::int16_t col) {
         if (channel.present() && col != column::reserved && isListColumn(col) &&
             channel.field(col) != -1) {
             stepValue(row, col);
+            documentOrigin::edited();
         }
     });
 }
@@ -263,6 +267,7 @@ void openChannel(std::int16_t channel) {
     }
     guarded("frmChMem->openChannel:", [&] { switchOn(channelAt(channel)); });
     modChMem::showChannel(channel);
+    documentOrigin::edited();
 }
 
 void saveAsDefault(std::int16_t channel) {

@@ -5,6 +5,7 @@
 #include "app/Guard.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "settings/modSysSet.h"
 
@@ -60,6 +61,7 @@ void mnuDelOne_Click() {
         DelOneChannel(channel);
         row.modified() = 1;
     });
+    documentOrigin::edited();
 }
 
 void mnuDelAll_Click() {
@@ -70,6 +72,7 @@ void mnuDelAll_Click() {
             row.modified() = 1;
         }
     });
+    documentOrigin::edited();
 }
 
 void SoftDisplay() {

@@ -14,6 +14,7 @@
 #include "app/modSoftFace.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 
 namespace k520::modModel {
@@ -125,6 +126,7 @@ void cboModel_Click() {
 void selectModel(int index) {
     state().cboModel.selected = index;
     cboModel_Click();
+    documentOrigin::edited();
 }
 
 void cboFrequency_Click() {
@@ -154,7 +156,9 @@ void chooseBand(int index) {
     selectBand(index);
     if (index == customBand && s.bandLow == low && s.bandHigh == high) {
         s.cboFrequency.selected = entry;
+        return;
     }
+    documentOrigin::edited();
 }
 
 void selectBandFromImage() {

@@ -60,6 +60,9 @@ QString nameFilter(const std::string& filter) {
 std::string choose(QFileDialog& dialog, const FileChoice& choice) {
     dialog.setNameFilter(nameFilter(choice.filter));
     dialog.setDirectory(QFileInfo(QFile::decodeName(choice.folder.c_str())).absolutePath());
+    if (!choice.name.empty()) {
+        dialog.selectFile(QFile::decodeName(choice.name.c_str()));
+    }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return {};
     }

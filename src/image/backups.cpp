@@ -102,25 +102,6 @@ void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
     }
 }
 
-/// The data file of an image.
-std::vector<std::uint8_t> fileBytes(const MemoryImage& image) {
-    requireHoldable(image);
-    MemoryImage moved = image;
-    datFile::makeRoom(moved);
-    return {moved.bytes().begin(), moved.bytes().end()};
-}
-
-/// A path for what stood under another: "NAME.~1~" and so on.
-fs::path freeNameBeside(const fs::path& path) {
-    for (int n = 1;; ++n) {
-        fs::path kept = path;
-        kept += fmt::format(".~{}~", n);
-        if (!files::stampOf(kept)) {
-            return kept;
-        }
-    }
-}
-
 /// The next free ordinal of a second.
 int freeOrdinal(std::span<const Backup> others, const std::string& time) {
     int last = 0;
@@ -136,7 +117,7 @@ int freeOrdinal(std::span<const Backup> others, const std::string& time) {
 void storePair(const fs::path& path, const MemoryImage& image) {
     try {
         files::replace(besideFor(path), lostBytes(image));
-        files::replace(path, fileBytes(image));
+        files::replace(path, datFile::bytesOf(image));
     } catch (...) {
         std::error_code ignored;
         fs::remove(path, ignored);
@@ -164,7 +145,7 @@ fs::path folder() {
 }
 
 std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) {
-    const auto bytes = fileBytes(image);
+    const auto bytes = datFile::bytesOf(image);
     if (!files::stampOf(path)) {
         files::replace(path, bytes);
         return std::nullopt;
@@ -176,7 +157,7 @@ std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) 
     if (old.size > old.bytes.size()) {
         throw RuntimeError(errNum::pathAccess, path.string() + ": too large to be a data file");
     }
-    const auto kept = freeNameBeside(path);
+    const auto kept = files::freeNameBeside(path);
     files::replace(kept, old.bytes);
     files::replace(path, bytes);
     return kept;

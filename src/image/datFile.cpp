@@ -43,6 +43,12 @@ void closeRoom(MemoryImage& image) {
     }
 }
 
+std::vector<std::uint8_t> bytesOf(const MemoryImage& image) {
+    MemoryImage moved = image;
+    makeRoom(moved);
+    return {moved.bytes().begin(), moved.bytes().end()};
+}
+
 std::uint64_t load(const std::filesystem::path& path, MemoryImage& image) {
     const auto content = files::read(path, image.size());
     // The old content takes the file's layout first, so that what a short file does not hold comes
@@ -57,11 +63,10 @@ std::uint64_t load(const std::filesystem::path& path, MemoryImage& image) {
 }
 
 void save(const std::filesystem::path& path, MemoryImage& image) {
-    MemoryImage moved = image;
-    makeRoom(moved);
-    files::replaceHead(path, moved.bytes());
-    closeRoom(moved);
-    image = moved;
+    const auto bytes = bytesOf(image);
+    files::replaceHead(path, bytes);
+    std::ranges::copy(bytes, image.bytes().begin());
+    closeRoom(image);
 }
 
 }  // namespace k520::datFile

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <vector>
 
 #include "image/MemoryImage.h"
 
@@ -36,6 +37,9 @@ void makeRoom(MemoryImage& image);
 
 /// The way back: moves the channel area down. The filler goes.
 void closeRoom(MemoryImage& image);
+
+/// What a data file of the image holds. Raises 9 where the image is too short for the format.
+[[nodiscard]] std::vector<std::uint8_t> bytesOf(const MemoryImage& image);
 
 /// Fills the image from a data file, in memory layout, and returns the file's whole size. A longer
 /// file is read only as far as the image reaches; a shorter one fills only what it holds. Raises

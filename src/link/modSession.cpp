@@ -14,6 +14,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
 #include "channels/modChMem.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "image/stamp.h"
 #include "link/linkTexts.h"
@@ -39,6 +40,11 @@ void nothingForStep(const ScriptStep& /*step*/, MemoryImage& /*image*/) {}
 void encodeAndStamp() {
     modChMem::SetConvIicDat();
     WriteComDat();
+}
+
+void showWhatWasRead() {
+    modChMem::SoftDisplay();
+    documentOrigin::begin(documentOrigin::Origin::radio);
 }
 
 void copyToImage(const ScriptStep& step, MemoryImage& image) {
@@ -74,7 +80,7 @@ constexpr Plan readPlan{.direction = Direction::read,
                         .prepare = nothing,
                         .beforeStep = nothingForStep,
                         .afterStep = copyToImage,
-                        .display = modChMem::SoftDisplay,
+                        .display = showWhatWasRead,
                         .ownImage = false,
                         .busyText = 164,
                         .successText = 165,

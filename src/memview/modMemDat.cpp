@@ -10,6 +10,7 @@
 #include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 
 namespace k520::modMemDat {
@@ -169,6 +170,7 @@ bool typeByte(int row, int column, std::string_view text) {
         if (grid().text(row, column) != byte) {
             grid().setText(row, column, std::move(byte));
             vsfgGridMemDat_AfterEdit();
+            documentOrigin::edited();
         }
     });
     return true;

@@ -9,6 +9,7 @@
 #include "app/RuntimeError.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "image/documentOrigin.h"
 #include "settings/modSysSet.h"
 
 namespace k520::optionPanel {
@@ -115,6 +116,7 @@ void optionClicked(int number, int value) {
         }
     });
     tellChanged();
+    documentOrigin::edited();
 }
 
 }  // namespace k520::optionPanel

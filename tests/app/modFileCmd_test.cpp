@@ -1,15 +1,23 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
+#include <sys/resource.h>
 
+#include <csignal>
+#include <set>
+
+#include "app/Files.h"
 #include "app/modPrint.h"
 #include "app/modStartUp.h"
 #include "channels/ChannelFixture.h"
+#include "channels/modChEdit.h"
 #include "image/datFile.h"
 
 namespace k520 {
 namespace {
 
+using testing::AllOf;
+using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
 using namespace modFileCmd;
@@ -59,7 +67,7 @@ TEST_F(FileCommands, EveryAnswerOfEveryCommand) {
     const std::string open = "open|Data File(*.dat)|*.dat|old|";
     const std::string wrong = "critical|提示|错误的文件类型!";
     const std::string changed = "ask|提示|文件内容已经改变,想保存文件吗?";
-    const std::string save = "save|Data File(*.dat)|*.dat|old|dat";
+    const std::string save = "save|Data File(*.dat)|*.dat|old|dat|old";
     const std::string failed = "critical|提示|保存文件出错!";
     const std::string unwritten = "critical|提示|写文件出错!";
     const std::string same = " 136 7 136";
@@ -124,9 +132,187 @@ TEST_F(FileCommands, ShortFilesFillOnlyWhatTheyHold) {
             expected += static_cast<char>(offset < length ? offset % 247 : i % 251);
         }
         openNamed(folder.write("short.dat", file));
-        EXPECT_EQ(state().remark.empty(), file.size() == image().size()) << state().remark;
+        const bool isWhole = file.size() == image().size();
+        EXPECT_EQ(shownNotice().find("holds only") == std::string::npos, isWhole || length == 0);
+        EXPECT_EQ(shownNotice().find("is empty") == std::string::npos, length > 0);
         EXPECT_EQ(text(image()), expected) << length;
     }
+}
+
+// What was there and would be lost is kept; what the command wrote itself is not.
+TEST_F(FileCommands, OverwritingKeepsWhatTheFileHeld) {
+    const auto saveAs = [&](const std::string& name) {
+        dialogs.answers = {"save " + (folder / name).string()};
+        SaveAsFile();
+        dialogs.take();
+        return shownRemark();
+    };
+    const auto edit = [](const std::string& mhz) {
+        grid().setText(1, 1, mhz);
+        modChEdit::vsfgGridCh_AfterEdit(1, 1);
+    };
+    const auto channelOf = [&](const std::string& name) {
+        return fmt::format("{:02X}", static_cast<unsigned char>(folder.read(name).at(0x22)));
+    };
+    const std::string kept = "Saved; what a.dat held before is kept as a.dat.";
+    const auto open = [&] { openNamed(folder / "a.dat"); };
+    const auto read = [] { documentOrigin::begin(documentOrigin::Origin::radio); };
+    const auto another = [&] { folder.write("a.dat", "another program's"); };
+    const auto nothing = [] {};
+    const struct {
+        std::function<void()> before;
+        std::string frequency, remark;
+        std::set<std::string> files;
+    } steps[] = {{nothing, "441", "Saved", {"a.dat"}},
+                 {nothing, "442", "Saved", {"a.dat"}},
+                 {open, "443", kept + "~1~", {"a.dat", "a.dat.~1~"}},
+                 {nothing, "444", "Saved", {"a.dat", "a.dat.~1~"}},
+                 {open, "444", "Saved", {"a.dat", "a.dat.~1~"}},
+                 {read, "445", kept + "~2~", {"a.dat", "a.dat.~1~", "a.dat.~2~"}},
+                 {another, "446", kept + "~3~", {"a.dat", "a.dat.~1~", "a.dat.~2~", "a.dat.~3~"}},
+                 // A copy that is there already is not made again.
+                 {[&] { folder.write("a.dat", folder.read("a.dat.~3~")), read(); },
+                  "447",
+                  kept + "~3~",
+                  {"a.dat", "a.dat.~1~", "a.dat.~2~", "a.dat.~3~"}}};
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.frequency);
+        step.before();
+        edit(step.frequency);
+        EXPECT_EQ(saveAs("a.dat"), step.remark);
+        EXPECT_EQ(folder.names(), step.files);
+        EXPECT_EQ(channelOf("a.dat"), step.frequency.substr(2) + "0");
+    }
+    EXPECT_EQ(channelOf("a.dat.~1~"), "20");
+    EXPECT_EQ(channelOf("a.dat.~2~"), "40");
+    EXPECT_EQ(folder.read("a.dat.~3~"), "another program's");
+    // A longer file is kept whole, with its mode.
+    folder.write("long.dat", std::string(10'000, 'x'));
+    std::filesystem::permissions(folder / "long.dat", std::filesystem::perms{0600});
+    saveAs("long.dat");
+    EXPECT_EQ(folder.read("long.dat.~1~"), std::string(10'000, 'x'));
+    EXPECT_EQ(std::filesystem::status(folder / "long.dat.~1~").permissions(),
+              std::filesystem::perms{0600});
+    EXPECT_EQ(failures(), Labels{});
+}
+
+TEST_F(FileCommands, WhatCannotBeKeptIsNotOverwritten) {
+    const std::string other(5'000, 'x');
+    const auto path = folder.write("a.dat", other);
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit full{4'096, before.rlim_max};
+    dialogs.answers = {"save " + path.string()};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
+    SaveAsFile();
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    dialogs.take();
+    EXPECT_THAT(shownRemark(), HasSubstr("NOT saved: what a.dat holds could not be kept"));
+    EXPECT_EQ(folder.read("a.dat"), other);
+    EXPECT_EQ(folder.names(), std::set<std::string>{"a.dat"});
+    EXPECT_EQ(failures(), Labels{"mdifrmMain->SaveDatFile 61"});
+}
+
+TEST_F(FileCommands, WordsHoldUntilTheyAreNoLongerTrue) {
+    const auto readRadio = [] { documentOrigin::begin(documentOrigin::Origin::radio); };
+    const auto save = [&](const std::string& name) {
+        return [this, name] {
+            dialogs.answers = {"save " + name};
+            SaveAsFile();
+        };
+    };
+    const auto good = folder / "good.dat";
+    const auto lost = (folder / "no/such.dat").string();
+    const auto openLost = [&] { openNamed(lost); };
+    const auto clear = [] { modChEdit::openChannel(2), modChMem::DelOneChannel(2); };
+    const auto option = [] { optionPanel::optionClicked(1, 3); };
+    const auto tone = [] { modChEdit::cboGridChCtdcs_LostFocus(1, 3, "67.0"); };
+    const auto band = [] { modModel::chooseBand(3); };
+    const auto byte = [] { modMemDat::SetGridMemDat(), modMemDat::typeByte(1, 1, "5A"); };
+    const auto deleteAll = [] { modChMem::mnuDelAll_Click(); };
+    const std::string unsaved = "Read from the radio, not saved";
+    const std::tuple<std::function<void()>, std::string, std::string> steps[] = {
+        {save(good), "Saved", ""},     {clear, "", ""},
+        {save(good), "Saved", ""},     {option, "", ""},
+        {save(good), "Saved", ""},     {tone, "", ""},
+        {save(good), "Saved", ""},     {band, "", ""},
+        {save(good), "Saved", ""},     {byte, "", ""},
+        {save(good), "Saved", ""},     {deleteAll, "", ""},
+        {save(good), "Saved", ""},     {readRadio, "", unsaved},
+        {option, "", unsaved},         {save(lost), "NOT saved", unsaved},
+        {clear, "NOT saved", unsaved}, {save(good), "Saved", ""},
+        {openLost, "Not opened", ""},  {readRadio, "", unsaved},
+        {NewFileSol, "", ""}};
+    setCurrentFile(good);
+    int told = 0;
+    const documentOrigin::Follower follower([&] { ++told; });
+    int number = 0;
+    for (const auto& [step, remark, origin] : steps) {
+        SCOPED_TRACE(number++);
+        const int before = told;
+        step();
+        EXPECT_EQ(shownRemark().substr(0, remark.empty() ? 1 : remark.size()), remark);
+        EXPECT_EQ(shownOrigin(), origin);
+        EXPECT_TRUE(told > before || remark.starts_with("N")) << "nobody was told";
+    }
+    // After a read no name is offered: the current file holds something else.
+    const auto shown = dialogs.take();
+    EXPECT_EQ(std::ranges::count_if(shown, [](const auto& s) { return s.ends_with("|dat|"); }), 2);
+    EXPECT_THAT(shown, Contains("critical|Notice|There is no such file:\n" + lost +
+                                "\n\nCheck the path and the name."));
+    EXPECT_EQ(failures(), (Labels{"mdifrmMain->SaveDatFile 76", "mdifrmMain->OpenFile 53",
+                                  "mdifrmMain->InitTempArray 53"}));
+}
+
+// Each kind of file that a person may open by mistake, and each good one.
+TEST_F(FileCommands, AFileThatIsNoConfigurationIsNamed) {
+    const auto shipped = files::read(K520_SHARE_DIR "/PL220_CV.exe", 0x2000).bytes;
+    std::ranges::copy(shipped, image().bytes().begin());
+    datFile::save(folder / "good.dat", image());
+    const std::string good = folder.read("good.dat");
+    std::string oneBad = good;
+    oneBad.replace(0x20, 4, "\xAB\xCD\xEF\x44");
+    std::string noise;
+    for (unsigned i = 0, n = 1; i < 0x2000; ++i) {
+        noise += static_cast<char>((n = n * 1664525U + 1013904223U) >> 24U);
+    }
+    std::string text;
+    while (text.size() < 0x2000) {
+        text += "channel,rx,tx,decode\n1,446.00625,446.00625,67.0\n";
+    }
+    const auto filled = [](char byte) { return std::string(0x2000, byte); };
+    const std::string only = "The file holds only ", senseless = "This does not look like";
+    const std::pair<std::string, std::vector<std::string>> cases[] = {
+        {good, {}},
+        {oneBad, {}},
+        {good.substr(0, 0x500), {only}},
+        {good + "tail", {"The file holds 8196 bytes, more than"}},
+        {"", {"The file is empty"}},
+        {noise, {senseless}},
+        {noise.substr(0, 0x500), {only, senseless}},
+        {text, {"The file holds", senseless}},
+        {filled('\0'), {senseless}},
+        {filled('\xFF'), {senseless}},
+        {filled('\x11'), {senseless}},
+        {good, {}}};
+    for (const auto& [bytes, words] : cases) {
+        openNamed(folder / "good.dat");
+        openNamed(folder.write("file.dat", bytes));
+        const std::string notice = shownNotice();
+        EXPECT_EQ(notice.empty(), words.empty()) << notice;
+        for (const auto& word : words) {
+            EXPECT_THAT(notice, HasSubstr(word));
+        }
+        EXPECT_EQ(std::ranges::count(notice, '\n') + 1,
+                  std::max<std::ptrdiff_t>(1, std::ssize(words)));
+        folder.write("good.dat", good);
+    }
+    openNamed(folder.write("file.dat", noise));
+    EXPECT_FALSE(shownNotice().empty());
+    documentOrigin::begin(documentOrigin::Origin::radio);
+    EXPECT_TRUE(shownNotice().empty());
+    failures();
 }
 
 class Paper : public test::ProgramFolder {
@@ -148,6 +334,9 @@ TEST_F(Paper, HoldsTheChannelsThatExistAndAllOptions) {
     const std::string html = documentHtml();
     EXPECT_THAT(html, HasSubstr("a&lt;b&gt;&amp;c.dat<br>400 - 470 MHz"));
     EXPECT_THAT(html, HasSubstr("<th>Receive [MHz]</th>"));
+    documentOrigin::begin(documentOrigin::Origin::radio);
+    EXPECT_THAT(documentHtml(),
+                AllOf(HasSubstr("Read from the radio, not saved<br>"), Not(HasSubstr("c.dat"))));
     const std::string first = modChMem::state().vsfgGridCh.text(1, 1);
     EXPECT_THAT(html, HasSubstr("<td>1</td><td>" + first + "</td>"));
     EXPECT_THAT(html, Not(HasSubstr("<td>2</td>")));

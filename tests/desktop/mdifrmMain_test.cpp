@@ -39,10 +39,10 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
         std::string title, menus, file, buttons, status, filePanel;
     } faces[] = {
         {1, "NorvikK520对讲机写频软件", "文件(&F)|编程(&P)|选项(&O)|设置(&S)|视图(&V)|帮助(&H)|",
-         "新建(&N)|打开(&O)|保存(&S)|另存为(&A)|打印(&P)|---|退出(&E)|",
+         "新建(&N)|打开(&O)…|保存(&S)…|另存为(&A)…|打印(&P)…|---|退出(&E)|",
          "新建|打开|保存|读频|写频|串口|打印|帮助|退出|", "就绪", "文件名:"},
         {3, "ZEV K520 Radio Software", "&File|&Program|&Option|&Settings|&View|&Help|",
-         "&New|&Open|&Save|S&ave As|&Print|---|&Exit|",
+         "&New|&Open…|&Save…|S&ave As…|&Print…|---|&Exit|",
          "New|Open|Save|Read|Write|Port|Print|Help|Exit|", "Ready", "File Name:"},
         {2, "", "|||||", "", "|||||||||", "", ""},
     };
@@ -56,6 +56,10 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
             EXPECT_EQ(captions(main->menuBar()->actions()[0]->menu()->actions()), face.file);
         }
         EXPECT_EQ(captions(find<QToolBar>(*main, "tlbMdiFrmMain").actions()), face.buttons);
+        for (const QAction* button : find<QToolBar>(*main, "tlbMdiFrmMain").actions()) {
+            EXPECT_THAT(stdText(button->toolTip()),
+                        testing::MatchesRegex(".{5,} \\((Ctrl|F).*\\)"));
+        }
         EXPECT_EQ(panel("panStatus"), face.status);
         EXPECT_EQ(panel("panPort"), "COM1");
         EXPECT_EQ(panel("panFile"), face.filePanel + (folder / "Data" / "Untitled.dat").string());
@@ -154,6 +158,63 @@ TEST_F(MainWindow, ClosingAsksAndStoresTheGeometry) {
                                       15 * frame.top())));
     EXPECT_EQ(dialogs.take(), Texts(2, "ask|Notice|Are you sure want to exit?"));
     EXPECT_EQ(mdimoduMain::state().exiting, 1);
+}
+
+TEST_F(MainWindow, ComesBackWhereItWasAndNeverBeyondTheScreen) {
+    const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+    const auto shut = [&] {
+        mdimoduMain::state().quitting = true;
+        EXPECT_TRUE(main->close());
+        main.reset();
+    };
+    const auto fits = [&] {
+        const QRect frame = main->frameGeometry();
+        EXPECT_TRUE(room.contains(frame.topLeft()) && frame.bottom() <= room.bottom());
+        // This screen may be narrower than any that is supported.
+        EXPECT_LE(main->width(), std::max(room.width(), main->minimumSizeHint().width()));
+    };
+    open();
+    fits();
+    EXPECT_LE(main->minimumSizeHint().width(), 1366 * 2 / 3);
+    EXPECT_LE(main->minimumSizeHint().height(), 768 * 2 / 3 - 60);
+    main->resize(900, 500);
+    main->move(0, 70);
+    shut();
+    EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("WindowPlace=0,70,900,500\n"));
+    const std::tuple<const char*, QPoint, int> starts[] = {{"0,70,900,500", {0, 70}, 500},
+                                                           {"5000,-900,4000,510", {0, 0}, 510}};
+    for (const auto& [place, where, height] : starts) {
+        forget();
+        open(3, fmt::format("WindowPlace={}\n", place));
+        EXPECT_EQ(main->pos(), where);
+        EXPECT_EQ(main->height(), height);
+        fits();
+        shut();
+    }
+}
+
+TEST_F(MainWindow, SaysWhatIsUnusualAboutTheDataAndWhereItCameFrom) {
+    open();
+    const auto shows = [&](const char* name) { return find<QWidget>(*main, name).isVisible(); };
+    EXPECT_FALSE(shows("lblNotice") || shows("panOrigin"));
+    modFileCmd::openNamed(folder.write("short.dat", "x"));
+    EXPECT_TRUE(shows("lblNotice"));
+    EXPECT_THAT(panel("lblNotice"), HasSubstr("1 of 8192 bytes"));
+    action("mnuReadFre").trigger();
+    auto& dialog = find<QDialog>(*main, "frmCommun");
+    find<QAbstractButton>(dialog, "cmdRead").click();
+    dialog.close();
+    EXPECT_FALSE(shows("lblNotice"));
+    EXPECT_TRUE(shows("panOrigin"));
+    EXPECT_EQ(panel("panOrigin"), "Read from the radio, not saved");
+    EXPECT_THAT(panel("panFile"), HasSubstr("short.dat")) << "the current path stays";
+    dialogs.answers = {"save " + (folder / "radio.dat").string()};
+    action("mnuSaveAs").trigger();
+    EXPECT_EQ(panel("panStatus"), "Ready  Saved");
+    EXPECT_FALSE(shows("panOrigin"));
+    optionPanel::optionClicked(1, 3);
+    EXPECT_EQ(panel("panStatus"), "Ready");
+    dialogs.take();
 }
 
 TEST_F(MainWindow, AnotherLanguageIsStoredAndEndsTheProgram) {

@@ -16,6 +16,7 @@
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "link/comPorts.h"
 #include "link/modCommun.h"
@@ -58,6 +59,7 @@ class ProgramFolder : public testing::Test {
         comPorts::state() = {};
         virtualRadio::state() = {};
         modFileCmd::state() = {};
+        documentOrigin::state() = {};
     }
     /// Writes the settings file.
     void settings(const std::string& text) const {

@@ -38,7 +38,7 @@ class ScriptedDialogs : public Dialogs {
         return replyTo("open", c.filter + "|" + c.folder + "|" + c.defaultExtension);
     }
     std::string saveFile(const FileChoice& c) override {
-        return replyTo("save", c.filter + "|" + c.folder + "|" + c.defaultExtension);
+        return replyTo("save", c.filter + "|" + c.folder + "|" + c.defaultExtension + "|" + c.name);
     }
     void customRange() override { replyTo("range", ""); }
     void openDocument(const std::string& path) override { replyTo("document", path); }
