@@ -10,6 +10,7 @@
 #include <QWheelEvent>
 
 #include "channels/channelTable.h"
+#include "channels/frmChFrequency.h"
 #include "channels/modCtdcs.h"
 #include "desktop/CellGridModel.h"
 #include "desktop/owned.h"
@@ -215,6 +216,18 @@ void ChannelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionVi
         place.translate(-std::max(0, beyond), 0);
     }
     editor->setGeometry(place);
+}
+
+void ChannelDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                            const QModelIndex& index) const {
+    namespace column = modChMem::column;
+    const int col = CellGridModel::gridColumn(index);
+    if (col != column::rx && col != column::tx) {
+        return QStyledItemDelegate::paint(painter, option, index);
+    }
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    frmChFrequency::paint(*painter, cell);
 }
 
 bool ChannelDelegate::eventFilter(QObject* editor, QEvent* event) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/frmChGrid.h"
+#include "channels/frmChFrequency.h"
 
 #include "channels/channelTexts.h"
 #include "desktop/CellGridModel.h"
@@ -396,6 +397,21 @@ TEST_F(Grid, FillsItsRoomOrScrolls) {
     }
     modChMem::state().vsfgGridCh.reset(4, 3);
     EXPECT_EQ(where(), "1,1");
+}
+
+// Whatever decimals a frequency has, its point has the place that it has in the widest one.
+TEST(ChannelCells, FrequenciesStandWithTheirPointsBelowEachOther) {
+    const QFontMetrics font(QApplication::font());
+    const int width = font.horizontalAdvance(QStringLiteral("000.00000")) + 40;
+    const auto pointOf = [&](const QString& text) {
+        return frmChFrequency::indent(text, font, width) +
+               font.horizontalAdvance(text.section(u'.', 0, 0));
+    };
+    const int point = 20 + font.horizontalAdvance(QStringLiteral("000"));
+    for (const char* text : {"446.00625", "446", "433.5", "52.525", "7.1"}) {
+        EXPECT_EQ(pointOf(QLatin1String(text)), point) << text;
+    }
+    EXPECT_LT(frmChFrequency::indent(QStringLiteral("446.00625"), font, 20), 0) << "no room";
 }
 
 }  // namespace
