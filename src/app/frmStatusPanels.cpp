@@ -41,7 +41,7 @@ void showPanel(QLabel& panel, int meaning, const QString& value) {
 
 frmStatusPanels::frmStatusPanels(QWidget* parent)
     : QStatusBar(parent),
-      status_(ownNamed<QLabel>("panStatus", this)),
+      status_(ownNamed<ElidedLabel>("panStatus", this)),
       port_(ownNamed<QLabel>("panPort", this)),
       origin_(ownNamed<QLabel>("panOrigin", this)),
       file_(ownNamed<ElidedLabel>("panFile", this)),
