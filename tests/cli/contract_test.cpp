@@ -140,6 +140,16 @@ TEST_F(Contract, BandsAndOptions) {
     EXPECT_EQ(shown["options"]["beep"]["value"], 0);
     EXPECT_EQ(shown["options"].size(), 16U);
 
+    // What the radio alone decides is left as it is, and the user told.
+    const auto before = run.folder.read("fleet.dat");
+    for (const std::string name : {"crystal", "voice_chip"}) {
+        const auto fixed = set("option." + name + "=1");
+        EXPECT_EQ(fixed.code, 0);
+        EXPECT_THAT(fixed.err, HasSubstr("option." + name));
+        EXPECT_EQ(run.folder.read("fleet.dat"), before);
+    }
+    EXPECT_EQ(set("option.squelch=3").err, "");
+
     // A custom band is in force for the edits behind it; a file that holds one opens as 120 - 520.
     EXPECT_EQ(set("band=145.12345-150 ch1.rx=600").code, 0);
     EXPECT_EQ(channel(1)["rx_hz"], 150000000);
@@ -298,6 +308,58 @@ TEST_F(Contract, DiffNamesWhatDiffersAndLeavesTheStampOut) {
     for (const char* row : {"decode  None *67.0", "Power *Low *High", "Scan *On *Off", "2 *rx .*-",
                             "3 *tx .*-", "squelch *5 *9", "1000 *.. *12"}) {
         EXPECT_THAT(text, testing::ContainsRegex(row));
+    }
+}
+
+/// What two files differ in, line by line: "channel 1 rx", "byte 017E".
+std::string differencesIn(const json& comparison) {
+    std::string lines;
+    for (const auto& difference : comparison["differences"]) {
+        lines += difference["kind"].get<std::string>();
+        if (difference.contains("channel")) {
+            lines += " " + std::to_string(difference["channel"].get<int>());
+        }
+        for (const char* key : {"field", "option", "address"}) {
+            lines += difference.contains(key) ? " " + difference[key].get<std::string>() : "";
+        }
+        lines += "; ";
+    }
+    return lines;
+}
+
+// Each byte is told once: as what it means where that differs, or else as the byte that it is.
+TEST_F(Contract, DiffTellsEveryByteOnce) {
+    using Patches = std::vector<std::pair<std::size_t, std::vector<int>>>;
+    const auto patched = [](std::string bytes, const Patches& patches) {
+        for (auto [address, values] : patches) {
+            address += address >= 0x10 && address < 0x400 ? 16 : 0;  // moved in a data file
+            for (const int value : values) {
+                bytes[address++] = static_cast<char>(value);
+            }
+        }
+        return bytes;
+    };
+    // Channel 1 does not transmit; channel 5 is empty.
+    const auto base = patched(run.folder.read("fleet.dat"), {{0x14, {0xFF, 0xFF, 0xFF, 0xFF}}});
+    run.folder.write("fleet.dat", base);
+    const std::pair<Patches, const char*> cases[] = {
+        {{{0x10, {0x00, 0x00, 0x35, 0x43, 0x00}}}, "channel 1 rx; byte 0014; "},
+        {{{0x24, {0x00, 0x00, 0x35, 0x43, 0x00}}}, "channel 2 tx; byte 0028; "},
+        {{{0x28, {0x9E, 0x02, 0x00}}}, "channel 2 decode; byte 002A; "},
+        {{{0x2A, {0x9E, 0x02, 0xE6}}}, "channel 2 encode; byte 002C; "},
+        {{{0x0F, {0}}, {0x10, std::vector(16, 0xFF)}}, "channel 1 channel; byte 000F; "},
+        {{{0x17E, {0x0E}}}, "channel 1 Scan; "},
+        {{{0x17E, {0x1E}}}, "channel 1 Scan; byte 017E; "},
+        {{{0x17F, {0x81}}}, "channel 9 Scan; channel 16 Scan; "},
+        {{{0x32F, {0x5A, 0x26, 0x11, 0x15, 0x13, 0x05, 0x5A}}}, "byte 032F; byte 0335; "},
+        {{{0x378, {0x5A, 0x07}}}, "model; byte 0378; "},
+        {{{0x37A, {0x13, 0x60, 0x17, 0x40, 0x5A}}}, "band; byte 037E; "},
+        {{{0x12E, {0x5A, 0x00, 0x09}}, {0x132, {0x5A}}},
+         "option tot; option voice; byte 012E; byte 0132; "}};
+    for (const auto& [patches, expected] : cases) {
+        run.folder.write("b.dat", patched(base, patches));
+        const auto outcome = run("diff @fleet.dat @b.dat --json");
+        EXPECT_EQ(differencesIn(json::parse(outcome.out)), expected);
     }
 }
 

@@ -206,6 +206,31 @@ TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
     EXPECT_FALSE(latest()) << "nobody knows what the radio held before the last write";
 }
 
+// A write that broke off may have left its stamp, and a bad line some falsified bytes.
+TEST_F(Safeguards, ARadioIsKnownAgainByAllButTheStampAndEightBytes) {
+    const std::tuple<int, int, bool> cases[] = {
+        // First and last of the bytes that hold something else, and whether it is the same radio.
+        {0x330, 0x334, true},
+        {0x328, 0x334, true},
+        {0x330, 0x33C, true},
+        {0x327, 0x334, false},
+        {0x330, 0x33D, false}};
+    for (const auto& [first, last, known] : cases) {
+        plug();
+        const auto backup = write(view, all).backup;
+        for (int address = first; address <= last; ++address) {
+            auto& byte = radio->memory()[static_cast<std::size_t>(address)];
+            byte = static_cast<std::uint8_t>(byte + 0x55);
+        }
+        const auto note = unfinishedWrite::latest();
+        ASSERT_TRUE(note && note->backup == backup);
+        const Report report = restore(view, backup, all, note);
+        EXPECT_EQ(report.otherRadio, !known) << std::hex << first << " to " << last;
+        EXPECT_EQ(report.good, known);
+        dialogs.take();
+    }
+}
+
 // The write range is smaller than what is read: the flipped address lies outside it.
 TEST_F(Safeguards, ABlockStoredAtAWrongAddressIsFound) {
     modIicDat::state().writeRange = {0x10, 0x4F};
