@@ -4,14 +4,18 @@
 
 #include <filesystem>
 
+#include "app/Descriptor.h"
+
 namespace k520 {
 
 /// A symbolic link with a lasting name to a device whose name changes. It is removed at the end,
 /// unless somebody has turned it elsewhere meanwhile.
 class DeviceLink {
   public:
-    /// Makes the link, or turns an existing one, in one step: at no instant is there none. Raises
-    /// 75 where the path is anything but a symbolic link, and what the system says otherwise.
+    /// Makes the link, or turns a stale one, in one step: at no instant is there none. A link is
+    /// stale when nothing stands at its end, or a terminal that has no link of a running program.
+    /// Raises 70 for a link that is not stale, 75 where the path is anything but a symbolic link,
+    /// and what the system says otherwise.
     DeviceLink(std::filesystem::path link, std::filesystem::path device);
     ~DeviceLink();
     DeviceLink(const DeviceLink&) = delete;
@@ -20,6 +24,8 @@ class DeviceLink {
   private:
     std::filesystem::path link_;
     std::filesystem::path device_;
+    /// The device with the mark of a link on it.
+    Descriptor marked_;
 };
 
 }  // namespace k520

@@ -45,6 +45,12 @@ inline constexpr Text memoryNotKept{"模拟对讲机无法把内存保存到文�
 inline constexpr Text pseudoTerminal{"伪终端", "pseudo-terminal"};
 inline constexpr Text notALink{"已存在，而且不是符号链接；保持不变，请给出其他路径",
                                "exists and is not a symbolic link; it stays, give another path"};
+inline constexpr Text linkInUse{
+    "指向 {}，另一个模拟对讲机正在使用它；请先停止那个程序，或给出其他路径",
+    "leads to {}, where another simulated radio runs; stop that one, or give another path"};
+inline constexpr Text linkElsewhere{
+    "指向 {}，那不是模拟对讲机；请删除该链接，或给出其他路径",
+    "leads to {}, which is not a simulated radio; remove the link, or give another path"};
 
 // Sessions
 inline constexpr Text serialPortNotOpen{"串口没有打开", "the serial port is not open"};

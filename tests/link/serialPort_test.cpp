@@ -249,5 +249,28 @@ TEST(DeviceLink, TurnsAndRemovesOnlyItsOwnLink) {
     EXPECT_THAT(folder.names(), testing::UnorderedElementsAre("radio", "file"));
 }
 
+TEST(DeviceLink, TakesTheLinkOfNobodyWhoRuns) {
+    const test::TempFolder folder;
+    const fs::path link = folder / "radio";
+    const PtyRadio one(std::make_shared<SimRadio>());
+    const PtyRadio other(std::make_shared<SimRadio>());
+    const auto refused = [&] {
+        return raised([&] { DeviceLink(link, other.devicePath()); }) == errNum::permissionDenied;
+    };
+    {
+        const DeviceLink running(link, one.devicePath());
+        EXPECT_TRUE(refused());
+        EXPECT_EQ(fs::read_symlink(link), one.devicePath());
+    }
+    EXPECT_FALSE(refused());
+    fs::create_symlink("/dev/null", link);
+    EXPECT_TRUE(refused()) << "somebody's own link";
+    EXPECT_EQ(fs::read_symlink(link), "/dev/null");
+    // What a killed program leaves: its terminal's name has gone to a terminal without a link.
+    fs::remove(link);
+    fs::create_symlink(one.devicePath(), link);
+    EXPECT_FALSE(refused());
+}
+
 }  // namespace
 }  // namespace k520
