@@ -14,6 +14,7 @@
 #include <span>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "app/Checked.h"
 #include "app/Files.h"
@@ -25,11 +26,13 @@
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
+#include "cli/sessionTexts.h"
 #include "image/backups.h"
 #include "link/comPorts.h"
 #include "link/modCommun.h"
 #include "link/scriptText.h"
 #include "link/virtualPort.h"
+#include "link/waysBack.h"
 
 namespace k520::cli {
 
@@ -48,7 +51,7 @@ std::optional<std::int16_t> portNumber(const std::string& port) {
         return std::nullopt;
     }
     if (error != std::errc{} || number < comPorts::firstPort || number > comPorts::lastPort) {
-        refuse(fmt::format("there is no port {}; there are 1 to {}", port, comPorts::lastPort));
+        refuse(say(texts::noSuchPort, port, comPorts::lastPort));
     }
     return static_cast<std::int16_t>(number);
 }
@@ -61,14 +64,11 @@ void requireUsable(modIicDat::AddressRange range, const std::string& name) {
         return;
     }
     const int wholeBlocks = (last + 1) / scriptText::blockLength * scriptText::blockLength;
-    fail(fmt::format(
-        "the settings file gives {0}StartAddr {1:04X} and {0}EndAddr {2:04X}, but blocks of {3} "
-        "bytes from the first to the last have to lie within 0000 to {4:04X}; mend it with: {5} "
-        "and {6}",
-        name, static_cast<std::uint16_t>(range.start), static_cast<std::uint16_t>(range.end),
-        scriptText::blockLength, last, configSetCommand("Setting", name + "StartAddr", "0000"),
-        configSetCommand("Setting", name + "EndAddr",
-                         fmt::format("{:04X}", std::min(wholeBlocks - 1, 0x1FFF)))));
+    fail(say(texts::rangeNotUsable, name, static_cast<std::uint16_t>(range.start),
+             static_cast<std::uint16_t>(range.end), scriptText::blockLength, last,
+             configSetCommand("Setting", name + "StartAddr", "0000"),
+             configSetCommand("Setting", name + "EndAddr",
+                              fmt::format("{:04X}", std::min(wholeBlocks - 1, 0x1FFF)))));
 }
 
 /// Puts back what lies outside a range: a short last block brings bytes that nobody has read.
@@ -83,8 +83,8 @@ void keepOutside(modIicDat::AddressRange range, const MemoryImage& before) {
     }
 }
 
-std::string_view remedy(const safeguards::Report& report) {
-    return report.restored ? "restore again before it is used" : "write again before it is used";
+std::string remedy(const safeguards::Report& report) {
+    return say(report.restored ? texts::restoreAgainFirst : texts::writeAgainFirst);
 }
 
 /// What became of things when a session did not succeed, by the stage that it was.
@@ -92,14 +92,13 @@ std::string consequence(const safeguards::Report& report) {
     using enum modSession::RadioState;
     switch (report.stage) {
         case Stage::read:
-            return "read failed, nothing saved";
+            return say(texts::readFailed);
         case Stage::backUp:
-            return "read failed, the radio is untouched";
+            return say(texts::backUpReadFailed);
         case Stage::compare:
-            return report.restored ? "read failed, the backup is written back but not compared"
-                   : report.written
-                       ? "read failed, the radio is written but not compared; run verify"
-                       : "second read failed, nothing saved";
+            return say(report.restored  ? texts::restoredNotCompared
+                       : report.written ? texts::writtenNotCompared
+                                        : texts::secondReadFailed);
         case Stage::write:
         case Stage::restore:
             break;
@@ -108,25 +107,41 @@ std::string consequence(const safeguards::Report& report) {
         case untouched:
             break;
         case unknown:
-            return fmt::format("write failed, the radio may be partly written; {}", remedy(report));
+            return say(texts::writeFailedUnknown, remedy(report));
         case partlyWritten:
-            return fmt::format(
-                "write failed, the radio is partly written, up to address {:04X}; {}",
-                *report.result.furthestAddress + scriptText::blockLength - 1, remedy(report));
+            return say(texts::writeFailedPartly,
+                       *report.result.furthestAddress + scriptText::blockLength - 1,
+                       remedy(report));
     }
-    return "write failed, the radio is untouched";
+    return say(texts::writeFailedUntouched);
 }
 
 /// What to do about a port that cannot be opened, where its failure does not say so itself.
-std::string_view remedyFor(std::int16_t number) {
+std::string remedyFor(std::int16_t number) {
     switch (number) {
         case errNum::alreadyOpen:
-            return "; end that program first, or take another port (k520-cli ports)";
+            return say(texts::endOtherProgram);
         case errNum::deviceUnavailable:
-            return "; take another port (k520-cli ports)";
+            return say(texts::takeOtherPort);
         default:
-            return "";
+            return {};
     }
+}
+
+/// The backups with their times, a line each.
+std::string backupLines(std::span<const std::filesystem::path> paths) {
+    const auto all = waysBack::list();
+    std::string lines;
+    for (const auto& path : paths) {
+        const auto way = std::ranges::find(all, path, &waysBack::WayBack::path);
+        if (way != all.end()) {
+            const auto& t = way->time;
+            lines += fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}  {}{}\n", t.year, t.month,
+                                 t.day, t.hour, t.minute, t.second, path.string(),
+                                 way->unfinished ? say(texts::unfinishedMark) : "");
+        }
+    }
+    return lines;
 }
 
 /// Past the buffer of stdout, so that a reader who has gone does no harm to the session.
@@ -161,7 +176,7 @@ RadioLink::~RadioLink() {
         files::replace(*trace_, std::span(reinterpret_cast<const std::uint8_t*>(traceText_.data()),
                                           traceText_.size()));
     } catch (const std::exception& error) {
-        warn(std::string("the data list is not kept: ") + error.what());
+        warn(say(texts::traceNotKept, error.what()));
     }
 }
 
@@ -203,7 +218,7 @@ void RadioLink::collectTrace() {
 void RadioLink::printTrace(const std::string& line) {
     if (!traceBroken_ && !writeToStdout(line)) {
         traceBroken_ = true;
-        warn("the data list cannot be printed any more; the session goes on");
+        warn(say(texts::traceNotPrinted));
     }
 }
 
@@ -218,37 +233,44 @@ void RadioLink::write(const safeguards::Choices& choices, const std::string& bac
     conclude(safeguards::write(view_, choices, backUpTo));
 }
 
-void RadioLink::restore(const std::string& file, const safeguards::Choices& choices,
-                        const std::optional<unfinishedWrite::Note>& written) {
-    conclude(safeguards::restore(view_, file, choices, written));
+void RadioLink::restore(const std::string& file, const safeguards::Choices& choices) {
+    conclude(safeguards::restore(view_, file, choices));
+}
+
+std::string RadioLink::takeBack(const safeguards::Choices& choices) {
+    const auto report = safeguards::takeBack(view_, choices);
+    conclude(report);
+    return report.backup.string();
 }
 
 void RadioLink::conclude(const safeguards::Report& report) {
     view_.clear();
     if (!report.displaced.empty()) {
-        warn(fmt::format("{} was there already; what it held is kept in {}", report.backup.string(),
-                         report.displaced.string()));
+        warn(say(texts::keptBeside, report.backup.string(), report.displaced.string()));
     }
     if (report.good) {
-        lookBehind(report.begin);
+        tellOfLateFailures(report.begin);
         return;
     }
     warnBetween(report.begin, report.mark);
     if (report.otherRadio) {
-        failForOtherRadio();
+        failForUnknownBackup(say(texts::matchesNoNote));
+    }
+    if (!report.possible.empty()) {
+        print(backupLines(report.possible));
+        fail(say(texts::severalPossible));
     }
     if (!report.backupTrouble.empty()) {
-        fail(fmt::format("{}: {}",
-                         report.stage == Stage::backUp ? "no backup, so nothing was written"
-                         : report.direction == Direction::read
-                             ? "nothing saved: no copy could be kept"
-                             : "nothing was written",
-                         report.backupTrouble));
+        fail(say(texts::withCause,
+                 say(report.direction == Direction::read                 ? texts::noCopyNoSave
+                     : report.stage == Stage::backUp && !report.restored ? texts::noBackupNoWrite
+                                                                         : texts::nothingWritten),
+                 report.backupTrouble));
     }
     if (!report.differences.empty()) {
         failForDifferences(report);
     }
-    fail(consequence(report) + ": " + causeOf(report) + wayBack(report));
+    fail(say(texts::withCause, consequence(report), causeOf(report)) + wayBack(report));
 }
 
 /// Prints what differs. The stamp, which comparisons leave out, counts here.
@@ -256,15 +278,12 @@ void RadioLink::failForDifferences(const safeguards::Report& report) const {
     const bool written = report.written;
     const auto expected = pictureOf(report.expected);
     const auto comparison = compare(expected, pictureOf(report.found));
-    print(comparisonText(comparison, written ? "sent" : "first", written ? "radio" : "second"));
-    const auto count =
-        comparison.equal() ? std::string("the programming stamp") : countText(comparison);
+    print(comparisonText(comparison, say(written ? texts::sideSent : texts::sideFirst),
+                         say(written ? texts::sideRadio : texts::sideSecond)));
+    const auto count = comparison.equal() ? say(texts::onlyTheStamp) : countText(comparison);
     const auto verdict =
-        written ? fmt::format("the radio does not hold what was sent; {}", remedy(report))
-                : std::string(
-                      "two reads of the radio differ, so one of them is wrong; nothing saved; "
-                      "check the cable and read again");
-    fail(fmt::format("{}: {}{}", verdict, count, wayBack(report)));
+        written ? say(texts::radioHoldsOther, remedy(report)) : say(texts::twoReadsDiffer);
+    fail(say(texts::withCause, verdict, count) + wayBack(report));
 }
 
 /// How to put back what the radio held, once a write has begun to change it.
@@ -277,30 +296,24 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
     const auto command = [&](const std::filesystem::path& backup) {
         return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
     };
-    auto text = safeguards::radioChanged(report)
-                    ? "; what it held before is put back by: " + command(report.backup)
-                    : "; its backup is " + report.backup.string();
+    auto text = safeguards::radioChanged(report) ? say(texts::putBackBy, command(report.backup))
+                                                 : say(texts::backupIs, report.backup.string());
     for (const auto& earlier : report.earlier) {
-        text +=
-            fmt::format("; what it held before an earlier write that failed: {}", command(earlier));
+        text += say(texts::earlierPutBackBy, command(earlier));
     }
     return text;
 }
 
-void RadioLink::failForOtherRadio() {
-    std::string message =
-        "this radio does not hold what the latest write behind a backup found or sent, so it is "
-        "left as it is; give the backup that it needs with --from";
-    constexpr int mostNamed = 3;
-    int named = 0;
-    const auto all = backups::list();
-    for (auto backup = all.rbegin(); backup != all.rend() && named < mostNamed; ++backup) {
-        if (backup->reason == backups::Reason::beforeWrite) {
-            message += "\n  " + backup->path.string();
-            ++named;
+void failForUnknownBackup(const std::string& reason) {
+    constexpr std::size_t mostNamed = 3;
+    std::vector<std::filesystem::path> latest;
+    for (const auto& way : waysBack::list()) {
+        if (way.reason == backups::Reason::beforeWrite && latest.size() < mostNamed) {
+            latest.push_back(way.path);
         }
     }
-    fail(message);
+    print(backupLines(latest));
+    fail(latest.empty() ? reason : reason + say(texts::latestListed));
 }
 
 void RadioLink::warnBetween(std::size_t begin, std::size_t end) {
@@ -310,7 +323,7 @@ void RadioLink::warnBetween(std::size_t begin, std::size_t end) {
     }
 }
 
-void RadioLink::lookBehind(std::size_t mark) {
+void RadioLink::tellOfLateFailures(std::size_t mark) {
     const auto& entries = modShowErr::state().entries;
     for (std::size_t i = mark; i < entries.size(); ++i) {
         // The simulated radio can tell only here that it could not keep its memory.
@@ -323,17 +336,14 @@ void RadioLink::lookBehind(std::size_t mark) {
 
 std::string RadioLink::causeOf(const safeguards::Report& report) const {
     if (report.result.outcome == modSession::Outcome::stopped) {
-        return "stopped on request";
+        return say(texts::stoppedOnRequest);
     }
     const auto& entries = modShowErr::state().entries;
     if (!report.result.unanswered && report.mark < entries.size()) {
         return fmt::format("{}{}", entries[report.mark].source,
                            remedyFor(entries[report.mark].number));
     }
-    return fmt::format(
-        "no valid answer from a radio at {} in {} attempts; is the radio on, is the cable plugged "
-        "in at both ends, is it the right port (k520-cli ports)? --trace shows what came over",
-        port_, report.result.failedAttempts);
+    return say(texts::noValidAnswer, port_, report.result.failedAttempts);
 }
 
 }  // namespace k520::cli

@@ -12,6 +12,9 @@
 /// Sessions with a radio as the commands run them.
 namespace k520::cli {
 
+/// Raises Failure 1 for a radio whose backup is not known; the message names the latest ones.
+[[noreturn]] void failForUnknownBackup(const std::string& reason);
+
 /// A radio at a port, for one command.
 class RadioLink {
   public:
@@ -31,21 +34,21 @@ class RadioLink {
     /// Encodes and stamps the image and writes the write range. A backup goes to `backUpTo` where
     /// that is given; a warning says where what stood there is kept. Raises Failure 1 likewise.
     void write(const safeguards::Choices& choices, const std::string& backUpTo = {});
-    /// Puts a backup back into the radio; with the note of a write only where the radio holds
-    /// what that write found or sent. Raises Failure 1 likewise.
-    void restore(const std::string& file, const safeguards::Choices& choices,
-                 const std::optional<unfinishedWrite::Note>& written);
+    /// Puts a backup, or a data file, back into the radio. Raises Failure 1 likewise.
+    void restore(const std::string& file, const safeguards::Choices& choices);
+    /// Finds the backup that the radio needs, puts it back and returns its path. Raises Failure 1
+    /// likewise, and where none or several are possible, which it names.
+    std::string takeBack(const safeguards::Choices& choices);
 
   private:
     void conclude(const safeguards::Report& report);
     void failForDifferences(const safeguards::Report& report) const;
     [[nodiscard]] std::string wayBack(const safeguards::Report& report) const;
     void printTrace(const std::string& line);
-    [[noreturn]] static void failForOtherRadio();
     /// What stages that succeeded have left in the error list, before one that did not.
     static void warnBetween(std::size_t begin, std::size_t end);
     /// What a run that succeeded has left there.
-    static void lookBehind(std::size_t mark);
+    static void tellOfLateFailures(std::size_t mark);
     [[nodiscard]] std::string causeOf(const safeguards::Report& report) const;
     void choosePort() const;
     void collectTrace();

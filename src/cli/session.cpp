@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <fmt/format.h>
-
-#include <algorithm>
-
+#include "app/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
@@ -12,9 +9,11 @@
 #include "cli/output.h"
 #include "cli/program.h"
 #include "cli/radioLink.h"
+#include "cli/sessionTexts.h"
 #include "image/backups.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "image/unfinishedWrite.h"
 
 namespace k520::cli {
 
@@ -28,7 +27,7 @@ MemoryImage& image() {
 void encodeTables() {
     const auto mark = failureMark();
     modChMem::SetConvIicDat();
-    failOnFailureSince(mark, "the channels and options cannot be encoded");
+    failOnFailureSince(mark, say(texts::notEncoded));
 }
 
 /// Prints what differs and raises Failure 1 when something does.
@@ -39,7 +38,19 @@ void requireEqual(const MemoryImage& expected, const std::string& nameOfExpected
     const auto comparison = compare(a, pictureOf(found));
     if (!comparison.equal()) {
         print(comparisonText(comparison, nameOfExpected, nameOfFound));
-        fail(fmt::format("{}: {}", verdict, countText(comparison)));
+        fail(say(texts::withCause, verdict, countText(comparison)));
+    }
+}
+
+/// Before the radio is touched, and what a write would say about a data file.
+void checkRestorable(const std::string& file) {
+    try {
+        backups::requireRestorable(file);
+    } catch (const RuntimeError& error) {
+        fail(say(texts::withCause, say(texts::nothingWritten), error.source()));
+    }
+    if (!backups::parseName(file)) {
+        openDocument(file, ShortFile::refuse);
     }
 }
 
@@ -48,8 +59,7 @@ std::string hintOfLostBytes(const MemoryImage& expected, const MemoryImage& foun
     constexpr int last = datFile::lostAddress + datFile::lostCount - 1;
     for (int address = datFile::lostAddress; address <= last; ++address) {
         if (expected(address) != found(address)) {
-            return fmt::format(" (bytes {:04X} to {:04X} have no place in a data file)",
-                               datFile::lostAddress, last);
+            return say(texts::lostBytesHint, datFile::lostAddress, last);
         }
     }
     return {};
@@ -72,7 +82,7 @@ int runWrite(const Arguments& arguments) {
     const auto backup = arguments.get("backup");
     requireDifferentFiles({arguments.at("FILE"), backup, arguments.get("trace")});
     if (backup && arguments.has("keep-copy")) {
-        refuse("--backup and --keep-copy both make the backup; give one of them");
+        refuse(say(texts::oneBackupOnly));
     }
     const bool backUpFirst = backup || arguments.has("keep-copy");
     // What lies outside a short read range comes from the default image.
@@ -94,23 +104,21 @@ int runWrite(const Arguments& arguments) {
 int runRestore(const Arguments& arguments) {
     startConfiguration(DefaultImage::helpful);
     const auto from = arguments.get("from");
-    const auto written = from ? std::nullopt : unfinishedWrite::latest();
-    if (!from && !written) {
-        fail("which backup the radio needs is not known: " + backups::folder().string() +
-             " has no note of a write behind a backup; give one with --from");
+    if (!from && unfinishedWrite::all().empty()) {
+        failForUnknownBackup(say(texts::noNotes, backups::folder().string()));
     }
-    const std::string file = from ? *from : written->backup.string();
-    requireDifferentFiles({file, arguments.get("trace")});
+    requireDifferentFiles({from, arguments.get("trace")});
+    const safeguards::Choices choices{.readBack = arguments.has("verify")};
     RadioLink link(arguments.at("port"), arguments.get("trace"));
-    if (from && !backups::parseName(*from)) {
-        // What a write would say about such a file.
-        openDocument(*from, ShortFile::refuse);
+    if (from) {
+        checkRestorable(*from);
+        printError(say(texts::restoringFile, *from) + "\n");
+        link.restore(*from, choices);
+    } else {
+        printError(say(texts::lookingForBackup) + "\n");
     }
-    printError(
-        fmt::format("{} {}\n", written ? "Checking that the radio needs" : "Restoring", file));
-    link.restore(file, {.readBack = arguments.has("verify")}, written);
-    print(
-        fmt::format("Written back{}: {}\n", arguments.has("verify") ? " and compared" : "", file));
+    const auto file = from ? *from : link.takeBack(choices);
+    print(say(choices.readBack ? texts::writtenBackCompared : texts::writtenBack, file) + "\n");
     return exitDone;
 }
 
@@ -124,8 +132,8 @@ int runVerify(const Arguments& arguments) {
     const MemoryImage expected = image();
     link.read({});
     const MemoryImage found = image();
-    requireEqual(expected, file, found, "radio",
-                 fmt::format("the radio and {} differ{}", file, hintOfLostBytes(expected, found)));
+    requireEqual(expected, file, found, say(texts::sideRadio),
+                 say(texts::radioAndFileDiffer, file, hintOfLostBytes(expected, found)));
     return exitDone;
 }
 

@@ -1,7 +1,5 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <fmt/format.h>
-
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -15,6 +13,7 @@
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
+#include "cli/sessionTexts.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "link/deviceLink.h"
@@ -37,7 +36,7 @@ std::optional<std::uint32_t> parseCount(std::string_view text) {
 }
 
 [[noreturn]] void refuseCount(std::string_view name, const std::string& text) {
-    refuse(fmt::format("--{} {} is not a number from 1", name, text));
+    refuse(say(texts::notANumberFromOne, name, text));
 }
 
 std::optional<std::uint32_t> countOf(const Arguments& arguments, std::string_view name) {
@@ -70,7 +69,7 @@ void addDelay(const Arguments& arguments, SimFaults& faults) {
                           ? std::optional(usualDelay)
                           : parseCount(std::string_view(*text).substr(colon + 1));
     if (!byte || !time) {
-        refuse(fmt::format("--delay {} is not N or N:MS", *text));
+        refuse(say(texts::notADelay, *text));
     }
     faults.replyBytes.push_back(
         {.kind = ByteFaultKind::delay, .byte = *byte, .by = milliseconds(*time)});
@@ -97,7 +96,7 @@ SimFaults faultsOf(const Arguments& arguments) {
 int baudOf(const Arguments& arguments) {
     const auto baud = countOf(arguments, "baud");
     if (baud && *baud > highestBaud) {
-        refuse(fmt::format("--baud {} is above {}", *baud, highestBaud));
+        refuse(say(texts::baudTooHigh, *baud, highestBaud));
     }
     return static_cast<int>(baud.value_or(SimRadio::usualBaud));
 }
@@ -124,7 +123,7 @@ void storeOrWarn(const SimRadio& radio, const std::string& path) {
     try {
         store(radio, path);
     } catch (const RuntimeError& error) {
-        warn("the memory is not stored: " + error.source());
+        warn(say(texts::memoryNotStored, error.source()));
     }
 }
 
@@ -136,12 +135,11 @@ void play(PtyRadio& terminal) {
 
 void report(const SimRadio& radio) {
     for (const auto& complaint : radio.complaints()) {
-        printError(fmt::format("k520-cli: protocol: {}\n", complaint));
+        printError(say(texts::protocolComplaint, complaint));
     }
     const auto& counters = radio.counters();
-    printError(fmt::format("k520-cli: {} attempts, {} reads, {} writes, {} violations\n",
-                           counters.attempts, counters.reads, counters.writes,
-                           counters.complaints));
+    printError(say(texts::simulatorCounts, counters.attempts, counters.reads, counters.writes,
+                   counters.complaints));
 }
 
 }  // namespace

@@ -19,6 +19,7 @@
 #include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
 #include "image/datFile.h"
+#include "image/imageTexts.h"
 
 namespace k520::backups {
 
@@ -71,8 +72,11 @@ std::optional<std::int16_t> address(const std::string& name, std::size_t place) 
                : std::nullopt;
 }
 
-fs::path besideFor(const fs::path& path) {
-    return fs::path(path).replace_extension(".lost");
+/// What may lie beside a backup and is nothing without it.
+constexpr std::array companions{lostExtension, unfinishedExtension, writtenExtension};
+
+fs::path lostBeside(const fs::path& path) {
+    return fs::path(path).replace_extension(lostExtension);
 }
 
 std::span<const std::uint8_t> lostBytes(const MemoryImage& image) {
@@ -85,20 +89,14 @@ void requireHoldable(const MemoryImage& image) {
 }
 
 [[noreturn]] void throwTooShort(const fs::path& path, std::uint64_t length, std::uint64_t needed) {
-    throw RuntimeError(errNum::pastEnd, fmt::format("{}: the file holds {} of {} bytes",
-                                                    path.string(), length, needed));
+    throw RuntimeError(errNum::pastEnd, path.string(), say(texts::fileTooShort, length, needed));
 }
 
-/// A radio is written in whole blocks.
 void requireWithin(const MemoryImage& image, modIicDat::AddressRange range) {
-    constexpr int block = modIicDat::blockLength;
-    const int past = range.start + (range.end - range.start + block) / block * block;
-    if (range.start < 0 || range.end < range.start || past > std::ssize(image.bytes())) {
+    if (!liesWithin(range, image)) {
         throw RuntimeError(errNum::subscript,
-                           fmt::format("addresses {:04X} to {:04X} do not lie within the memory "
-                                       "image of {} bytes",
-                                       static_cast<std::uint16_t>(range.start),
-                                       static_cast<std::uint16_t>(range.end), image.size()));
+                           say(texts::rangeOutsideImage, static_cast<std::uint16_t>(range.start),
+                               static_cast<std::uint16_t>(range.end), image.size()));
     }
 }
 
@@ -116,25 +114,50 @@ int freeOrdinal(std::span<const Backup> others, const std::string& time) {
 /// The backup comes last: where there is one, it is whole. Of one that fails nothing stays.
 void storePair(const fs::path& path, const MemoryImage& image) {
     try {
-        files::replace(besideFor(path), lostBytes(image));
+        files::replace(lostBeside(path), lostBytes(image));
         files::replace(path, datFile::bytesOf(image));
     } catch (...) {
         std::error_code ignored;
         fs::remove(path, ignored);
-        fs::remove(besideFor(path), ignored);
+        fs::remove(lostBeside(path), ignored);
         throw;
     }
 }
 
-/// `others` are those beside the one just made, the oldest first.
+/// `others` are those of one reason beside the one just made, the oldest first.
 void removeOldest(std::span<const Backup> others) {
     for (; others.size() >= mostKept; others = others.subspan(1)) {
         // The backup first: what lies beside it is nothing without it. One that cannot be removed
         // keeps none of the others.
         guarded("backups->removeOldest", [&] {
             files::remove(others.front().path);
-            files::remove(besideFor(others.front().path));
+            for (const auto extension : companions) {
+                files::remove(fs::path(others.front().path).replace_extension(extension));
+            }
         });
+    }
+}
+
+/// Whether a file belongs to a backup that is not there.
+bool hasNoBackup(const fs::path& path) {
+    const auto backup = fs::path(path).replace_extension(".dat");
+    return std::ranges::find(companions, path.extension().string()) != companions.end() &&
+           parseName(backup) && !files::stampOf(backup);
+}
+
+/// Removes what a killed program has left. Only with the folder's lock: otherwise it may be what
+/// another program is just about to need.
+void removeRemains() {
+    std::vector<fs::path> left;
+    std::error_code none;
+    for (fs::directory_iterator entry(folder(), none), end; !none && entry != end;
+         entry.increment(none)) {
+        if (hasNoBackup(entry->path())) {
+            left.push_back(entry->path());
+        }
+    }
+    for (const auto& path : left) {
+        guarded("backups->removeOldest", [&] { files::remove(path); });
     }
 }
 
@@ -155,7 +178,7 @@ std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) 
         return std::nullopt;
     }
     if (old.size > old.bytes.size()) {
-        throw RuntimeError(errNum::pathAccess, path.string() + ": too large to be a data file");
+        throw RuntimeError(errNum::pathAccess, path.string(), say(texts::fileTooLarge));
     }
     const auto kept = files::freeNameBeside(path);
     files::replace(kept, old.bytes);
@@ -164,10 +187,11 @@ std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) 
 }
 
 Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
-             const fs::path& spared) {
+             std::span<const fs::path> spared) {
     requireHoldable(image);
     files::makeFolder(folder());
     const files::FolderLock alone(folder());
+    removeRemains();
     auto others = list();
     Backup backup;
     backup.time = timeText(theClock().dateTime());
@@ -177,7 +201,9 @@ Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason r
     backup.path = folder() / nameOf(backup);
     storePair(backup.path, image);
     // Not the new one, however old the clock says it is.
-    std::erase_if(others, [&](const Backup& other) { return other.path == spared; });
+    std::erase_if(others, [&](const Backup& other) {
+        return other.reason != reason || std::ranges::find(spared, other.path) != spared.end();
+    });
     removeOldest(others);
     return backup;
 }
@@ -195,7 +221,7 @@ std::optional<Backup> parseName(const fs::path& path) {
     const auto reason = std::ranges::find(
         reasonNames,
         std::string_view(name).substr(beforeReason + 1, afterReason - beforeReason - 1));
-    // Behind its dash it reads like a negative number.
+    // After its dash it reads like a negative number.
     const auto ordinal = parseWhole(
         std::string_view(name).substr(timeShape.size(), beforeReason - timeShape.size()));
     const auto start = address(name, afterReason + 1);
@@ -240,6 +266,32 @@ std::optional<Backup> latestBeforeWrite() {
     return found != all.rend() ? std::optional(*found) : std::nullopt;
 }
 
+bool liesWithin(modIicDat::AddressRange range, const MemoryImage& image) {
+    // A radio is written in whole blocks.
+    constexpr int block = modIicDat::blockLength;
+    const int past = range.start + (range.end - range.start + block) / block * block;
+    return range.start >= 0 && range.end >= range.start && past <= std::ssize(image.bytes());
+}
+
+void requireRestorable(const fs::path& path) {
+    if (parseName(path)) {
+        return;
+    }
+    const auto head = files::read(path, datFile::fillerEnd);
+    if (head.size > datFile::longest) {
+        throw RuntimeError(errNum::invalidCall, path.string(),
+                           say(texts::longerThanAnyData, head.size, datFile::longest));
+    }
+    const bool filled =
+        head.bytes.size() == datFile::fillerEnd &&
+        std::ranges::all_of(std::span(head.bytes).subspan(datFile::fillerBegin),
+                            [](std::uint8_t byte) { return byte == datFile::filler; });
+    if (!filled) {
+        throw RuntimeError(errNum::invalidCall, path.string(),
+                           say(texts::notADataFile, datFile::fillerBegin, datFile::fillerEnd - 1));
+    }
+}
+
 Content load(const fs::path& path, modIicDat::AddressRange covered) {
     Content content{MemoryImage(modIicDat::IicDat().size()), false};
     requireWithin(content.image, covered);
@@ -250,10 +302,10 @@ Content load(const fs::path& path, modIicDat::AddressRange covered) {
     if (length < needed) {
         throwTooShort(path, length, needed);
     }
-    if (parseName(path) && files::stampOf(besideFor(path))) {
-        const auto lost = files::read(besideFor(path), datFile::lostCount);
+    if (parseName(path) && files::stampOf(lostBeside(path))) {
+        const auto lost = files::read(lostBeside(path), datFile::lostCount);
         if (lost.size != datFile::lostCount) {
-            throwTooShort(besideFor(path), lost.size, datFile::lostCount);
+            throwTooShort(lostBeside(path), lost.size, datFile::lostCount);
         }
         std::ranges::copy(lost.bytes, content.image.bytes().subspan(datFile::lostAddress).begin());
         content.whole = true;

@@ -2,12 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/Clock.h"
@@ -21,12 +22,18 @@
 ///   2026-11-22_13-05-09-2_before-write_0000-1FFF.dat     the second one of that second
 ///
 /// A data file has no place for sixteen of the image's bytes (see datFile.h): they stand in a file
-/// of their own beside the backup, with the extension ".lost". Files with other names are left
-/// alone.
+/// of their own beside the backup, with the extension ".lost". A note of the write that came after
+/// it may lie beside it, too (see unfinishedWrite.h). These go with the backup; what a killed
+/// program leaves of them without a backup goes with the next one that is stored. Files with other
+/// names are left alone.
 namespace k520::backups {
 
-/// Beyond so many backups the oldest are removed.
+/// Beyond so many backups of one reason the oldest of them are removed.
 inline constexpr std::size_t mostKept = 200;
+
+inline constexpr std::string_view lostExtension = ".lost";
+inline constexpr std::string_view unfinishedExtension = ".unfinished";
+inline constexpr std::string_view writtenExtension = ".written";
 
 enum class Reason : std::uint8_t { read, beforeWrite };
 
@@ -42,12 +49,12 @@ struct Backup {
 [[nodiscard]] std::filesystem::path folder();
 
 /// Writes a backup of `image`, byte for byte and stamped with the clock's date and time, and
-/// removes the oldest ones but for `spared`; a removal that fails goes to the error list under
-/// "backups->removeOldest". Makes the folder where it is missing. Raises the system's error, with
-/// the folder's name, where the file cannot be written; nothing is left of it then. Raises 9 where
-/// the image is too short for a data file.
+/// removes the oldest ones of that reason but for `spared`, which do not count; a removal that
+/// fails goes to the error list under "backups->removeOldest". Makes the folder where it is
+/// missing. Raises the system's error, with the folder's name, where the file cannot be written;
+/// nothing is left of it then. Raises 9 where the image is too short for a data file.
 Backup store(const MemoryImage& image, modIicDat::AddressRange covered, Reason reason,
-             const std::filesystem::path& spared = {});
+             std::span<const std::filesystem::path> spared = {});
 
 /// A plain data file of the caller's choice. What was there under that name, and is not the same,
 /// may be the only copy of what a radio held: it is kept beside it as "NAME.~1~", ".~2~" and so on,
@@ -67,6 +74,15 @@ std::optional<std::filesystem::path> storeAs(const std::filesystem::path& path,
 
 /// The last one made before a write.
 [[nodiscard]] std::optional<Backup> latestBeforeWrite();
+
+/// Raises 5 for a file that is neither a backup, by its name, nor a data file: every data file has
+/// the filler of the format (see datFile.h), and none is longer than the largest image. Anything
+/// else in it may come from a radio. Raises the system's error where it cannot be read. What is too
+/// short for the addresses wanted is load()'s to tell.
+void requireRestorable(const std::filesystem::path& path);
+
+/// Whether the blocks of a range lie within an image.
+[[nodiscard]] bool liesWithin(modIicDat::AddressRange range, const MemoryImage& image);
 
 struct Content {
     MemoryImage image;  ///< of the size in force

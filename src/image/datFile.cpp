@@ -14,7 +14,6 @@ namespace {
 constexpr int areaBegin = 0x10;
 constexpr int areaEnd = lostAddress;
 constexpr int shift = lostCount;
-constexpr std::uint8_t filler = 0xFF;
 
 /// A file that ends in front of the area's last block says nothing of the bytes that the format
 /// gives up.

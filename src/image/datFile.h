@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <filesystem>
 #include <vector>
@@ -27,6 +28,14 @@ inline constexpr int lostCount = 16;
 [[nodiscard]] constexpr bool isLost(int address) noexcept {
     return address >= lostAddress && address < lostAddress + lostCount;
 }
+
+/// Where the filler begins and ends in the file, and its bytes.
+inline constexpr std::size_t fillerBegin = 0x10;
+inline constexpr std::size_t fillerEnd = 0x20;
+inline constexpr std::uint8_t filler = 0xFF;
+
+/// The size of the data file of the largest image.
+inline constexpr std::size_t longest = 0x8000;
 
 /// The least highest index of an image that the format can hold.
 inline constexpr std::int16_t leastDatNum = lostAddress + lostCount - 1;

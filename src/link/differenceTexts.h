@@ -14,7 +14,7 @@ inline constexpr Text optionsDiffer{"整机设置：{}", "optional features: {}"
 inline constexpr Text bandDiffers{"频段", "band"};
 inline constexpr Text modelDiffers{"机型", "model"};
 inline constexpr Text otherBytesDiffer{"其他 {} 个字节", "other bytes: {}"};
-inline constexpr Text differencesBetween{"；", "; "};
+inline constexpr Text areasBetween{"；", "; "};
 inline constexpr Text numbersBetween{"、", ", "};
 
 }  // namespace k520::texts

@@ -219,7 +219,7 @@ std::string summaryText(const Summary& summary) {
         parts.push_back(say(texts::otherBytesDiffer, summary.otherBytes));
     }
     return parts.empty() ? say(texts::nothingDiffers)
-                         : fmt::format("{}", fmt::join(parts, say(texts::differencesBetween)));
+                         : fmt::format("{}", fmt::join(parts, say(texts::areasBetween)));
 }
 
 }  // namespace k520::imageDifferences

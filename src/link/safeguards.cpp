@@ -3,6 +3,7 @@
 #include "link/safeguards.h"
 
 #include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "app/Guard.h"
@@ -12,7 +13,9 @@
 #include "channels/modChMem.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "image/unfinishedWrite.h"
 #include "link/modCommun.h"
+#include "link/waysBack.h"
 
 namespace k520::safeguards {
 
@@ -152,92 +155,187 @@ bool takeLostBytesFromRadio(Run& run, AddressRange range, MemoryImage& image) {
     return run.readScratch(Stage::backUp, {datFile::lostAddress, last}, image);
 }
 
-/// The note of an unfinished write while a write is on: it stands from before the first byte, and
-/// goes with the good end. A write that has not touched the radio leaves the note that was there.
-class WriteNote {
-  public:
-    WriteNote() : before_(unfinishedWrite::pending()) {}
-
-    /// Whether an earlier write may have left a radio that holds `found` torn; its backup counts
-    /// only where it covers all that is about to change.
-    [[nodiscard]] bool leadsFrom(const MemoryImage& found, AddressRange range) const {
-        const auto name = before_ ? backups::parseName(before_->backup) : std::nullopt;
-        return name && contains(name->covered, range) &&
-               unfinishedWrite::leads(*before_, found, range);
-    }
-    [[nodiscard]] std::filesystem::path earlier() const {
-        return before_ ? before_->backup : std::filesystem::path();
-    }
-
-    void begin(const std::filesystem::path& backup, const MemoryImage& found) {
-        modChMem::SetConvIicDat();
-        unfinishedWrite::begin({backup, found, modIicDat::IicDat()});
-        begun_ = true;
-    }
-    void end(const Report& report, bool good) const {
-        if (!begun_) {
-            endOfOther(report, good);
-        } else if (good) {
-            unfinishedWrite::end();
-        } else if (!radioChanged(report)) {
-            before_ ? putBack() : unfinishedWrite::dropPending();
-        }
-    }
-
-  private:
-    /// A write without a note of its own makes the last write one that no note tells of. One that
-    /// fails leaves a torn radio as torn as it was.
-    static void endOfOther(const Report& report, bool good) {
-        if (good) {
-            unfinishedWrite::dropPending();
-        }
-        if (radioChanged(report)) {
-            unfinishedWrite::dropLast();
-        }
-    }
-    void putBack() const {
-        guarded("safeguards->write", [&] { unfinishedWrite::begin(*before_); });
-    }
-
-    std::optional<unfinishedWrite::Note> before_;
-    bool begun_ = false;
-};
-
-/// The backup of a write. Returns false where it failed, and nothing may be written.
-bool backUp(Run& run, AddressRange range, const std::filesystem::path& to, MemoryImage& found,
-            WriteNote& note) {
-    return run.readScratch(Stage::backUp, range, found) && run.store([&] {
-        if (!to.empty()) {
-            run.report().displaced = backups::storeAs(to, found).value_or("");
-            return to;
-        }
-        auto path = backups::store(found, range, backups::Reason::beforeWrite, note.earlier()).path;
-        const bool torn = note.leadsFrom(found, range);
-        if (torn) {
-            run.report().earlier = {note.earlier()};
-        }
-        note.begin(torn ? note.earlier() : path, found);
-        return path;
-    });
-}
-
-/// Whether the radio on the line is the one of a note.
-bool isRadioOf(Run& run, const unfinishedWrite::Note& note, AddressRange range) {
-    MemoryImage found = freshScratch();
-    if (!run.readScratch(Stage::backUp, range, found)) {
-        return false;
-    }
-    run.report().otherRadio = !unfinishedWrite::leads(note, found, range);
-    return !run.report().otherRadio;
-}
-
-/// What the radio is to hold in a range behind a write of the image to a smaller one.
-MemoryImage expectedBehind(const MemoryImage& found, AddressRange written) {
+/// What the radio is to hold in a range after a write of the image to a smaller one.
+MemoryImage expectedAfter(const MemoryImage& found, AddressRange written) {
     MemoryImage expected = found;
     for (int address = written.start; address <= written.end; ++address) {
         expected(address) = modIicDat::IicDat()(address);
     }
     return expected;
+}
+
+using Note = unfinishedWrite::Note;
+using Paths = std::vector<std::filesystem::path>;
+
+/// The backups of which one holds what the radio held before the first attempt, the newest first.
+Paths beforeOf(const std::vector<Note>& notes) {
+    Paths before;
+    for (const Note& note : notes) {
+        before.insert(before.end(), note.before.begin(), note.before.end());
+    }
+    waysBack::sortNewestFirst(before);
+    return before;
+}
+
+/// The notes of a write while it is on. Its own stands from before the first byte. Those of earlier
+/// writes to the same radio are of no use once this one has one of its own or has come to its good
+/// end; but where they can be of several radios, all of them stay.
+class WriteNotes {
+  public:
+    /// Looks which earlier writes may have left a radio that holds `found` torn. Their backups
+    /// count only where they cover all that is about to change.
+    void look(const MemoryImage& found, AddressRange range) {
+        auto notes = unfinishedWrite::unfinished();
+        std::erase_if(notes, [&](const Note& note) {
+            const bool covers = std::ranges::all_of(note.before, [&](const auto& backup) {
+                return contains(backups::parseName(backup)->covered, range);
+            });
+            return !covers || !unfinishedWrite::shows(note, found, range);
+        });
+        earlier_ = unfinishedWrite::bestFitting(notes, found, range);
+    }
+    [[nodiscard]] Paths earlier() const { return beforeOf(earlier_); }
+
+    /// Encodes and stamps the image, as the session is about to.
+    void begin(const std::filesystem::path& backup, const MemoryImage& found,
+               AddressRange written) {
+        modChMem::SetConvIicDat();
+        modSession::WriteComDat();
+        own_ = Note{.backup = backup,
+                    .before = earlier_.empty() ? Paths{backup} : earlier(),
+                    .found = found,
+                    .sent = expectedAfter(found, written)};
+        unfinishedWrite::keep(*own_);
+    }
+    void end(const Report& report, bool good) {
+        const bool changed = radioChanged(report);
+        if (own_ && !changed) {
+            unfinishedWrite::drop(own_->backup);
+        }
+        if (own_ && changed) {
+            keepOwn(report, good);
+        }
+        if (earlier_.size() == 1 && (good || (own_ && changed))) {
+            unfinishedWrite::drop(earlier_.front().backup);
+        }
+    }
+
+  private:
+    void keepOwn(const Report& report, bool good) {
+        using enum modSession::RadioState;
+        own_->state = good ? unfinishedWrite::State::written : unfinishedWrite::State::unfinished;
+        own_->barelyBegun =
+            !report.written && modSession::radioStateAfter(report.result) == unknown;
+        guarded("safeguards->write", [&] { unfinishedWrite::keep(*own_); });
+    }
+
+    std::vector<Note> earlier_;
+    std::optional<Note> own_;
+};
+
+/// The notes of a backup's radio while the backup is put back. Until that has come to its good end
+/// the write that they tell of counts as unfinished.
+class RestoreNotes {
+  public:
+    explicit RestoreNotes(std::vector<Note> notes) : notes_(std::move(notes)) {}
+
+    void begin() const {
+        for (Note note : notes_) {
+            note.state = unfinishedWrite::State::unfinished;
+            keep(note);
+        }
+    }
+    void end(const Report& report, bool good) const {
+        for (const Note& note : notes_) {
+            if (good) {
+                unfinishedWrite::drop(note.backup);
+            } else if (!radioChanged(report)) {
+                keep(note);
+            }
+        }
+    }
+
+  private:
+    /// A note that cannot be kept must not keep a radio from its restore.
+    static void keep(const Note& note) {
+        guarded("safeguards->restore", [&] { unfinishedWrite::keep(note); });
+    }
+
+    std::vector<Note> notes_;
+};
+
+backups::Backup storeBackup(const MemoryImage& image, AddressRange range, backups::Reason reason) {
+    const auto needed = unfinishedWrite::neededBackups();
+    return backups::store(image, range, reason, needed);
+}
+
+/// The backup of a write. Returns false where it failed, and nothing may be written.
+bool backUp(Run& run, AddressRange range, AddressRange written, const std::filesystem::path& to,
+            MemoryImage& found, WriteNotes& notes) {
+    return run.readScratch(Stage::backUp, range, found) && run.store([&] {
+        notes.look(found, range);
+        run.report().earlier = notes.earlier();
+        if (!to.empty()) {
+            run.report().displaced = backups::storeAs(to, found).value_or("");
+            return to;
+        }
+        auto path = storeBackup(found, range, backups::Reason::beforeWrite).path;
+        notes.begin(path, found, written);
+        return path;
+    });
+}
+
+/// Puts a backup back; `notes` tell of the radio.
+Report restoreWith(Run& run, const std::filesystem::path& file, const Choices& choices,
+                   const RestoreNotes& notes) {
+    const auto name = backups::parseName(file);
+    const AddressRange range = name ? name->covered : modIicDat::state().writeRange;
+    backups::Content content;
+    const bool loaded = run.store([&] {
+        backups::requireRestorable(file);
+        content = backups::load(file, range);
+        return file;
+    });
+    if (!loaded || (!content.whole && !takeLostBytesFromRadio(run, range, content.image))) {
+        return run.ended(false);
+    }
+    notes.begin();
+    run.report().written = run.stage(Stage::restore, [&](CommunView& stageView) {
+        return modSession::writeFrom(stageView, range, content.image);
+    });
+    const bool good =
+        run.report().written && (!choices.readBack || run.compareWithRadio(content.image, range));
+    notes.end(run.report(), good);
+    return run.ended(good);
+}
+
+/// Whether there are backups, and all of them hold the same, from the same addresses. False where
+/// one cannot be read.
+bool allEqual(const Paths& backups) {
+    if (backups.empty()) {
+        return false;
+    }
+    const auto contentOf = [](const std::filesystem::path& backup) {
+        const auto covered = backups::parseName(backup)->covered;
+        return std::pair(covered, backups::load(backup, covered).image);
+    };
+    bool equal = false;
+    guarded("safeguards->restore", [&] {
+        equal = std::ranges::all_of(backups, [&](const auto& backup) {
+            return contentOf(backup) == contentOf(backups.front());
+        });
+    });
+    return equal;
+}
+
+bool isSameFile(const std::filesystem::path& a, const std::filesystem::path& b) {
+    std::error_code error;
+    return a.filename() == b.filename() && std::filesystem::equivalent(a, b, error);
+}
+
+/// The addresses that came from the radio before the write of a note.
+AddressRange coveredBy(const Note& note) {
+    return backups::parseName(note.backup)->covered;
 }
 
 }  // namespace
@@ -280,7 +378,7 @@ Report read(CommunView& view, const Choices& choices) {
         return run.ended(false);
     }
     return run.ended(!guards.keepCopy || run.store([&] {
-        return backups::store(modIicDat::IicDat(), range, backups::Reason::read).path;
+        return storeBackup(modIicDat::IicDat(), range, backups::Reason::read).path;
     }));
 }
 
@@ -290,42 +388,61 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
     const AddressRange range = hull(modIicDat::state().readRange, written);
     const Choices guards = empty(written) ? Choices{} : choices;
     MemoryImage found = freshScratch();
-    WriteNote note;
-    if (guards.backUpFirst && !backUp(run, range, backupFile, found, note)) {
+    WriteNotes notes;
+    if (guards.backUpFirst && !backUp(run, range, written, backupFile, found, notes)) {
         return run.ended(false);
     }
     run.report().written = run.stage(Stage::write, modSession::cmdWrite_Click);
     const bool good =
         run.report().written &&
         (!guards.readBack ||
-         (guards.backUpFirst ? run.compareWithRadio(expectedBehind(found, written), range)
+         (guards.backUpFirst ? run.compareWithRadio(expectedAfter(found, written), range)
                              : run.compareWithRadio(modIicDat::IicDat(), written)));
-    note.end(run.report(), good);
+    notes.end(run.report(), good);
     return run.ended(good);
 }
 
-Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices,
-               const std::optional<unfinishedWrite::Note>& written) {
+Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices) {
     Run run(Direction::write, view);
     run.report().restored = true;
-    const auto name = backups::parseName(file);
-    const AddressRange range = name ? name->covered : modIicDat::state().writeRange;
-    backups::Content content;
-    const bool loaded = run.store([&] {
-        content = backups::load(file, range);
-        return file;
+    auto notes = unfinishedWrite::all();
+    std::erase_if(notes, [&](const Note& note) {
+        return std::ranges::none_of(note.before, [&](const std::filesystem::path& backup) {
+            return isSameFile(backup, file);
+        });
     });
-    if (!loaded || (written && !isRadioOf(run, *written, range)) ||
-        (!content.whole && !takeLostBytesFromRadio(run, range, content.image))) {
+    return restoreWith(run, file, choices, RestoreNotes(std::move(notes)));
+}
+
+Report takeBack(CommunView& view, const Choices& choices) {
+    Run run(Direction::write, view);
+    run.report().restored = true;
+    auto notes = unfinishedWrite::all();
+    std::erase_if(notes, [](const Note& note) {
+        return !backups::liesWithin(coveredBy(note), modIicDat::IicDat());
+    });
+    if (notes.empty()) {
+        run.report().otherRadio = true;
         return run.ended(false);
     }
-    run.report().written = run.stage(Stage::restore, [&](CommunView& stageView) {
-        return modSession::writeFrom(stageView, range, content.image);
-    });
-    const bool good =
-        run.report().written && (!choices.readBack || run.compareWithRadio(content.image, range));
-    WriteNote().end(run.report(), good);
-    return run.ended(good);
+    AddressRange range = coveredBy(notes.front());
+    for (const Note& note : notes) {
+        range = hull(range, coveredBy(note));
+    }
+    MemoryImage found = freshScratch();
+    if (!run.readScratch(Stage::backUp, range, found)) {
+        return run.ended(false);
+    }
+    const auto fitting = unfinishedWrite::bestFitting(notes, found);
+    const auto before = beforeOf(fitting);
+    run.report().otherRadio = before.empty();
+    if (before.size() != 1 && !allEqual(before)) {
+        run.report().possible = before;
+        return run.ended(false);
+    }
+    // Notes that can be of several radios stay.
+    return restoreWith(run, before.front(), choices,
+                       RestoreNotes(fitting.size() == 1 ? fitting : std::vector<Note>()));
 }
 
 bool radioChanged(const Report& report) noexcept {

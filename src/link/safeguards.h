@@ -13,7 +13,6 @@
 
 #include "image/MemoryImage.h"
 #include "image/backups.h"
-#include "image/unfinishedWrite.h"
 #include "link/communView.h"
 #include "link/imageDifferences.h"
 #include "link/modSession.h"
@@ -28,7 +27,7 @@ struct Choices {
     bool keepCopy = false;
     /// Read the radio into a backup before it is written; without a backup nothing is written.
     bool backUpFirst = false;
-    /// Behind a write: read the radio and compare it with what was sent. With a read: a second pass
+    /// After a write: read the radio and compare it with what was sent. With a read: a second pass
     /// that must agree with the first; until it does the image stays as it was.
     bool readBack = false;
 
@@ -78,8 +77,10 @@ struct Report {
     /// Several, the newest first, where nothing says which of them is this radio's.
     std::vector<std::filesystem::path> earlier;
     bool restored = false;  ///< the run was a restore
-    /// A restore has touched nothing: the radio does not hold what the write found or sent.
+    /// Of takeBack(), which has touched nothing then. No write with a note has found or sent what
+    /// the radio holds; or else the backups, the newest first, of which several are possible.
     bool otherRadio = false;
+    std::vector<std::filesystem::path> possible;
     /// Where the file that `backup` has replaced is kept now; empty where there was none.
     std::filesystem::path displaced;
     /// What the comparison found: `expected` is what was sent or read first, `found` what came
@@ -107,11 +108,14 @@ Report write(CommunView& view, const Choices& choices,
 /// Puts the content of a backup back into the radio, byte for byte: no tables and no stamp go into
 /// it, and the image stays as it is. A backup is written as far as it came from the radio, any
 /// other data file over the write range; what such a file has no place for stays as the radio has
-/// it. A file that cannot be read is `backupTrouble`, and the radio is untouched. With the note of
-/// a write the radio is read first, and only one that holds what that write found or sent is
-/// written back.
-Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices,
-               const std::optional<unfinishedWrite::Note>& written = {});
+/// it. A file that cannot be read, or that is neither a backup nor a data file, is `backupTrouble`,
+/// and the radio is untouched.
+Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
+
+/// Reads the radio, looks which write found or sent what it holds, and puts back what the radio
+/// held before that write. Does nothing where several backups are possible that do not hold the
+/// same.
+Report takeBack(CommunView& view, const Choices& choices);
 
 /// Whether a run has changed the radio, or may have.
 [[nodiscard]] bool radioChanged(const Report& report) noexcept;

@@ -3,6 +3,9 @@
 #include "link/waysBack.h"
 
 #include <algorithm>
+#include <functional>
+#include <string>
+#include <tuple>
 
 #include "app/Guard.h"
 #include "image/datFile.h"
@@ -10,15 +13,40 @@
 
 namespace k520::waysBack {
 
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The backups that hold what torn radios held before.
+std::vector<fs::path> beforeUnfinished() {
+    std::vector<fs::path> before;
+    for (const auto& note : unfinishedWrite::unfinished()) {
+        before.insert(before.end(), note.before.begin(), note.before.end());
+    }
+    return before;
+}
+
+}  // namespace
+
 std::vector<WayBack> list() {
-    const auto torn = unfinishedWrite::pending();
+    const auto torn = beforeUnfinished();
     std::vector<WayBack> ways;
     for (const auto& backup : backups::list()) {
         ways.push_back({backup.path, backups::dateTimeOf(backup), backup.reason, backup.covered,
-                        torn && torn->backup == backup.path});
+                        std::ranges::find(torn, backup.path) != torn.end()});
     }
     std::ranges::reverse(ways);
     return ways;
+}
+
+void sortNewestFirst(std::vector<fs::path>& backups) {
+    const auto age = [](const fs::path& path) {
+        const auto backup = backups::parseName(path);
+        return backup ? std::tuple(backup->time, backup->ordinal, path)
+                      : std::tuple(std::string(), 0, path);
+    };
+    std::ranges::sort(backups, std::ranges::greater(), age);
+    backups.erase(std::ranges::unique(backups).begin(), backups.end());
 }
 
 imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held) {
@@ -33,12 +61,16 @@ imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held)
 }
 
 void forget(const WayBack& way) {
-    guarded("waysBack->forget", [&] {
-        const auto torn = unfinishedWrite::pending();
-        if (torn && torn->backup == way.path) {
-            unfinishedWrite::dropPending();
+    for (auto& note : unfinishedWrite::unfinished()) {
+        if (std::erase(note.before, way.path) == 0) {
+            continue;
         }
-    });
+        if (note.before.empty()) {
+            unfinishedWrite::drop(note.backup);
+        } else {
+            guarded("waysBack->forget", [&] { unfinishedWrite::keep(note); });
+        }
+    }
 }
 
 }  // namespace k520::waysBack

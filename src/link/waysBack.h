@@ -28,12 +28,16 @@ struct WayBack {
 /// All backups, the newest first. Reads names only, so it is quick.
 [[nodiscard]] std::vector<WayBack> list();
 
+/// Sorts backups by what their names tell of their time, the newest first; each stays once.
+void sortNewestFirst(std::vector<std::filesystem::path>& backups);
+
 /// What a restore would change in a radio that holds `held`, in all that the backup covers: give it
 /// the image, or what the last write sent. Raises like backups::load.
 [[nodiscard]] imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held);
 
 /// The user says that no radio needs this backup any more: it is not `unfinished` from here on. The
-/// backup stays. A failure goes to the error list under "waysBack->forget".
+/// backup stays. A failure goes to the error list under "unfinishedWrite->drop" or
+/// "waysBack->forget".
 void forget(const WayBack& way);
 
 }  // namespace k520::waysBack

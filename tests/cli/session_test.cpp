@@ -126,10 +126,40 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     std::ranges::fill(radio->memory(), std::uint8_t{0x77});
     const auto refused = with("restore");
     EXPECT_EQ(refused.code, 1);
-    EXPECT_THAT(refused.err, HasSubstr("this radio does not hold what"));
-    EXPECT_THAT(refused.err, HasSubstr("_before-write_0000-01FF.dat"));
+    EXPECT_THAT(refused.err, HasSubstr("the radio matches neither the backup nor the data"));
+    EXPECT_THAT(refused.out, HasSubstr("_before-write_0000-01FF.dat\n"));
     EXPECT_EQ(radio->memory()[0x10], 0x77);
     EXPECT_EQ(with("write @a.dat --keep-copy --backup @b.dat").code, 2);
+}
+
+TEST_F(Sessions, RestoreNamesWhatItCannotChooseFrom) {
+    EXPECT_THAT(with("restore").err, HasSubstr("has no note of a write with --keep-copy"));
+    std::vector<std::vector<std::uint8_t>> before;
+    for (const std::uint8_t id : {std::uint8_t{0x21}, std::uint8_t{0x22}}) {
+        std::vector<std::uint8_t> memory(8192, 0x11);
+        memory[0x10] = id;
+        before.push_back(memory);
+        plug({.silentFrom = 62}, fastLine, memory);
+        EXPECT_EQ(with("write @a.dat --keep-copy").code, 1);
+    }
+    // What told them apart is overwritten.
+    const std::vector held(radio->memory().begin(), radio->memory().end());
+    plug({}, fastLine, held);
+    const auto several = with("restore");
+    EXPECT_EQ(several.code, 1);
+    EXPECT_THAT(several.err, HasSubstr("name the right one with --from"));
+    EXPECT_TRUE(std::ranges::equal(radio->memory(), held));
+    EXPECT_EQ(std::ranges::count(several.out, '\n'), 2);
+    const auto newest = several.out.substr(several.out.find('/'));
+    EXPECT_EQ(with("restore --from " + newest.substr(0, newest.find(' '))).code, 0);
+    EXPECT_TRUE(std::ranges::equal(radio->memory(), before.back())) << "the newest first";
+
+    run.folder.write("junk.dat", std::string(8192, 'x'));
+    const auto junk = with("restore --from @junk.dat");
+    EXPECT_EQ(junk.code, 1);
+    EXPECT_THAT(junk.err, HasSubstr("nothing was written: "));
+    EXPECT_THAT(junk.err, HasSubstr("is not a data file"));
+    EXPECT_TRUE(std::ranges::equal(radio->memory(), before.back()));
 }
 
 TEST_F(Sessions, FailedAttemptsAreRepeated) {
@@ -225,6 +255,9 @@ TEST_F(Sessions, SimulateIsARadioForOthers) {
     close(reader);
     EXPECT_THAT(first, testing::StartsWith("port: /dev/"));
     kill(child, SIGHUP);
+    const auto second = run("simulate --link @radio");
+    EXPECT_EQ(second.code, 1);
+    EXPECT_THAT(second.err, HasSubstr("where another simulated radio runs"));
     EXPECT_EQ(run("read -p @radio -o @b.dat").code, 0);
     EXPECT_EQ(run("diff @a.dat @b.dat").code, 0);
     EXPECT_EQ(run("set @b.dat ch3.tx=").code, 0);

@@ -7,6 +7,7 @@
 #include <fmt/format.h>
 #include <sys/resource.h>
 
+#include <array>
 #include <csignal>
 #include <filesystem>
 
@@ -95,8 +96,36 @@ TEST_F(Backups, TheOldestGoAndNothingElse) {
     EXPECT_EQ(folder.read(data + "fleet.dat"), "mine");
     EXPECT_FALSE(exists(std::filesystem::path(first.path).replace_extension("lost")));
     EXPECT_EQ(load(newest.path, {0, 0x42F}).image, image);
-    store(image, {0, 0x42F}, Reason::read, afterwards.path);
+    store(image, {0, 0x42F}, Reason::read, std::array{afterwards.path});
     EXPECT_EQ(list().front().path, afterwards.path) << "the one that a radio may need";
+
+    clock.wall.year = 1990;
+    const Backup ofOtherReason = store(image, {0, 0x42F}, Reason::beforeWrite);
+    store(image, {0, 0x42F}, Reason::read);
+    EXPECT_EQ(list().front().path, ofOtherReason.path);
+    EXPECT_EQ(list().size(), mostKept + 1);
+}
+
+TEST_F(Backups, WhatAKilledProgramLeftGoesWithTheNext) {
+    create_directories(backups::folder());
+    const std::string name = "Data/Backups/2027-01-01_00-00-00_read_0000-042F";
+    for (const std::string left : {".lost", ".unfinished", ".written"}) {
+        folder.write(name + left, "x");
+    }
+    const std::string theirs[] = {"Data/Backups/mine.lost", "Data/Backups/.lost",
+                                  "Data/Backups/2026-01-01_00-00-00_read_0000-042F.lost",
+                                  "Data/Backups/2026-01-01_00-00-00_read_0000-042F.dat"};
+    for (const auto& file : theirs) {
+        folder.write(file, "x");
+    }
+    const Backup made = store(image, {0, 0x42F}, Reason::read);
+    for (const std::string left : {".lost", ".unfinished", ".written"}) {
+        EXPECT_FALSE(exists(folder / (name + left))) << left;
+    }
+    for (const auto& file : theirs) {
+        EXPECT_TRUE(exists(folder / file)) << file;
+    }
+    EXPECT_TRUE(load(made.path, {0, 0x42F}).whole);
 }
 
 }  // namespace

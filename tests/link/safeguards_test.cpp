@@ -9,6 +9,7 @@
 #include "app/modSoftFace.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
+#include "image/unfinishedWrite.h"
 #include "link/modCommun.h"
 #include "link/sessionAdvice.h"
 #include "link/virtualPort.h"
@@ -62,6 +63,9 @@ class Safeguards : public testing::Test {
         for (std::size_t i = 0; i < memory.size(); ++i) {
             memory[i] = static_cast<std::uint8_t>(i * 7 + i / 256);
         }
+        plug(std::move(faults), memory);
+    }
+    void plug(SimFaults faults, const std::vector<std::uint8_t>& memory) {
         radio = std::make_shared<SimRadio>(memory, std::move(faults), 1'000'000);
         modCommun::state().portMaker = [this](std::int16_t) {
             return std::make_unique<VirtualPort>(radio);
@@ -141,7 +145,6 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     }
     EXPECT_THAT(unfinished(), testing::ElementsAre(first.backup));
     EXPECT_EQ(waysBack::list().front().path, second.backup);
-    EXPECT_EQ(unfinishedWrite::latest()->backup, first.backup);
 
     plug();
     std::ranges::fill(radio->memory(), std::uint8_t{0});
@@ -175,59 +178,182 @@ TEST_F(Safeguards, AFileOfOnesOwnKeepsWhatItHeld) {
 }
 
 TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
-    using unfinishedWrite::latest;
-    EXPECT_FALSE(latest());
+    EXPECT_TRUE(takeBack(view, all).otherRadio) << "no write at all";
     const auto before = memory();
     const auto backup = write(view, all).backup;
     const auto written = memory();
-    ASSERT_TRUE(latest());
-    EXPECT_EQ(latest()->backup, backup);
 
     std::ranges::fill(radio->memory(), std::uint8_t{0x77});
     const auto other = memory();
-    const Report refused = restore(view, backup, all, latest());
+    const Report refused = takeBack(view, all);
     EXPECT_FALSE(refused.good);
     EXPECT_TRUE(refused.otherRadio);
     EXPECT_EQ(memory(), other);
 
     // A restore that is cut off can be repeated: the check has 70 exchanges.
-    plug({.silentFrom = 70 + 30});
-    std::ranges::copy(written, radio->memory().begin());
-    EXPECT_FALSE(restore(view, backup, all, latest()).good);
+    plug({.silentFrom = 70 + 30}, written);
+    EXPECT_FALSE(takeBack(view, all).good);
     dialogs.take();
-    const auto half = memory();
-    plug();
-    std::ranges::copy(half, radio->memory().begin());
-    EXPECT_TRUE(restore(view, backup, all, latest()).good);
+    EXPECT_THAT(unfinished(), testing::ElementsAre(backup));
+    plug({}, memory());
+    EXPECT_TRUE(takeBack(view, all).good);
     EXPECT_EQ(memory(), before);
+    EXPECT_TRUE(takeBack(view, all).otherRadio) << "there is nothing more to take back";
 
+    // The same data, written by somebody else at another time.
+    plug({}, before);
     EXPECT_TRUE(write(view, all).good);
-    EXPECT_TRUE(write(view, {}).good);
-    EXPECT_FALSE(latest()) << "nobody knows what the radio held before the last write";
+    clock.wall.minute += 2;
+    modSession::WriteComDat();
+    std::ranges::copy(IicDat().bytes().first(0x430), radio->memory().begin());
+    EXPECT_TRUE(takeBack(view, all).otherRadio);
 }
 
-// A write that broke off may have left its stamp, and a bad line some falsified bytes.
-TEST_F(Safeguards, ARadioIsKnownAgainByAllButTheStampAndEightBytes) {
+TEST_F(Safeguards, EachTornRadioFindsItsOwnWayBack) {
+    // Of one kind: only what the torn part does not reach, or the time of the write, tells them
+    // apart. The second pair of one is of equal content.
+    struct Radio {
+        std::vector<std::uint8_t> before, torn;
+        fs::path backup;
+    };
+    const auto tear = [&](std::uint8_t id, std::size_t at, unsigned blocks) {
+        plug({.silentFrom = 70 + 2 + blocks});
+        std::ranges::fill(radio->memory(), std::uint8_t{0x11});
+        radio->memory()[at] = id;
+        Radio torn{.before = memory(), .torn = {}, .backup = {}};
+        const Report report = write(view, all);
+        EXPECT_FALSE(report.good);
+        dialogs.take();
+        EXPECT_THAT(report.earlier, testing::IsEmpty());
+        torn.torn = memory();
+        torn.backup = report.backup;
+        ++clock.wall.hour;
+        return torn;
+    };
+    const auto takesBack = [&](const Radio& torn) {
+        plug({}, torn.torn);
+        const Report report = takeBack(view, all);
+        EXPECT_EQ(memory() == torn.before, report.good);
+        return report;
+    };
+    const Radio late = tear(1, 0x300, 30);
+    const Radio stamped = tear(2, 0x20, 60);
+    const Radio twin = tear(3, 0x20, 60);
+    EXPECT_THAT(unfinished(), testing::ElementsAre(twin.backup, stamped.backup, late.backup));
+    for (const Radio& torn : {stamped, late, twin}) {
+        const Report report = takesBack(torn);
+        EXPECT_TRUE(report.good);
+        EXPECT_EQ(report.backup, torn.backup);
+    }
+    EXPECT_THAT(unfinished(), testing::IsEmpty());
+
+    // What differed is overwritten, and the stamp not reached.
+    const Radio one = tear(4, 0x20, 20);
+    const Radio other = tear(5, 0x20, 20);
+    const Report unclear = takesBack(one);
+    EXPECT_FALSE(unclear.good || unclear.otherRadio);
+    EXPECT_THAT(unclear.possible, testing::ElementsAre(other.backup, one.backup));
+    EXPECT_EQ(memory(), one.torn);
+    EXPECT_TRUE(restore(view, one.backup, all).good);
+    EXPECT_TRUE(takesBack(other).good) << "the only one left";
+
+    const Radio equal = tear(6, 0x20, 20);
+    tear(6, 0x20, 20);
+    EXPECT_TRUE(takesBack(equal).good) << "both backups hold the same";
+    EXPECT_EQ(unfinished().size(), 2U) << "and either radio may still need one";
+}
+
+// A radio that was never written holds the same as another before its write that broke off.
+TEST_F(Safeguards, AWholeRadioOfEqualContentIsNotTakenForATornOne) {
+    const auto before = memory();
+    plug({.silentFrom = 70 + 30}, before);
+    const Report torn = write(view, all);
+    const auto held = memory();
+    dialogs.take();
+    clock.wall.hour += 1;
+    plug({}, before);
+    const Report whole = write(view, all);
+    EXPECT_TRUE(whole.good);
+    EXPECT_THAT(whole.earlier, testing::IsEmpty());
+    EXPECT_THAT(unfinished(), testing::ElementsAre(torn.backup));
+    plug({}, held);
+    EXPECT_TRUE(write(view, all).good) << "the torn one, written once more";
+    EXPECT_THAT(unfinished(), testing::IsEmpty());
+
+    // Where nothing is known to have changed it is the radio itself.
+    plug({.silentFrom = 70 + 3}, before);
+    const Report barely = write(view, all);
+    dialogs.take();
+    EXPECT_THAT(unfinished(), testing::ElementsAre(barely.backup));
+    plug({}, before);
+    EXPECT_TRUE(write(view, all).good);
+    EXPECT_THAT(unfinished(), testing::IsEmpty());
+}
+
+TEST_F(Safeguards, NotesOfOlderVersionsCountUntilTheirRadioIsWhole) {
+    const auto before = memory();
+    plug({.silentFrom = 70 + 60}, before);
+    const auto backup = write(view, all).backup;
+    dialogs.take();
+    auto note = fs::path(backup).replace_extension(".unfinished");
+    const auto bytes = folder.read(fs::relative(note, folder.path()).string());
+    const auto images = bytes.substr(bytes.size() - 2 * IicDat().size());
+    for (const char* name : {"unfinished-write", "last-write"}) {
+        folder.write(std::string("Data/Backups/") + name,
+                     backup.filename().string() + "\n" + images);
+        fs::remove(note);
+        plug({}, memory());
+        EXPECT_EQ(unfinished().size(), name == std::string("unfinished-write") ? 1U : 0U);
+        EXPECT_FALSE(fs::exists(backups::folder() / name));
+        EXPECT_TRUE(takeBack(view, all).good) << name;
+        EXPECT_EQ(memory(), before);
+        // As the good write of an older version left it.
+        std::copy_n(images.end() - 0x2000, 0x430, radio->memory().begin());
+    }
+}
+
+// Data files have no header, but every one has the filler.
+TEST_F(Safeguards, WhatIsNoDataFileIsNotRestored) {
+    EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good);
+    const auto held = memory();
+    const std::string mine = folder.read("mine.dat");
+    auto wrong = mine;
+    wrong[0x1F] = 'x';
+    const std::pair<std::string, const char*> cases[] = {
+        {std::string(0x2000, 'x'), "is not a data file"},
+        {wrong, "0010 to 001F are all FF"},
+        {"", "is not a data file"},
+        {mine.substr(0, 0x42F), "has 1071 bytes and needs 1072"},
+        {mine + std::string(0x6001, 'x'), "a data file has at most 32768"}};
+    for (const auto& [bytes, reason] : cases) {
+        folder.write("junk.dat", bytes);
+        const Report report = restore(view, folder / "junk.dat", all);
+        EXPECT_FALSE(report.good);
+        EXPECT_THAT(report.backupTrouble, HasSubstr(reason));
+        EXPECT_EQ(memory(), held);
+    }
+    folder.write("junk.dat", mine + std::string(0x6000, 'x'));
+    EXPECT_TRUE(restore(view, folder / "junk.dat", all).good);
+}
+
+// A bad line may have falsified some bytes; a stamp of another time means another write.
+TEST_F(Safeguards, ARadioIsKnownAgainByItsStampAndAllButEightBytes) {
     const std::tuple<int, int, bool> cases[] = {
         // First and last of the bytes that hold something else, and whether it is the same radio.
-        {0x330, 0x334, true},
-        {0x328, 0x334, true},
-        {0x330, 0x33C, true},
-        {0x327, 0x334, false},
-        {0x330, 0x33D, false}};
+        {0x328, 0x32F, true},  {0x327, 0x32F, false}, {0x335, 0x33C, true},
+        {0x335, 0x33D, false}, {0x330, 0x330, false}, {0x334, 0x334, false}};
     for (const auto& [first, last, known] : cases) {
+        fs::remove_all(backups::folder());
         plug();
         const auto backup = write(view, all).backup;
         for (int address = first; address <= last; ++address) {
             auto& byte = radio->memory()[static_cast<std::size_t>(address)];
             byte = static_cast<std::uint8_t>(byte + 0x55);
         }
-        const auto note = unfinishedWrite::latest();
-        ASSERT_TRUE(note && note->backup == backup);
-        const Report report = restore(view, backup, all, note);
+        const Report report = takeBack(view, all);
         EXPECT_EQ(report.otherRadio, !known) << std::hex << first << " to " << last;
         EXPECT_EQ(report.good, known);
-        dialogs.take();
+        EXPECT_EQ(report.backup, known ? backup : fs::path());
     }
 }
 
@@ -332,7 +458,7 @@ TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {
     };
     for (const auto& row : cases) {
         plug(row.faults);
-        unfinishedWrite::dropPending();
+        fs::remove_all(backups::folder());
         const auto before = memory();
         const Report report = write(view, row.choices);
         EXPECT_FALSE(report.good);
