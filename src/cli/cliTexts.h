@@ -52,7 +52,7 @@ inline constexpr Text shortDefault{"默认数据 {0} 只有 {1} 字节（应为 
 inline constexpr Text defaultUnusable{"无法使用默认数据", "the default image cannot be used"};
 
 // Data files
-inline constexpr Text emptyFile{"{}：文件是空的", "{}: the file is empty"};
+inline constexpr Text dataFileEmpty{"{}：文件是空的", "{}: the file is empty"};
 inline constexpr Text shortFileWarned{
     "{}：文件只有 {} 字节（应为 {} 字节）；其余取自默认数据",
     "{}: the file holds {} of {} bytes; the rest comes from the default image"};

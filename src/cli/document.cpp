@@ -25,7 +25,7 @@ void openDocument(const std::string& path, ShortFile shortFile) {
         const auto size = modFileCmd::openDatFile(path);
         const auto needed = modIicDat::IicDat().size();
         if (size == 0) {
-            fail(say(texts::emptyFile, path));
+            fail(say(texts::dataFileEmpty, path));
         }
         if (size < needed) {
             if (shortFile == ShortFile::refuse) {

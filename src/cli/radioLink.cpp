@@ -97,7 +97,7 @@ std::string consequence(const safeguards::Report& report) {
             return say(texts::backUpReadFailed);
         case Stage::compare:
             return say(report.restored  ? texts::restoredNotCompared
-                       : report.written ? texts::writtenNotCompared
+                       : report.written ? texts::writeNotCompared
                                         : texts::secondReadFailed);
         case Stage::write:
         case Stage::restore:
@@ -264,7 +264,7 @@ void RadioLink::conclude(const safeguards::Report& report) {
         fail(say(texts::withCause,
                  say(report.direction == Direction::read                 ? texts::noCopyNoSave
                      : report.stage == Stage::backUp && !report.restored ? texts::noBackupNoWrite
-                                                                         : texts::nothingWritten),
+                                                                         : texts::nothingSent),
                  report.backupTrouble));
     }
     if (!report.differences.empty()) {
@@ -343,7 +343,7 @@ std::string RadioLink::causeOf(const safeguards::Report& report) const {
         return fmt::format("{}{}", entries[report.mark].source,
                            remedyFor(entries[report.mark].number));
     }
-    return say(texts::noValidAnswer, port_, report.result.failedAttempts);
+    return say(texts::noAnswerAtPort, port_, report.result.failedAttempts);
 }
 
 }  // namespace k520::cli

@@ -47,7 +47,7 @@ void checkRestorable(const std::string& file) {
     try {
         backups::requireRestorable(file);
     } catch (const RuntimeError& error) {
-        fail(say(texts::withCause, say(texts::nothingWritten), error.source()));
+        fail(say(texts::withCause, say(texts::nothingSent), error.source()));
     }
     if (!backups::parseName(file)) {
         openDocument(file, ShortFile::refuse);

@@ -31,7 +31,7 @@ inline constexpr Text secondReadFailed{"第二次读取失败，没有保存任�
                                        "second read failed, nothing saved"};
 inline constexpr Text restoredNotCompared{
     "读取失败，备份已写回，但没有比较", "read failed, the backup is written back but not compared"};
-inline constexpr Text writtenNotCompared{
+inline constexpr Text writeNotCompared{
     "读取失败，对讲机已写入，但没有比较；请运行 verify",
     "read failed, the radio is written but not compared; run verify"};
 inline constexpr Text writeFailedUntouched{"写入失败，对讲机的数据没有改变",
@@ -50,7 +50,7 @@ inline constexpr Text endOtherProgram{
 inline constexpr Text takeOtherPort{"；请选择其他端口（k520-cli ports）",
                                     "; take another port (k520-cli ports)"};
 inline constexpr Text stoppedOnRequest{"已按要求停止", "stopped on request"};
-inline constexpr Text noValidAnswer{
+inline constexpr Text noAnswerAtPort{
     "{} 上的对讲机在 {} 次尝试中没有有效应答；对讲机是否开机，写频线两端是否插好，端口是否正确"
     "（k520-cli ports）？--trace 可显示收到的数据",
     "no valid answer from a radio at {} in {} attempts; is the radio on, is the cable plugged in "
@@ -59,7 +59,7 @@ inline constexpr Text noBackupNoWrite{"没有备份，因此没有写入",
                                       "no backup, so nothing was written"};
 inline constexpr Text noCopyNoSave{"没有保存：副本无法保存",
                                    "nothing saved: no copy could be kept"};
-inline constexpr Text nothingWritten{"没有写入任何数据", "nothing was written"};
+inline constexpr Text nothingSent{"没有写入任何数据", "nothing was written"};
 
 // What differs
 inline constexpr Text sideSent{"写入的数据", "sent"};
