@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "app/Text.h"
+#include "app/causeTexts.h"
 
 namespace k520 {
 
@@ -27,6 +28,22 @@ constexpr std::array<std::pair<int, std::int16_t>, 19> systemErrors{{
     {EINVAL, errNum::invalidCall},
 }};
 
+struct Remedy {
+    int systemError;
+    Text text;
+};
+
+/// What to do about a failure that the system names.
+constexpr std::array remedies{
+    Remedy{ENOENT, texts::checkPath},   Remedy{ENOTDIR, texts::checkPath},
+    Remedy{EACCES, texts::checkRights}, Remedy{EPERM, texts::checkRights},
+    Remedy{EROFS, texts::otherPlace},   Remedy{EISDIR, texts::nameAFile},
+    Remedy{ENOSPC, texts::freeSpace},   Remedy{EDQUOT, texts::freeSpace},
+    Remedy{EFBIG, texts::freeSpace},    Remedy{ENAMETOOLONG, texts::shorterName},
+    Remedy{ELOOP, texts::checkLinks},   Remedy{EMFILE, texts::closeOthers},
+    Remedy{ENFILE, texts::closeOthers}, Remedy{EBUSY, texts::closeOthers},
+};
+
 }  // namespace
 
 RuntimeError::RuntimeError(std::int16_t number, std::string_view subject, std::string_view words)
@@ -39,8 +56,11 @@ std::int16_t numberOfSystemError(int systemError) noexcept {
 }
 
 void throwSystemError(int systemError, const std::string& subject) {
-    throw RuntimeError(numberOfSystemError(systemError), subject,
-                       std::generic_category().message(systemError));
+    const auto words = std::generic_category().message(systemError);
+    const auto* row = std::ranges::find(remedies, systemError, &Remedy::systemError);
+    throw RuntimeError(
+        numberOfSystemError(systemError), subject,
+        row == remedies.end() ? words : say(texts::withRemedy, words, say(row->text)));
 }
 
 }  // namespace k520

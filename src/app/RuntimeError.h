@@ -64,8 +64,8 @@ decltype(auto) naming(const std::string& subject, Body&& body) {
 /// The standard number nearest to a system error (an errno value).
 [[nodiscard]] std::int16_t numberOfSystemError(int systemError) noexcept;
 
-/// Raises the standard error nearest to `systemError`; the source is `subject`, a colon and the
-/// system's own words ("fleet.dat: No space left on device").
+/// Raises the standard error nearest to `systemError`; the source is `subject`, a colon, the
+/// system's own words, and what to do ("fleet.dat: No space left on device; free some disk space").
 [[noreturn]] void throwSystemError(int systemError, const std::string& subject);
 
 }  // namespace k520

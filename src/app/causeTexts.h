@@ -11,6 +11,17 @@ namespace k520::texts {
 
 inline constexpr Text unknownFailure{"未知错误", "unknown failure"};
 
+// What to do about a failure that the system names
+inline constexpr Text withRemedy{"{}；{}", "{}; {}"};
+inline constexpr Text checkPath{"请检查名称和路径", "check the name and the path"};
+inline constexpr Text checkRights{"请检查访问权限", "check the access rights"};
+inline constexpr Text otherPlace{"请选择其他位置", "choose another place"};
+inline constexpr Text nameAFile{"请给出文件，而不是文件夹", "name a file, not a folder"};
+inline constexpr Text freeSpace{"请腾出磁盘空间", "free some disk space"};
+inline constexpr Text shorterName{"请使用较短的名称", "use a shorter name"};
+inline constexpr Text checkLinks{"请检查符号链接", "check the symbolic links"};
+inline constexpr Text closeOthers{"请关闭其他程序", "close other programs"};
+
 // Program folder
 inline constexpr Text programFolder{"程序文件夹", "program folder"};
 inline constexpr Text notAFolder{"{} {} 不是文件夹；请指定一个文件夹",

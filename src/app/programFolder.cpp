@@ -139,6 +139,20 @@ fs::path executableFolder() {
     return error ? fs::current_path() : self.parent_path();
 }
 
+std::optional<std::string> namedIn(std::span<const char* const> words) {
+    constexpr std::string_view option = "--program-folder";
+    for (std::size_t i = 1; i < words.size(); ++i) {
+        const std::string_view word = words[i];
+        if (word.starts_with(option) && word.substr(option.size()).starts_with('=')) {
+            return std::string(word.substr(option.size() + 1));
+        }
+        if (word == option && i + 1 < words.size()) {
+            return words[i + 1];
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<std::string> choose(const std::optional<std::string>& chosen) {
     auto choice = lookFor(chosen);
     if (choice.isSeeded) {

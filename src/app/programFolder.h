@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,10 @@ namespace k520::programFolder {
 
 /// Does what choose() does but for making and seeding the folder.
 void look(const std::optional<std::string>& chosen);
+
+/// What the option "--program-folder" of a command line names, be that right or wrong: complaints
+/// about it are said in the language of that folder's settings.
+[[nodiscard]] std::optional<std::string> namedIn(std::span<const char* const> words);
 
 /// The folder of the running executable. Raises the system's error where that cannot be found out.
 [[nodiscard]] std::filesystem::path executableFolder();

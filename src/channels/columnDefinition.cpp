@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "app/Checked.h"
+#include "channels/codecTexts.h"
 
 namespace k520::modChMem {
 
@@ -18,7 +19,7 @@ const std::string& ColumnDefinition::entry(int index) const {
 }
 
 std::int32_t ColumnDefinition::defaultValue() const {
-    return naming("default of column " + key(), [&] { return textToInt32(entry(2)); });
+    return naming(say(texts::defaultOfColumn, key()), [&] { return textToInt32(entry(2)); });
 }
 
 std::span<const std::string> ColumnDefinition::texts() const noexcept {

@@ -9,6 +9,7 @@
 
 #include "app/Bcd.h"
 #include "app/Checked.h"
+#include "app/causeTexts.h"
 
 namespace k520::frequency {
 
@@ -55,9 +56,10 @@ std::int32_t fromBcd(std::span<const std::uint8_t, 4> bytes) {
     for (std::size_t i = bytes.size(); i-- > 0;) {
         const auto pair = bcd::numberOf(bytes[i]);
         if (!pair) {
-            throw RuntimeError(errNum::typeMismatch,
-                               fmt::format("\"{:02X}{:02X}{:02X}{:02X}\" is not a number", bytes[3],
-                                           bytes[2], bytes[1], bytes[0]));
+            throw RuntimeError(
+                errNum::typeMismatch,
+                say(texts::notANumber, fmt::format("{:02X}{:02X}{:02X}{:02X}", bytes[3], bytes[2],
+                                                   bytes[1], bytes[0])));
         }
         value = value * 100 + *pair;
     }

@@ -8,6 +8,7 @@
 
 #include "app/Guard.h"
 #include "channels/channelRecord.h"
+#include "channels/codecTexts.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/toneCode.h"
@@ -65,9 +66,10 @@ std::int32_t readFrequency(int channel, int byteOffset) {
     for (int i = 0; i < frequencyLength; ++i) {
         bytes[static_cast<std::size_t>(i)] = recordByte(channel, byteOffset + i);
     }
-    return naming(fmt::format("channel {}, {} frequency", channel,
-                              byteOffset == offset::rx ? "receive" : "transmit"),
-                  [&] { return frequency::fromBcd(bytes); });
+    return naming(
+        say(byteOffset == offset::rx ? texts::receiveFrequencyOf : texts::transmitFrequencyOf,
+            channel),
+        [&] { return frequency::fromBcd(bytes); });
 }
 
 void writeFrequency(int channel, int byteOffset, std::int32_t value) {

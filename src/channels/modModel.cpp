@@ -12,6 +12,7 @@
 #include "app/Dialogs.h"
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "channels/codecTexts.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "image/documentOrigin.h"
@@ -191,7 +192,7 @@ bool acceptCustomRange(std::string_view minText, std::string_view maxText) {
 
 std::array<std::uint8_t, 2> bcdOfTenths(int tenths) {
     if (tenths < 0 || tenths > 9999) {
-        throw RuntimeError(errNum::overflow, fmt::format("{} has no four digits", tenths));
+        throw RuntimeError(errNum::overflow, say(texts::notFourDigits, tenths));
     }
     return {bcd::byteOf(tenths / 100), bcd::byteOf(tenths % 100)};
 }

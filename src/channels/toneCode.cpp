@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/Checked.h"
+#include "channels/codecTexts.h"
 
 namespace k520::toneCode {
 
@@ -83,7 +84,7 @@ std::vector<std::string_view> charactersOf(std::string_view text) {
 std::uint16_t ctcssWord(double hertz) {
     const std::int32_t tenths = toInt32(hertz * 10);
     if (tenths < 0 || tenths > 0xFFFF) {
-        throw RuntimeError(errNum::overflow, fmt::format("tone {} Hz", hertz));
+        throw RuntimeError(errNum::overflow, say(texts::toneOutOfRange, hertz));
     }
     return static_cast<std::uint16_t>(tenths);
 }
@@ -91,11 +92,11 @@ std::uint16_t ctcssWord(double hertz) {
 std::uint16_t dcsWord(std::string_view text) {
     const auto characters = charactersOf(text);
     if (characters.size() > 5) {
-        throwSubscript(fmt::format("characters of \"{}\"", text), 5);
+        throwSubscript(say(texts::charactersOf, text), 5);
     }
     const auto digit = [&](std::size_t i) {
         if (i >= characters.size() || characters[i] < "0" || characters[i] > "9") {
-            throw RuntimeError(errNum::typeMismatch, fmt::format("\"{}\" is not a tone", text));
+            throw RuntimeError(errNum::typeMismatch, say(texts::toneUnreadable, text));
         }
         return characters[i].front() - '0';
     };

@@ -81,8 +81,4 @@ struct Request {
 /// Takes the command line apart by the table. A wrong one raises Failure 2.
 [[nodiscard]] Request parse(int count, const char* const* words);
 
-/// The program folder that a command line names, be it right or wrong: help and complaints are said
-/// in the language of its settings.
-[[nodiscard]] std::optional<std::string> folderNamedIn(int count, const char* const* words);
-
 }  // namespace k520::cli

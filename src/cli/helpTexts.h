@@ -170,8 +170,8 @@ inline constexpr Text writeDetails{
 inline constexpr Text restoreSummary{"把备份逐字节写回对讲机",
                                      "Writes a backup back to a radio, byte for byte"};
 inline constexpr Text restoreFrom{
-    "此备份或任何数据文件（默认：最近一次带 --keep-copy 的写入所作的备份，"
-    "仅当对讲机中的数据与备份或与写入的数据相符）",
+    "要写回的备份或数据文件（默认：最近一次带 --keep-copy 的写入之前的备份；"
+    "对讲机中须是该备份或那次写入的数据）",
     "This backup, or any data file (default: the one of the latest write with --keep-copy, if the "
     "radio holds what that backup or that write holds)"};
 inline constexpr Text restoreDetails{
@@ -217,18 +217,18 @@ inline constexpr Text simulateForget{
     "故障：应答写入的第 N 个数据块，但不保存",
     "Fault: acknowledge the Nth written block and do not store it"};
 inline constexpr Text simulateBabble{
-    "故障：从第 N 次交换起在线路上发出杂乱数据（1：立即）",
+    "故障：从第 N 次收发起在线路上发出杂乱数据（1：立即）",
     "Fault: fill the line with noise from exchange N on (1: at once)"};
-inline constexpr Text simulateSilent{"故障：从第 N 次交换起不再应答",
+inline constexpr Text simulateSilent{"故障：从第 N 次收发起不再应答",
                                      "Fault: answer nothing from exchange N on"};
 inline constexpr Text simulateFailFirst{"故障：前 K 次尝试都不应答",
                                         "Fault: answer nothing in the first K attempts"};
 inline constexpr Text simulateUnplug{
-    "故障：第 N 次交换后断开，如同拔掉写频线",
+    "故障：第 N 次收发后断开，如同拔掉写频线",
     "Fault: go away after exchange N, as if the cable were pulled"};
 inline constexpr Text simulateDetails{
     "标准输出的第一行是“port: DEVICE”：把该设备交给 read 和 write 使用。\n"
-    "按 Ctrl-C 结束。字节、数据块和交换都从 1 开始计数。",
+    "按 Ctrl-C 结束。字节、数据块和收发次数都从 1 开始计数。",
     "The first line of stdout is \"port: DEVICE\": give that device to read and write.\n"
     "Ends on Ctrl-C. Bytes, blocks and exchanges count from 1."};
 

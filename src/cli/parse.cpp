@@ -242,19 +242,4 @@ Request parse(int count, const char* const* words) {
     }
 }
 
-std::optional<std::string> folderNamedIn(int count, const char* const* words) {
-    const Words all(words, static_cast<std::size_t>(count));
-    const auto option = std::string(folderOption.flags);
-    for (std::size_t i = 1; i < all.size(); ++i) {
-        const std::string_view word = all[i];
-        if (word.starts_with(option + '=')) {
-            return std::string(word.substr(option.size() + 1));
-        }
-        if (word == option && i + 1 < all.size()) {
-            return all[i + 1];
-        }
-    }
-    return std::nullopt;
-}
-
 }  // namespace k520::cli

@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <iterator>
 #include <nlohmann/json.hpp>
+#include <string>
+#include <string_view>
 #include <vector>
 
+#include "app/Checked.h"
 #include "cli/Failure.h"
 #include "cli/cliTexts.h"
 #include "cli/commands.h"
@@ -27,9 +30,18 @@ nlohmann::ordered_json portJson(const comPorts::PortInfo& port) {
     return json;
 }
 
+/// The device stands in a column of its own, so the reason need not begin with it.
+std::string stateOf(const comPorts::PortInfo& port) {
+    const auto subject = std::string(trimBlanks(about(port.device, "")));
+    const bool begins = port.reason.starts_with(subject);
+    return port.usable ? say(texts::portUsable)
+                       : std::string(trimBlanks(
+                             std::string_view(port.reason).substr(begins ? subject.size() : 0)));
+}
+
 std::vector<std::string> portRow(const comPorts::PortInfo& port) {
     return {fmt::format("{}", port.number), port.name, port.device, port.description,
-            port.usable ? say(texts::portUsable) : port.reason};
+            stateOf(port)};
 }
 
 std::string jsonOf(const std::vector<comPorts::PortInfo>& ports) {

@@ -3,10 +3,12 @@
 #include "cli/run.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdio>
 #include <exception>
 
 #include "app/modStartUp.h"
+#include "app/programFolder.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
 #include "cli/interrupt.h"
@@ -36,7 +38,8 @@ int complain(int code, std::string message) {
 
 int run(int count, const char* const* words) {
     try {
-        modStartUp::chooseTextLanguage(folderNamedIn(count, words));
+        modStartUp::chooseTextLanguage(
+            programFolder::namedIn({words, static_cast<std::size_t>(count)}));
         noteInterrupts();
         const int code = runRequest(parse(count, words));
         flushOutput();

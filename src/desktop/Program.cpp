@@ -3,6 +3,7 @@
 #include "desktop/Program.h"
 
 #include <QCommandLineParser>
+#include <QLibraryInfo>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -16,7 +17,9 @@
 #include "app/mdifrmMain.h"
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
+#include "app/modStartUp.h"
 #include "app/programFolder.h"
+#include "desktop/programTexts.h"
 #include "desktop/qtText.h"
 
 namespace k520 {
@@ -35,19 +38,22 @@ bool mayHaveDisplay() {
 }
 
 void describe(QCommandLineParser& parser) {
-    parser.setApplicationDescription(
-        QStringLiteral("Programming software for the K520 two-way radio."));
+    parser.setApplicationDescription(qSay(texts::programDescription));
     parser.addHelpOption();
     parser.addVersionOption();
-    parser.addOption({folderOption,
-                      QStringLiteral("Where settings, default image and data files are."),
-                      QStringLiteral("folder")});
+    parser.addOption({folderOption, qSay(texts::folderOptionHelp), QStringLiteral("folder")});
     // For measuring the start.
     QCommandLineOption painted(paintedOption);
     painted.setFlags(QCommandLineOption::HiddenFromHelp);
     parser.addOption(painted);
-    parser.addPositionalArgument(QStringLiteral("file"), QStringLiteral("A data file to open."),
+    parser.addPositionalArgument(QStringLiteral("file"), qSay(texts::fileArgumentHelp),
                                  QStringLiteral("[file]"));
+}
+
+/// One line on stderr; returns the exit code.
+int complain(const Text& text) {
+    std::fputs(("k520: " + say(text) + '\n').c_str(), stderr);
+    return EXIT_FAILURE;
 }
 
 /// Whether there is a program folder to work in; the user is told where not.
@@ -67,14 +73,14 @@ bool chooseProgramFolder(const QString& chosen) {
 
 int Program::main(int count, char** words) {
     const std::span arguments(words, static_cast<std::size_t>(count));
+    modStartUp::chooseTextLanguage(programFolder::namedIn({words, arguments.size()}));
     const auto isGiven = [&](std::string_view word) {
         return std::ranges::count(arguments, word) != 0;
     };
     if (isGiven("--help") || isGiven("-h") || isGiven("--version") || isGiven("-v")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     } else if (!mayHaveDisplay() && !isGiven("-platform")) {
-        std::fputs("k520: there is no display; k520-cli does the same without one\n", stderr);
-        return EXIT_FAILURE;
+        return complain(texts::noDisplay);
     }
     // A file size limit then fails the write, like a full disk, instead of ending the program.
     std::signal(SIGXFSZ, SIG_IGN);
@@ -85,6 +91,12 @@ Program::Program(int& count, char** words) : QApplication(count, words) {
     setApplicationName(QStringLiteral("k520"));
     setApplicationVersion(QStringLiteral(K520_VERSION));
     setDesktopFileName(QStringLiteral("k520"));
+    // The toolkit's own words, also for what is told before there is a main window.
+    if (textLanguage() == TextLanguage::chinese &&
+        toolkitTexts_.load(QStringLiteral("qtbase_zh_CN"),
+                           QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        installTranslator(&toolkitTexts_);
+    }
 }
 
 Program::~Program() = default;
@@ -95,12 +107,10 @@ int Program::run() {
     parser.process(*this);
     const QStringList files = parser.positionalArguments();
     if (files.size() > 1) {
-        std::fputs("k520: one data file at a time, please\n", stderr);
-        return EXIT_FAILURE;
+        return complain(texts::oneFileOnly);
     }
     if (parser.isSet(folderOption) && parser.value(folderOption).isEmpty()) {
-        std::fputs("k520: --program-folder is empty; give a folder\n", stderr);
-        return EXIT_FAILURE;
+        return complain(texts::emptyFolderOption);
     }
     if (!chooseProgramFolder(parser.value(folderOption))) {
         return EXIT_FAILURE;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QTranslator>
 #include <memory>
 
 #include "desktop/DesktopClock.h"
@@ -36,6 +37,7 @@ class Program : public QApplication {
     /// Closes the main window without a question.
     void closeUnasked();
 
+    QTranslator toolkitTexts_;
     DesktopClock clock_;
     QtDialogs dialogs_;
     std::unique_ptr<mdifrmMain> main_;

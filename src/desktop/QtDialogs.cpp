@@ -15,6 +15,7 @@
 
 #include "app/RuntimeError.h"
 #include "channels/frmCustomFre.h"
+#include "desktop/programTexts.h"
 #include "desktop/qtText.h"
 
 namespace k520 {
@@ -118,10 +119,10 @@ void QtDialogs::customRange() {
 void QtDialogs::openDocument(const std::string& path) {
     const QString file = QFile::decodeName(path.c_str());
     if (!QFileInfo::exists(file)) {
-        throw RuntimeError(errNum::fileNotFound, path);
+        throw RuntimeError(errNum::fileNotFound, path, say(texts::noSuchFile));
     }
     if (!QDesktopServices::openUrl(QUrl::fromLocalFile(file))) {
-        throw RuntimeError(errNum::invalidCall, path + ": no program opens it");
+        throw RuntimeError(errNum::invalidCall, path, say(texts::noProgramOpens));
     }
 }
 
@@ -134,7 +135,7 @@ void QtDialogs::print(const std::string& html) {
     document.setHtml(qText(html));
     document.print(&printer);
     if (printer.printerState() == QPrinter::Error) {
-        throw RuntimeError(errNum::deviceIo, "the printer reports an error");
+        throw RuntimeError(errNum::deviceIo, say(texts::printerFails));
     }
 }
 

@@ -42,6 +42,13 @@ inline constexpr Text someProgram{"某个程序", "a program"};
 inline constexpr Text memoryNotKept{"模拟对讲机无法把内存保存到文件夹 {}：{}",
                                     "the simulated radio cannot keep its memory in the folder {}: "
                                     "{}"};
+inline constexpr Text unknownAsleep{"未开始编程时收到未知数据", "unknown while asleep"};
+inline constexpr Text unknownGreeted{"握手后收到未知数据", "unknown while greeted"};
+inline constexpr Text unknownProgramming{"编程时收到未知数据", "unknown while programming"};
+inline constexpr Text frameCutOff{"数据帧因停顿而中断", "frame cut off by a pause"};
+inline constexpr Text badAddressForm{"地址格式不对", "bad address form"};
+inline constexpr Text badLength{"长度不对", "bad length"};
+inline constexpr Text outsideMemory{"超出内存范围", "outside the memory"};
 inline constexpr Text pseudoTerminal{"伪终端", "pseudo-terminal"};
 inline constexpr Text notALink{"已存在，而且不是符号链接；保持不变，请给出其他路径",
                                "exists and is not a symbolic link; it stays, give another path"};

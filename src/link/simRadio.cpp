@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/Checked.h"
+#include "link/portTexts.h"
 
 namespace k520 {
 
@@ -185,8 +186,10 @@ void SimRadio::hear(std::uint8_t byte, LineTime at) {
 
 /// Drops a frame that the radio does not know here. A handshake broken off leaves it asleep.
 void SimRadio::refuse() {
-    static constexpr std::array names{"asleep", "greeted", "programming"};
-    complain(std::string("unknown while ") + names[static_cast<std::size_t>(state_)], frame_);
+    // By State.
+    static constexpr std::array<Text, 3> unknown{texts::unknownAsleep, texts::unknownGreeted,
+                                                 texts::unknownProgramming};
+    complain(unknown.at(static_cast<std::size_t>(state_)), frame_);
     frame_.clear();
     if (state_ == State::greeted) {
         state_ = State::asleep;
@@ -211,7 +214,7 @@ void SimRadio::complete(const Rule& rule, LineTime at) {
 
 void SimRadio::dropStale(LineTime at) {
     if (!frame_.empty() && at - lastHeard_ > pauseLimit) {
-        complain("frame cut off by a pause", frame_);
+        complain(texts::frameCutOff, frame_);
         frame_.clear();
     }
 }
@@ -249,9 +252,9 @@ void SimRadio::babble(LineTime end) {
     }
 }
 
-void SimRadio::complain(const std::string& what, std::span<const std::uint8_t> bytes) {
+void SimRadio::complain(const Text& what, std::span<const std::uint8_t> bytes) {
     if (++counters_.complaints <= complaintLimit) {
-        complaints_.push_back(what + ":" + hexBytes(bytes));
+        complaints_.push_back(about(say(what), trimBlanks(hexBytes(bytes))));
     }
 }
 
@@ -260,11 +263,11 @@ std::optional<SimRadio::Block> SimRadio::blockOf(const Frame& frame) {
     const auto address = decodeAddress(frame[1], frame[2]);
     const std::size_t length = frame[3];
     if (!address) {
-        complain("bad address form", frame);
+        complain(texts::badAddressForm, frame);
     } else if (length == 0 || length > longestBlock) {
-        complain("bad length", frame);
+        complain(texts::badLength, frame);
     } else if (static_cast<std::size_t>(*address) + length > memory_.size()) {
-        complain("outside the memory", frame);
+        complain(texts::outsideMemory, frame);
     } else {
         return Block{static_cast<std::size_t>(*address), length};
     }

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "app/Clock.h"
+#include "app/Text.h"
 #include "link/simFaults.h"
 
 namespace k520 {
@@ -126,7 +127,7 @@ class SimRadio {
     void answer(std::span<const std::uint8_t> bytes, LineTime at);
     [[nodiscard]] bool babbling() const noexcept;
     void babble(LineTime end);
-    void complain(const std::string& what, std::span<const std::uint8_t> bytes);
+    void complain(const Text& what, std::span<const std::uint8_t> bytes);
     std::optional<Block> blockOf(const Frame& frame);
 
     void greet(const Frame& frame, LineTime at);

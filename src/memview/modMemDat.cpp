@@ -10,6 +10,7 @@
 #include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
+#include "app/causeTexts.h"
 #include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 
@@ -103,7 +104,7 @@ int hexDigitValue(char digit) noexcept {
 }
 
 [[noreturn]] void throwBadDigit(std::string_view text) {
-    throw RuntimeError(errNum::typeMismatch, fmt::format("\"{}\" has another digit", text));
+    throw RuntimeError(errNum::typeMismatch, say(texts::notHexadecimal, text));
 }
 
 }  // namespace

@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <gmock/gmock.h>
+#include <pty.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <functional>
 #include <regex>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "cli/Command.h"
+#include "cli/ConsoleView.h"
 #include "cli/Program.h"
 #include "cli/wideText.h"
 
@@ -132,6 +138,49 @@ TEST_F(Language, TheLocaleDecidesWhereTheSettingsCannotBeRead) {
         speak(language);
         EXPECT_FALSE(hasChinese(run("--help").out)) << language;
     }
+}
+
+/// What a terminal as stderr is sent while a view is driven.
+std::string drawn(const std::function<void(cli::ConsoleView&)>& drive) {
+    int terminal = -1;
+    int program = -1;
+    EXPECT_EQ(::openpty(&terminal, &program, nullptr, nullptr, nullptr), 0);
+    const int kept = ::dup(STDERR_FILENO);
+    ::dup2(program, STDERR_FILENO);
+    {
+        cli::ConsoleView view(false);
+        drive(view);
+    }
+    ::dup2(kept, STDERR_FILENO);
+    ::close(program);
+    ::close(kept);
+    std::string bytes;
+    std::array<char, 256> piece{};
+    for (ssize_t count = 0; (count = ::read(terminal, piece.data(), piece.size())) > 0;) {
+        bytes.append(piece.data(), static_cast<std::size_t>(count));
+    }
+    ::close(terminal);
+    return bytes;
+}
+
+TEST(ProgressLine, EndsAtAHundredPercentAndIsTakenAway) {
+    const SpeakingIn chinese(TextLanguage::chinese);
+    const std::string cleared = "\r\x1b[K";
+    const auto sent = drawn([](cli::ConsoleView& view) {
+        for (const auto stage : {Stage::backUp, Stage::write}) {
+            view.beginStage(stage);
+            for (const int percent : {2, 50, 100, 0}) {
+                view.setProgress(static_cast<std::int16_t>(percent));
+            }
+            view.setStatus("");
+        }
+    });
+    for (const char* stage : {"正在备份", "正在写入"}) {
+        const auto line = cleared + stage + " [" + std::string(30, '#') + "] 100 %  " + cleared;
+        EXPECT_THAT(sent, HasSubstr(line));
+    }
+    EXPECT_TRUE(sent.ends_with("100 %  " + cleared)) << sent;
+    EXPECT_THAT(sent.substr(sent.find("正在写入")), Not(HasSubstr("正在备份")));
 }
 
 TEST(WideText, LinesAndColumnsCountWhatTheTerminalShows) {
