@@ -113,8 +113,18 @@ std::string fileName(const std::string& path) {
 /// Whether the file holds what the last save of this configuration wrote there.
 bool isOwnSave(const std::string& path, const std::vector<std::uint8_t>& held) {
     const State& s = state();
-    return s.savedDocument == documentOrigin::state().now.document && s.savedPath == path &&
-           s.savedBytes == held;
+    const auto saved = s.savedBytes.find(path);
+    return s.savedDocument == documentOrigin::state().now.document && saved != s.savedBytes.end() &&
+           saved->second == held;
+}
+
+void noteOwnSave(std::vector<std::uint8_t> bytes) {
+    State& s = state();
+    const auto document = documentOrigin::state().now.document;
+    if (std::exchange(s.savedDocument, document) != document) {
+        s.savedBytes.clear();
+    }
+    s.savedBytes[s.currentFilePath] = std::move(bytes);
 }
 
 /// Keeps what the file holds beside it where writing `bytes` would lose it. Returns the copy's
@@ -147,11 +157,10 @@ void saveKeeping() {
     if (!SaveDatFile()) {
         return;
     }
-    s.savedBytes = std::move(bytes);
-    s.savedPath = s.currentFilePath;
-    s.savedDocument = documentOrigin::state().now.document;
+    noteOwnSave(std::move(bytes));
     if (kept) {
-        remark(say(texts::fileSavedKept, fileName(s.savedPath), fileName(kept->string())), true);
+        remark(say(texts::fileSavedKept, fileName(s.currentFilePath), fileName(kept->string())),
+               true);
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,9 +38,8 @@ struct State {
     Remark remark;
     /// What is unusual about the file that was opened last; see shownNotice().
     Remark notice;
-    /// What the last save wrote to `savedPath`, and of which configuration.
-    std::vector<std::uint8_t> savedBytes;
-    std::string savedPath;
+    /// What the saves of configuration `savedDocument` wrote last, by path.
+    std::map<std::string, std::vector<std::uint8_t>> savedBytes;
     std::uint32_t savedDocument = 0;
     /// Called after the file panel, the remark or the notice was rewritten.
     std::function<void()> onFilePanel;

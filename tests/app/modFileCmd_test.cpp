@@ -186,6 +186,14 @@ TEST_F(FileCommands, OverwritingKeepsWhatTheFileHeld) {
     EXPECT_EQ(channelOf("a.dat.~1~"), "20");
     EXPECT_EQ(channelOf("a.dat.~2~"), "40");
     EXPECT_EQ(folder.read("a.dat.~3~"), "another program's");
+    // Two files in turn: each holds an own save.
+    const auto before = folder.names().size();
+    for (const char* mhz : {"448", "449"}) {
+        edit(mhz);
+        saveAs("a.dat");
+        saveAs("b.dat");
+    }
+    EXPECT_EQ(folder.names().size(), before + 1) << "b.dat alone";
     // A longer file is kept whole, with its mode.
     folder.write("long.dat", std::string(10'000, 'x'));
     std::filesystem::permissions(folder / "long.dat", std::filesystem::perms{0600});
