@@ -318,6 +318,9 @@ void mdifrmMain::changeEvent(QEvent* event) {
 }
 
 void mdifrmMain::closeEvent(QCloseEvent* event) {
+    if (modSession::running() && commun_ != nullptr) {
+        commun_->refuseClose();
+    }
     if (modSession::running() || !modStartUp::MDIForm_QueryUnload()) {
         event->ignore();
         return;

@@ -29,16 +29,22 @@ QSize roomOnScreen(const QWidget& window) {
     return window.screen()->availableGeometry().size() - frameOf(window);
 }
 
-void keepOnScreen(QWidget& window) {
-    window.resize(window.size().boundedTo(roomOnScreen(window)));
+void resizeOnScreen(QWidget& window, QSize wanted) {
+    const QSize size = wanted.boundedTo(roomOnScreen(window)).expandedTo(window.minimumSizeHint());
     const QRect screen = window.screen()->availableGeometry();
-    const QSize whole = window.size() + frameOf(window);
+    const QSize whole = size + frameOf(window);
     const QPoint at = window.pos();
     const QPoint inside(within(at.x(), whole.width(), screen.x(), screen.width()),
                         within(at.y(), whole.height(), screen.y(), screen.height()));
+    // First the place: a window manager moves a window that grows off the screen as it likes.
     if (inside != at) {
         window.move(inside);
     }
+    window.resize(size);
+}
+
+void keepOnScreen(QWidget& window) {
+    resizeOnScreen(window, window.size());
 }
 
 }  // namespace k520

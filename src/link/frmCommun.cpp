@@ -26,6 +26,7 @@
 #include "link/frmCommunLight.h"
 #include "link/frmCommunList.h"
 #include "link/frmCommunRanges.h"
+#include "link/frmCommunRestore.h"
 #include "link/frmCommunResult.h"
 #include "link/linkTexts.h"
 #include "link/modCommun.h"
@@ -52,24 +53,6 @@ QHBoxLayout* rowOf(std::initializer_list<QWidget*> left, std::initializer_list<Q
         row->addWidget(widget);
     }
     return row;
-}
-
-/// The backups of writes that have not come to their good end, and the last one made before a
-/// write.
-std::vector<std::filesystem::path> likelyWaysBack() {
-    std::vector<std::filesystem::path> unfinished;
-    std::filesystem::path latest;
-    for (const auto& way : waysBack::list()) {
-        if (way.unfinished) {
-            unfinished.push_back(way.path);
-        } else if (latest.empty() && way.reason == backups::Reason::beforeWrite) {
-            latest = way.path;
-        }
-    }
-    if (!latest.empty()) {
-        unfinished.push_back(latest);
-    }
-    return unfinished;
 }
 
 }  // namespace
@@ -132,6 +115,7 @@ frmCommun::frmCommun(QWidget* parent)
     connect(cmdClose_, &QPushButton::clicked, this, &frmCommun::reject);
     connect(cmdDetails_, &QPushButton::toggled, this, &frmCommun::showDetails);
     prepare(Direction::read);
+    resize(usualWidth, sizeHint().height());
 }
 
 frmCommun::~frmCommun() = default;
@@ -154,11 +138,17 @@ void frmCommun::prepare(Direction direction) {
     lblComStatus_->clear();
     lblComPercent_->clear();
     lblTimeLeft_->clear();
-    result_->setEnding(sessionAdvice::beforeRun(direction, stdText(plainCaption(start->text()))));
+    ran_ = false;
+    showBeforeRun();
     details_->ranges().fill();
     guards_->prepare(direction);
     dueBackup_.reset();
     showRestore();
+}
+
+void frmCommun::showBeforeRun() {
+    const auto start = plainCaption(startButton(direction_)->text());
+    result_->setEnding(sessionAdvice::beforeRun(direction_, stdText(start)));
 }
 
 void frmCommun::done(int result) {
@@ -210,7 +200,6 @@ void frmCommun::layOut() {
     column->addWidget(details_, 1);
     // Height without details is of no use to anything.
     column->addStretch(0);
-    resize(usualWidth, sizeHint().height());
 }
 
 void frmCommun::setCaptions() {
@@ -238,13 +227,9 @@ void frmCommun::captionDetails() {
 /// The window grows by the details, and gives their room back.
 void frmCommun::showDetails(bool shown) {
     captionDetails();
-    const int room = details_->sizeHint().height() + layout()->spacing();
-    const int without =
-        details_->isHidden() ? height() : height() - details_->height() - layout()->spacing();
     details_->setVisible(shown);
     layout()->activate();
-    resize(width(), shown ? without + room : without);
-    keepOnScreen(*this);
+    resizeOnScreen(*this, {width(), sizeHint().height()});
 }
 
 QPushButton* frmCommun::startButton(Direction direction) const {
@@ -253,6 +238,7 @@ QPushButton* frmCommun::startButton(Direction direction) const {
 
 template <class Body>
 void frmCommun::held(std::vector<Stage> stages, Body&& body) {
+    ran_ = true;
     timeLeft_.start(stages.size());
     prgCommunicate_->setValue(0);
     setRunning(true);
@@ -354,6 +340,10 @@ void frmCommun::restore() {
     }
     const auto backup = chosenBackup();
     if (!backup) {
+        // A reminder may have gone.
+        if (!ran_) {
+            showBeforeRun();
+        }
         return;
     }
     runDirection_ = Direction::write;
@@ -364,18 +354,18 @@ void frmCommun::restore() {
     held(std::move(stages), [&] { return safeguards::restore(*view_, *backup, choices); });
 }
 
-/// The first of the ways back that the user agrees to. Right after a write that failed there is
-/// nothing to lose with its backup, and nothing is asked.
-std::optional<std::filesystem::path> frmCommun::chosenBackup() const {
-    if (dueBackup_) {
-        return dueBackup_;
+/// The backup that the user chooses and agrees to. Right after a write that failed there is nothing
+/// to lose with its backup, and nothing more is asked.
+std::optional<std::filesystem::path> frmCommun::chosenBackup() {
+    frmCommunRestore choice(dueBackup_.value_or(std::filesystem::path()), this);
+    const bool wanted = choice.exec() == QDialog::Accepted;
+    const auto backup = wanted ? choice.chosen() : std::nullopt;
+    if (!backup || backup == dueBackup_ ||
+        theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+                         say(texts::restoreQuestion, backup->filename().string()), false)) {
+        return backup;
     }
-    const auto ways = likelyWaysBack();
-    const auto agreed = std::ranges::find_if(ways, [](const std::filesystem::path& backup) {
-        return theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
-                                say(texts::restoreQuestion, backup.filename().string()), false);
-    });
-    return agreed != ways.end() ? std::optional(*agreed) : std::nullopt;
+    return std::nullopt;
 }
 
 void frmCommun::conclude(const safeguards::Report& report) {
@@ -403,13 +393,11 @@ void frmCommun::conclude(const safeguards::Report& report) {
 
 /// Offers the backups that lead back: in the dialog for reading only where a write did not finish.
 void frmCommun::showRestore() {
-    const auto ways = likelyWaysBack();
-    const bool due = std::ranges::any_of(waysBack::list(), &waysBack::WayBack::unfinished);
+    const auto ways = waysBack::list();
+    const bool due = std::ranges::any_of(ways, &waysBack::WayBack::unfinished);
     cmdRestore_->setVisible(direction_ == Direction::write || due);
     cmdRestore_->setEnabled(!running_ && !ways.empty());
-    cmdRestore_->setToolTip(qText(ways.empty()
-                                      ? say(texts::restoreNone)
-                                      : say(texts::restoreTip, ways.front().filename().string())));
+    cmdRestore_->setToolTip(qSay(ways.empty() ? texts::restoreNone : texts::restoreTip));
 }
 
 void frmCommun::setRunning(bool running) {

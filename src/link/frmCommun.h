@@ -69,7 +69,8 @@ class frmCommun : public QDialog {
     /// Runs `body`, which returns a report, with the dialog held open and still.
     template <class Body>
     void held(std::vector<Stage> stages, Body&& body);
-    [[nodiscard]] std::optional<std::filesystem::path> chosenBackup() const;
+    [[nodiscard]] std::optional<std::filesystem::path> chosenBackup();
+    void showBeforeRun();
     void conclude(const safeguards::Report& report);
     void showRestore();
     void showDetails(bool shown);
@@ -97,6 +98,8 @@ class frmCommun : public QDialog {
     frmCommunDetails* details_;
     std::unique_ptr<View> view_;
     Direction direction_ = Direction::read;
+    /// Something was started since prepare().
+    bool ran_ = false;
     TimeLeft timeLeft_;
     /// The direction of the run, which for a restore is a write; the stage that is on, where its
     /// failures begin in the error list, and whether it has given up.

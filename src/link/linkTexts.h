@@ -124,10 +124,30 @@ inline constexpr Text readBack{"回读并比较(&P)", "Read back and com&pare"};
 inline constexpr Text restoreRadio{"恢复(&E)", "R&estore"};
 inline constexpr Text restoreQuestion{"将备份 {} 写回对讲机吗？",
                                       "Write the backup {} back to the radio?"};
-inline constexpr Text restoreTip{"将写入前的备份写回对讲机：{}",
-                                 "Writes the backup made before the write back to the radio: {}"};
-inline constexpr Text restoreNone{"还没有写入前的备份。",
-                                  "There is no backup made before a write yet."};
+inline constexpr Text restoreTip{"选择一个备份，写回对讲机。",
+                                 "Choose a backup to write back to the radio."};
+inline constexpr Text restoreNone{"还没有备份。", "There is no backup yet."};
+inline constexpr Text chooseBackup{"要写回对讲机的备份(&B)", "&Backup to write back to the radio"};
+inline constexpr Text backupTime{"时间", "Time"};
+inline constexpr Text backupMade{"备份原因", "Made"};
+inline constexpr Text backupChanges{"恢复会改变", "A restore would change"};
+inline constexpr Text madeByRead{"读取时", "by a read"};
+inline constexpr Text madeBeforeWrite{"写入前", "before a write"};
+inline constexpr Text madeBeforeUnfinished{"写入前（该次写入没有完成）",
+                                           "before a write that did not finish"};
+inline constexpr Text backupUnreadable{"未知：无法读取（{}）", "unknown: it cannot be read ({})"};
+inline constexpr Text comparedWithSent{"与上次写入对讲机的数据比较。",
+                                       "Compared with what was last written to a radio."};
+inline constexpr Text comparedWithImage{"与软件窗口中的数据比较。",
+                                        "Compared with the data in this program."};
+inline constexpr Text forgetBackup{"不再提醒(&N)", "&No longer needed"};
+inline constexpr Text forgetTip{"那台对讲机已经正常，不再提醒。备份会保留。",
+                                "The radio of that write is all right again. The backup is kept."};
+inline constexpr Text forgetQuestion{
+    "那台对讲机已经正常了吗？备份 {} 会保留，但不再提醒。",
+    "Is the radio of that write all right again? The backup {} is kept, but you are not reminded "
+    "of it any more."};
+inline constexpr Text cancelRestore{"取消(&C)", "&Cancel"};
 inline constexpr Text stageRead{"读取", "Read"};
 inline constexpr Text stageReadAgain{"再次读取并比较", "Read again and compare"};
 inline constexpr Text stageBackUp{"备份", "Backup"};

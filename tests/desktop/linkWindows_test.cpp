@@ -44,6 +44,18 @@ class CommunDialog : public test::Desktop {
     std::string headline() { return said(dialog, "lblResult"); }
     std::string advice() { return said(dialog, "lblAdvice"); }
     int progress() { return find<QProgressBar>(dialog, "prgCommunicate").value(); }
+    /// What a user does in the list of backups that opens next.
+    static void inTheList(const std::function<void(QDialog&)>& act) {
+        QTimer::singleShot(0, qApp, [act] {
+            auto* list = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(list != nullptr && list->objectName() == QLatin1String("frmCommunRestore"));
+            act(*list);
+            if (list->isVisible()) {
+                ADD_FAILURE() << "the list is still open";
+                list->reject();
+            }
+        });
+    }
     bool blinks() { return dialog.findChild<QTimer*>(QStringLiteral("tmrLigGrint"))->isActive(); }
     /// Everything that the end of a session has to leave behind, whatever the end was.
     void expectIdle(Direction direction, bool succeeded) {
@@ -132,7 +144,6 @@ TEST_F(CommunDialog, SafeguardsAreStagesAndABrokenWriteIsOneClickFromItsBackup) 
 
     EXPECT_EQ(ticked(Direction::write), "-++");
     auto& restore = find<QPushButton>(dialog, "cmdRestore");
-    EXPECT_FALSE(restore.isEnabled()) << "the copy of a read is no way back from a write";
     // The backup has 2 + 4 + 1 exchanges; the write stops in its third block.
     plug({.silentFrom = 7 + 5});
     const std::vector before(radio->memory().begin(), radio->memory().end());
@@ -152,14 +163,85 @@ TEST_F(CommunDialog, SafeguardsAreStagesAndABrokenWriteIsOneClickFromItsBackup) 
     EXPECT_NE(half, before);
     plug();
     std::ranges::copy(half, radio->memory().begin());
+    // Nothing to choose and nothing to lose: two clicks.
+    inTheList([](QDialog& list) { find<QPushButton>(list, "cmdRestoreThis").click(); });
     restore.click();
     EXPECT_EQ(said(dialog, "lblStages", "accessibleName"), "✓ Restore → ✓ Compare");
+    EXPECT_EQ(headline(), "The backup was written back to the radio.");
     EXPECT_TRUE(std::ranges::equal(radio->memory(), before));
     // Once the radio is as it was, another press may cost something, and is asked about.
     dialogs.answers = {"ask no"};
+    inTheList([](QDialog& list) {
+        auto& rows = find<QTreeWidget>(list, "lstBackups");
+        EXPECT_EQ(rows.topLevelItemCount(), 2);
+        const QRect oldest = rows.visualItemRect(rows.topLevelItem(1));
+        QTest::mouseClick(rows.viewport(), Qt::LeftButton, {}, oldest.center());
+        QTest::mouseDClick(rows.viewport(), Qt::LeftButton, {}, oldest.center());
+    });
     restore.click();
-    EXPECT_EQ(dialogs.take().size(), 1U);
+    EXPECT_THAT(dialogs.take(), testing::ElementsAre(HasSubstr("_read_03F0-042F.dat")));
     EXPECT_EQ(radio->counters().writes, 1U);
+}
+
+TEST_F(CommunDialog, AWriteThatDidNotFinishIsToldAgainUntilNobodyNeedsIt) {
+    for (const auto& row : safeguards::choiceRows) {
+        safeguards::choose(row, true);
+    }
+    modIicDat::state().readRange = modIicDat::state().writeRange = {0x3F0, 0x42F};
+    plug({.silentFrom = 7 + 5});
+    session(Direction::write);
+    EXPECT_EQ(headline(), "The radio is only partly written!");
+    dialogs.take();
+    dialog.close();
+
+    // As after a restart of the program.
+    frmCommun later;
+    for (const auto direction : {Direction::read, Direction::write}) {
+        later.prepare(direction);
+        later.show();
+        EXPECT_EQ(said(later, "lblResult"), "The last write did not finish!");
+        EXPECT_THAT(said(later, "lblAdvice"), HasSubstr("The radio written on 2026-11-21 13:05"));
+        EXPECT_TRUE(find<QPushButton>(later, "cmdRestore").isVisible() &&
+                    find<QPushButton>(later, "cmdRestore").isEnabled());
+    }
+    dialogs.answers = {"ask no", "ask yes"};
+    inTheList([](QDialog& list) {
+        auto& forget = find<QPushButton>(list, "cmdForget");
+        forget.click();
+        EXPECT_TRUE(forget.isEnabled());
+        forget.click();
+        EXPECT_FALSE(forget.isEnabled());
+        QTest::keyClick(&list, Qt::Key_Escape);
+    });
+    find<QPushButton>(later, "cmdRestore").click();
+    EXPECT_EQ(dialogs.take().size(), 2U);
+    EXPECT_EQ(said(later, "lblResult"), "Ready to write to the radio");
+}
+
+TEST_F(CommunDialog, FitsOnSmallScreensAndGivesTheRoomOfItsDetailsBack) {
+    // 1024 x 768 at 150 %, less a panel and the window's frame.
+    constexpr QSize smallest(1024 * 2 / 3 - 10, 768 * 2 / 3 - 60);
+    for (const auto language : {TextLanguage::chinese, TextLanguage::english}) {
+        setTextLanguage(language);
+        dialog.prepare(Direction::write);
+        dialog.resize(dialog.sizeHint());
+        dialog.show();
+        const QSize closed = dialog.size();
+        auto& details = find<QPushButton>(dialog, "cmdDetails");
+        details.click();
+        EXPECT_GT(dialog.height(), closed.height());
+        EXPECT_TRUE(find<QListView>(dialog, "listRtData").isVisible());
+        const QSize least = dialog.minimumSizeHint();
+        EXPECT_TRUE(least.width() <= smallest.width() && least.height() <= smallest.height())
+            << least.width() << " x " << least.height();
+        dialog.resize(3000, 3000);
+        dialog.hide();
+        dialog.show();
+        EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+        dialog.resize(closed.width(), closed.height() + 200);
+        details.click();
+        EXPECT_LE(dialog.height(), closed.height()) << "empty room stays";
+    }
 }
 
 TEST_F(CommunDialog, StaysOpenAndAloneWhileASessionIsOn) {
@@ -299,6 +381,26 @@ TEST_F(CommunDialog, CopiesTheSelectedLines) {
     QTest::keyClick(&list, Qt::Key_Up, Qt::ShiftModifier);
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Rx: 06 \nTx: 45 "));
+}
+
+using CommunInTheMainWindow = test::MainWindow;
+
+TEST_F(CommunInTheMainWindow, TheProgramStaysDuringASessionAndSaysWhy) {
+    open(mdimoduMain::languageEnglish, "ReadEndAddr=001F\n");
+    action("mnuReadFre").trigger();
+    auto& dialog = find<frmCommun>(*main, "frmCommun");
+    int refused = 0;
+    clock.onWait = [&] {
+        if (modSession::running() && modSession::state().busyMark != 0) {
+            EXPECT_FALSE(main->close());
+            EXPECT_THAT(said(dialog, "lblResult"), HasSubstr("cannot be closed now"));
+            ++refused;
+        }
+    };
+    find<QPushButton>(dialog, "cmdRead").click();
+    clock.onWait = nullptr;
+    EXPECT_GT(refused, 0);
+    EXPECT_THAT(said(dialog, "lblResult"), HasSubstr("Radio read"));
 }
 
 class PortDialog : public test::Desktop {

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/restoreList.h"
+
+#include "app/Text.h"
+#include "image/unfinishedWrite.h"
+#include "support/ProgramFolder.h"
+
+namespace k520::restoreList {
+namespace {
+
+class RestoreList : public test::ProgramFolder {
+  protected:
+    RestoreList() {
+        modIicDat::sizeArrays(8191);
+        setTextLanguage(TextLanguage::english);
+        mdimoduMain::state().programFolder = folder.path();
+    }
+    static backups::Backup kept(backups::Reason reason, std::uint8_t byte) {
+        MemoryImage image = modIicDat::IicDat();
+        image(0x1FFF) = byte;
+        return backups::store(image, {}, reason);
+    }
+    test::SimulatedClock clock;
+};
+
+TEST_F(RestoreList, TellsOccasionAndChangesAndBeginsWithTheLikeliest) {
+    using enum backups::Reason;
+    EXPECT_EQ(likeliest(rows().rows, {}), std::nullopt);
+    const auto oldest = kept(beforeWrite, 0);
+    const auto torn = kept(beforeWrite, 1);
+    const auto written = kept(beforeWrite, 2);
+    const auto copy = kept(read, 3);
+    modIicDat::IicDat()(0x1FFF) = 3;
+    auto all = rows();
+    EXPECT_EQ(all.comparedWith, "Compared with the data in this program.");
+    ASSERT_EQ(all.rows.size(), 4U);
+    EXPECT_EQ(all.rows[0].made + ": " + all.rows[0].changes, "by a read: nothing");
+    EXPECT_EQ(all.rows[1].made + ": " + all.rows[1].changes, "before a write: other bytes: 1");
+    EXPECT_EQ(all.rows[1].time, "2026-11-21 13:05:09");
+    EXPECT_EQ(likeliest(all.rows, {}), 1U);
+
+    // What was sent last says more about the radio than the program's data.
+    MemoryImage sent = modIicDat::IicDat();
+    sent(0x1FFF) = 1;
+    unfinishedWrite::keep(
+        {.backup = torn.path, .before = {torn.path}, .found = sent, .sent = sent});
+    folder.write("Data/Backups/" + oldest.path.filename().string(), "short");
+    all = rows();
+    EXPECT_EQ(all.comparedWith, "Compared with what was last written to a radio.");
+    EXPECT_EQ(all.rows[2].made + ": " + all.rows[2].changes,
+              "before a write that did not finish: nothing");
+    EXPECT_THAT(all.rows[3].changes, testing::HasSubstr("cannot be read"));
+    EXPECT_EQ(likeliest(all.rows, {}), 2U);
+    EXPECT_EQ(likeliest(all.rows, copy.path), 0U);
+    EXPECT_EQ(likeliest(all.rows, written.path), 1U);
+}
+
+}  // namespace
+}  // namespace k520::restoreList
