@@ -93,7 +93,9 @@ Descriptor openFolder(const fs::path& folder) {
     constexpr int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
     const int number = retried([&] { return ::open(folder.c_str(), flags); });
     if (number == -1 && meansMissing(errno)) {
-        refuse(errNum::pathNotFound, folder, std::generic_category().message(errno));
+        refuse(
+            errNum::pathNotFound, folder,
+            say(texts::withRemedy, std::generic_category().message(errno), say(texts::checkPath)));
     }
     return Descriptor(checked(number, folder));
 }

@@ -32,11 +32,12 @@ bool hasChinese(const std::string& text) {
 }
 
 /// Three English words in a row, with nothing but blanks between; empty where there are none. A
-/// command line of the program is none.
+/// command line of the program is none, and the system's own words stay as they are.
 std::string sentenceIn(const std::string& text) {
+    static const std::regex system("No such file or directory|Is a directory");
     static const std::regex commandLine("k520-cli [ -~]*");
     static const std::regex words("[A-Za-z]?[a-z]{2,} [a-z]{2,} [a-z]{2,}");
-    const auto prose = std::regex_replace(text, commandLine, "");
+    const auto prose = std::regex_replace(std::regex_replace(text, commandLine, ""), system, "");
     std::smatch found;
     return std::regex_search(prose, found, words) ? found.str() : std::string();
 }
@@ -73,26 +74,41 @@ class Language : public testing::Test {
 };
 
 TEST_F(Language, HelpTablesAndComplaintsFollowTheSetting) {
-    std::vector<std::pair<std::string, int>> lines{{"--help", 0},
-                                                   {"config --help", 0},
-                                                   {"show @fleet.dat", 0},
-                                                   {"show @short.dat", 0},
-                                                   {"show @empty.dat", 1},
-                                                   {"set @short.dat band=1", 1},
-                                                   {"diff @fleet.dat @other.dat", 1},
-                                                   {"hex @fleet.dat --from xyz", 2},
-                                                   {"hex @fleet.dat --to 7000", 2},
-                                                   {"export @fleet.dat -o @fleet.dat", 2},
-                                                   // the parser's complaints
-                                                   {"frob", 2},
-                                                   {"", 2},
-                                                   {"config", 2},
-                                                   {"show", 2},
-                                                   {"show @fleet.dat --frob", 2},
-                                                   {"show --json=x @fleet.dat", 2},
-                                                   {"hex @fleet.dat --from", 2},
-                                                   {"hex @fleet.dat --to 1 --to 2", 2},
-                                                   {"set @fleet.dat [a=b]", 2}};
+    std::vector<std::pair<std::string, int>> lines{
+        {"--help", 0},
+        {"config --help", 0},
+        {"show @fleet.dat", 0},
+        {"show @short.dat", 0},
+        {"show @empty.dat", 1},
+        {"set @short.dat band=1", 1},
+        {"diff @fleet.dat @other.dat", 1},
+        {"hex @fleet.dat --from xyz", 2},
+        {"hex @fleet.dat --to 7000", 2},
+        {"export @fleet.dat -o @fleet.dat", 2},
+        {"config set Setting a=b c", 2},
+        {"new @none/a.dat", 1},
+        {"show @home", 1},
+        {"ports", 0},
+        // around sessions
+        {"read -p 17 -o @r.dat", 2},
+        {"read -p /dev/none -o @r.dat", 1},
+        {"read -p @home -o @r.dat", 1},
+        {"restore -p virtual", 1},
+        {"write -p virtual @short.dat", 1},
+        {"write -p virtual @fleet.dat --backup @b.dat --keep-copy", 2},
+        {"simulate --lose x", 2},
+        {"simulate --delay 3:x", 2},
+        {"simulate --link @fleet.dat", 1},
+        // the parser's complaints
+        {"frob", 2},
+        {"", 2},
+        {"config", 2},
+        {"show", 2},
+        {"show @fleet.dat --frob", 2},
+        {"show --json=x @fleet.dat", 2},
+        {"hex @fleet.dat --from", 2},
+        {"hex @fleet.dat --to 1 --to 2", 2},
+        {"set @fleet.dat [a=b]", 2}};
     for (const auto& command : cli::commands()) {
         lines.emplace_back(std::string(command.name) + " --help", 0);
     }
