@@ -18,4 +18,10 @@ struct KilledWriteCase {
 /// Returns what is wrong, or nothing.
 std::string killedWrite(const KilledWriteCase& job);
 
+/// A write to each of two radios of one kind, both with the backup in the program's folder and both
+/// killed like that. Checks that each radio gets its own content back without being told which.
+/// The radios differ in the last block; a write that was killed after it leaves nothing to tell
+/// them apart by. Returns what is wrong, or nothing.
+std::string twoKilledWrites(const KilledWriteCase& job);
+
 }  // namespace k520::test

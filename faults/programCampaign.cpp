@@ -34,9 +34,23 @@ int reap() {
     return status == 0 ? 0 : 1;
 }
 
-/// Kills a write at one exchange in `stride`; returns how many cases broke a promise.
-int killEverywhere(int lastAddress, std::uint32_t stride) {
-    const auto exchanges = static_cast<std::uint32_t>(lastAddress / 16 + 1 + 3);
+struct Killing {
+    const char* what;
+    std::string (*kill)(const test::KilledWriteCase& job);
+    /// Exchanges at the end of a write that are left out.
+    std::uint32_t leftOut = 0;
+    const char* outcome;
+};
+
+constexpr Killing oneWrite{"a write with backup", test::killedWrite, 0,
+                           "backups intact and radios restored"};
+// What differs between the two radios is in the last block.
+constexpr Killing twoWrites{"a write to each of two radios of one kind", test::twoKilledWrites, 3,
+                            "pairs that got their own content back"};
+
+/// Kills at one exchange in `stride`; returns how many cases broke a promise.
+int killEverywhere(const Killing& killing, int lastAddress, std::uint32_t stride) {
+    const auto exchanges = static_cast<std::uint32_t>(lastAddress / 16 + 1 + 3) - killing.leftOut;
     int cases = 0;
     int running = 0;
     int broken = 0;
@@ -48,8 +62,7 @@ int killEverywhere(int lastAddress, std::uint32_t stride) {
         }
         ++running;
         if (::fork() == 0) {
-            const auto wrong =
-                test::killedWrite({.lastAddress = lastAddress, .exchange = exchange});
+            const auto wrong = killing.kill({.lastAddress = lastAddress, .exchange = exchange});
             if (!wrong.empty()) {
                 fmt::print(stderr, "killed at exchange {}: {}\n", exchange, wrong);
             }
@@ -60,10 +73,9 @@ int killEverywhere(int lastAddress, std::uint32_t stride) {
     for (; running > 0; --running) {
         broken += reap();
     }
-    fmt::print(
-        "| kill -9 of a write with backup | at exchange 1, {} ... {}, 0000-{:04X} | {} | {} "
-        "backups intact and radios restored |\n",
-        1 + stride, exchanges, lastAddress, cases, cases - broken);
+    fmt::print("| kill -9 of {} | at exchange 1, {} ... {}, 0000-{:04X} | {} | {} {} |\n",
+               killing.what, 1 + stride, exchanges, lastAddress, cases, cases - broken,
+               killing.outcome);
     return broken;
 }
 
@@ -107,7 +119,8 @@ int main(int argc, char** argv) {
     broken += measure("silent from the 9th exchange on", {.silentFrom = 9});
     broken += measure("cable pulled behind the 20th exchange", {.goneAfter = 20});
     broken += measure("endless noise", {.babble = Babble{}});
-    broken += killEverywhere(0x1FF, 1);
-    broken += killEverywhere(0x1FFF, static_cast<std::uint32_t>(std::max(1L, stride)));
+    broken += killEverywhere(oneWrite, 0x1FF, 1);
+    broken += killEverywhere(twoWrites, 0x1FF, 1);
+    broken += killEverywhere(oneWrite, 0x1FFF, static_cast<std::uint32_t>(std::max(1L, stride)));
     return broken == 0 ? 0 : 1;
 }

@@ -120,5 +120,13 @@ TEST(ProgramFaults, AKilledWriteLeavesTheBackupAndARadioThatItRestores) {
     }
 }
 
+TEST(ProgramFaults, TwoRadiosWhoseWritesWereKilledGetTheirOwnContentBack) {
+    // The last of the blocks goes with exchange 34.
+    for (const std::uint32_t exchange : {1U, 20U}) {
+        EXPECT_EQ(test::twoKilledWrites({.lastAddress = 0x1FF, .exchange = exchange}), "")
+            << exchange;
+    }
+}
+
 }  // namespace
 }  // namespace k520
