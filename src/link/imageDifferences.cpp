@@ -119,7 +119,7 @@ bool addOwners(const ByteDifference& difference, Summary& summary) {
 
 void makeUnique(std::vector<int>& numbers) {
     std::ranges::sort(numbers);
-    numbers.erase(std::ranges::unique(numbers).begin(), numbers.end());
+    numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
 }
 
 /// Ascending numbers, neighbours drawn together: "1-3, 7".

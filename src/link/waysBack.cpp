@@ -46,7 +46,7 @@ void sortNewestFirst(std::vector<fs::path>& backups) {
                       : std::tuple(std::string(), 0, path);
     };
     std::ranges::sort(backups, std::ranges::greater(), age);
-    backups.erase(std::ranges::unique(backups).begin(), backups.end());
+    backups.erase(std::unique(backups.begin(), backups.end()), backups.end());
 }
 
 imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held) {
