@@ -6,6 +6,7 @@
 
 #include "app/Dialogs.h"
 #include "channels/gridCells.h"
+#include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
 #include "channels/modCtdcs.h"
 #include "channels/toneCode.h"
@@ -41,10 +42,10 @@ std::int16_t channelFrom(Source& source) {
 
 /// Mostly texts that a cell takes.
 std::string textFrom(Source& source) {
-    static constexpr std::array<std::string_view, 20> words{
-        "446.00625", "145.0124", "119.99", "550.1", "400", "470.0",      "1e3",
-        "88.5",      "D023N",    "d754i",  "265.0", "023", "None",       "High",
-        "Low",       "Wide",     "On",     "Off",   "",    "99999999999"};
+    static constexpr std::array<std::string_view, 24> words{
+        "446,1 MHz", "=+7.6", "=",   "无",   "446.00625", "145.0124", "119.99", "550.1",
+        "400",       "470.0", "1e3", "88.5", "D023N",     "d754i",    "265.0",  "023",
+        "None",      "High",  "Low", "Wide", "On",        "Off",      "",       "99999999999"};
     const std::size_t kind = source.byte();
     return kind < 0xC0 ? std::string(words[kind % words.size()]) : source.text(24);
 }
@@ -73,18 +74,25 @@ class InputDialogs : public Dialogs {
     Source& source_;
 };
 
+/// All of a block is pasted, or nothing and a box says why.
 void paste(Source& source) {
-    const auto [firstRow, firstCol] = cellFrom(source);
-    const auto& grid = modChMem::state().vsfgGridCh;
-    const auto block = gridCells::blockOf(source.text(120));
-    for (std::size_t i = 0; i < block.size(); ++i) {
-        for (std::size_t j = 0; j < block[i].size(); ++j) {
-            const int row = firstRow + static_cast<int>(i);
-            const int col = firstCol + static_cast<int>(j);
-            if (row < grid.rows() && col < grid.columns()) {
-                gridCells::put(row, col, block[i][j]);
-            }
-        }
+    const auto [row, col] = cellFrom(source);
+    const auto before = fuzz::theChannels();
+    const std::array<gridPaste::Place, 1> corner{{{row, col}}};
+    if (gridPaste::paste(source.text(120), corner).empty()) {
+        require(before == fuzz::theChannels(), "what is not pasted changes nothing");
+    }
+}
+
+/// A typed text goes into a cell that takes one; a given one is refused with a reason, too.
+void putText(Place place, const std::string& text, bool typed) {
+    if (gridCells::refuses(place.row, place.col)) {
+        return;
+    }
+    if (typed) {
+        gridCells::store(place.row, place.col, text);
+    } else if (const auto refusal = gridCells::put(place.row, place.col, text)) {
+        require(!refusal->reason.empty(), "a refusal says why");
     }
 }
 
@@ -127,8 +135,8 @@ void edit(Source& source) {
         case 0:
         case 1:
         case 2: {
-            const auto [row, col] = cellFrom(source);
-            gridCells::put(row, col, textFrom(source));
+            const auto place = cellFrom(source);
+            putText(place, textFrom(source), source.flag());
             break;
         }
         case 3: {

@@ -16,6 +16,7 @@
 #include "app/modFileCmd.h"
 #include "app/modShowErr.h"
 #include "app/modStartUp.h"
+#include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "image/documentOrigin.h"
@@ -49,6 +50,7 @@ inline void forgetAll() {
     modFileCmd::state() = {};
     documentOrigin::state() = {};
     virtualRadio::state() = {};
+    modChEdit::state() = {};
     static const modChMem::State fresh;
     modChMem::state() = fresh;
 }
@@ -116,6 +118,7 @@ struct Document {
             modChMem::state().ChInfo(static_cast<int>(i) + 1) = channels[i];
         }
         modChMem::state().vsfgGridCh = grid;
+        modChMem::state().newChannel.reset();
         modModel::state() = model;
         modSysSet::state() = options;
         modShowErr::state() = {};

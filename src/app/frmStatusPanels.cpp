@@ -75,7 +75,8 @@ void frmStatusPanels::SetSoftFace() {
 }
 
 void frmStatusPanels::refresh() {
-    const QString remark = qText(modFileCmd::shownRemark());
+    const std::string ofFile = modFileCmd::shownRemark();
+    const QString remark = qText(ofFile.empty() ? modChEdit::shownRemark() : ofFile);
     const QString state = softText(modChEdit::locked() ? lockedText : readyText);
     showPanel(*status_, statusText, QStringLiteral("%1  %2").arg(state, remark).trimmed());
     showPanel(*port_, portText, QStringLiteral("COM%1").arg(modCommun::state().portNumber));

@@ -213,6 +213,7 @@ void customRangeOk(std::string_view minText, std::string_view maxText) {
 void NewFileSol() {
     guarded("mdifrmMain->NewFileSol", [] {
         const mdimoduMain::SettingsSnapshot settings;
+        modChMem::state().newChannel.reset();
         modIicDat::InitTempArray();
         modChMem::ChInfoSaveSol(1);
         modChMem::ShowChTblGrid();

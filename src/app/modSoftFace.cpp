@@ -2,9 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/modSoftFace.h"
 
+#include <algorithm>
+
 #include "app/Checked.h"
 #include "app/Guard.h"
-#include "app/Text.h"
 #include "app/mdimoduMain.h"
 #include "app/softFaceTexts.h"
 
@@ -44,6 +45,15 @@ void FillSoftFace(std::int16_t& language) {
 
 const std::string& text(int index) {
     return checkedAt(state().SoftFace, index, "SoftFace");
+}
+
+std::string_view textIn(TextLanguage language, int index) noexcept {
+    const auto rows = softFaceRows();
+    const auto found = std::ranges::lower_bound(rows, index, {}, &SoftFaceRow::index);
+    if (found == rows.end() || found->index != index) {
+        return {};
+    }
+    return language == TextLanguage::chinese ? found->chinese : found->english;
 }
 
 }  // namespace k520::modSoftFace

@@ -5,6 +5,9 @@
 #include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
+
+#include "app/Text.h"
 
 /// The interface texts of the language in force.
 namespace k520::modSoftFace {
@@ -32,5 +35,9 @@ void FillSoftFace(std::int16_t& language);
 
 /// Text `index` of the table. Raises 9 outside 0 to 445.
 [[nodiscard]] const std::string& text(int index);
+
+/// The same in one of the two languages that have texts, whichever is in force; empty for an index
+/// that has none.
+[[nodiscard]] std::string_view textIn(TextLanguage language, int index) noexcept;
 
 }  // namespace k520::modSoftFace

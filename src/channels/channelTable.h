@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 
 #include "app/Checked.h"
@@ -56,6 +57,9 @@ class Channel {
     /// Tone texts (see toneCode.h); empty or the off text for off.
     std::string decodeTone;
     std::string encodeTone;
+    /// What was typed into columns that are no list (a name, an offset), by column. The radio's
+    /// memory has no place for them.
+    std::map<int, std::string> texts;
     /// Switched on by the command "Open channel", and its frequency not edited since.
     bool opened = false;
     /// The frequency edited last lies outside the band.

@@ -32,11 +32,11 @@ const std::string& ColumnDefinition::textOf(std::int32_t value) const {
     return entry(value < capacity ? value + firstText : capacity);
 }
 
-std::optional<std::int32_t> ColumnDefinition::valueOf(std::string_view text) const noexcept {
-    const auto all = texts();
-    const auto found = std::ranges::find(all, text);
-    return found == all.end() ? std::nullopt
-                              : std::optional(static_cast<std::int32_t>(found - all.begin()));
+std::optional<typedText::Entry> ColumnDefinition::meaningOf(std::string_view text) const {
+    const std::array<std::span<const std::string>, 2> lists{texts(), otherTexts_};
+    const auto found = typedText::entry(text, lists);
+    // The other language may have more entries.
+    return found && found->value < std::ssize(texts()) ? found : std::nullopt;
 }
 
 bool ColumnDefinition::isList() const {

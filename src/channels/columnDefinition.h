@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/typedText.h"
+
 namespace k520::modChMem {
 
 /// Keys of columns that the program treats in a way of their own; every other column is a list of
@@ -34,8 +36,10 @@ class ColumnDefinition {
 
     /// As a column without settings reads: fifty entries "0".
     ColumnDefinition() : entries_(capacity, "0") {}
-    /// The entries in front of the end marker.
-    explicit ColumnDefinition(std::vector<std::string> entries) : entries_(std::move(entries)) {}
+    /// The entries in front of the end marker, and the texts of the values in another language.
+    explicit ColumnDefinition(std::vector<std::string> entries,
+                              std::vector<std::string> otherTexts = {})
+        : entries_(std::move(entries)), otherTexts_(std::move(otherTexts)) {}
 
     /// An entry; an empty text behind the end marker. Raises 9 outside 0 to 49.
     [[nodiscard]] const std::string& entry(int index) const;
@@ -48,8 +52,9 @@ class ColumnDefinition {
     [[nodiscard]] std::span<const std::string> texts() const noexcept;
     /// The text of a value, as entry() gives it: -3 to -1 are the entries in front of the texts.
     [[nodiscard]] const std::string& textOf(std::int32_t value) const;
-    /// The first value that has this text.
-    [[nodiscard]] std::optional<std::int32_t> valueOf(std::string_view text) const noexcept;
+    /// The value that a person's text means, in every language that the settings have (see
+    /// typedText.h).
+    [[nodiscard]] std::optional<typedText::Entry> meaningOf(std::string_view text) const;
 
     /// Whether its cells are edited by choosing a text: true for every key that is not listed
     /// above.
@@ -57,6 +62,7 @@ class ColumnDefinition {
 
   private:
     std::vector<std::string> entries_;
+    std::vector<std::string> otherTexts_;
 };
 
 }  // namespace k520::modChMem

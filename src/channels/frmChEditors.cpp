@@ -207,6 +207,14 @@ QWidget* ChannelDelegate::createEditor(QWidget* parent, const QStyleOptionViewIt
 
 void ChannelDelegate::setEditorData(QWidget*, const QModelIndex&) const {}
 
+void ChannelDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
+                                   const QModelIndex& index) const {
+    const auto* line = qobject_cast<const QLineEdit*>(editor);
+    if (line == nullptr || line->isModified()) {
+        QStyledItemDelegate::setModelData(editor, model, index);
+    }
+}
+
 void ChannelDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                            const QModelIndex&) const {
     QRect place = option.rect;

@@ -22,6 +22,7 @@
 #include "channels/frmChEditors.h"
 #include "channels/frmChGridHeader.h"
 #include "channels/gridCells.h"
+#include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "desktop/CellGridModel.h"
@@ -387,31 +388,21 @@ void frmChGrid::cutCells() {
 }
 
 void frmChGrid::pasteCells() {
-    const QModelIndexList chosen = selectedIndexes();
-    const auto block = gridCells::blockOf(stdText(QApplication::clipboard()->text()));
-    if (block.size() == 1 && block[0].size() == 1) {
-        // One text for every chosen cell.
-        for (const QModelIndex& index : chosen) {
-            gridCells::put(CellGridModel::gridRow(index), CellGridModel::gridColumn(index),
-                           block[0][0]);
-        }
-        return;
+    std::vector<gridPaste::Place> chosen;
+    for (const QModelIndex& index : selectedIndexes()) {
+        chosen.push_back({CellGridModel::gridRow(index), CellGridModel::gridColumn(index)});
     }
-    QModelIndex corner = currentIndex();
-    for (const QModelIndex& index : chosen) {
-        corner = model_->index(std::min(corner.row(), index.row()),
-                               std::min(corner.column(), index.column()));
+    if (chosen.empty()) {
+        chosen = {
+            {CellGridModel::gridRow(currentIndex()), CellGridModel::gridColumn(currentIndex())}};
     }
-    int row = CellGridModel::gridRow(corner);
-    for (const auto& line : block) {
-        int col = CellGridModel::gridColumn(corner);
-        for (const std::string& text : line) {
-            if (model_->indexOf(row, col).isValid()) {
-                gridCells::put(row, col, text);
-            }
-            ++col;
-        }
-        ++row;
+    QItemSelection pasted;
+    for (const auto& [row, col] :
+         gridPaste::paste(stdText(QApplication::clipboard()->text()), chosen)) {
+        pasted.select(model_->indexOf(row, col), model_->indexOf(row, col));
+    }
+    if (!pasted.isEmpty()) {
+        selectionModel()->select(pasted, QItemSelectionModel::ClearAndSelect);
     }
 }
 

@@ -43,23 +43,6 @@ std::string clearedText(int row, int col) {
     return definition.textOf(definition.defaultValue());
 }
 
-/// The frequency that opening a channel gave it counts as edited once it was typed.
-bool awaitsFrequency(int row, int col) {
-    return isFrequency(col) && modChMem::ChInfo()(row).opened;
-}
-
-/// Cuts a text at every `separator`; a text without any is one piece.
-std::vector<std::string_view> pieces(std::string_view text, char separator) {
-    std::vector<std::string_view> all;
-    for (auto end = text.find(separator); end != std::string_view::npos;
-         end = text.find(separator)) {
-        all.push_back(text.substr(0, end));
-        text.remove_prefix(end + 1);
-    }
-    all.push_back(text);
-    return all;
-}
-
 }  // namespace
 
 bool refuses(int row, int col) {
@@ -77,9 +60,10 @@ bool refuses(int row, int col) {
 
 bool store(int row, int col, const std::string& text) {
     const Cell& cell = cells().cell(row, col);
-    const auto isChoice = [&] { return std::ranges::count(cell.choices, text) != 0; };
-    const bool nothingNew = text == cell.text && !awaitsFrequency(row, col);
-    if (modChEdit::locked() || nothingNew || (cell.editMode == EditMode::list && !isChoice())) {
+    const bool nothingNew = text == cell.text && (text.empty() || !isFrequency(col));
+    const bool noEntry =
+        cell.editMode == EditMode::list && !modChMem::columnOf(col).meaningOf(text);
+    if (modChEdit::locked() || nothingNew || noEntry) {
         return false;
     }
     if (isTone(col)) {
@@ -91,33 +75,20 @@ bool store(int row, int col, const std::string& text) {
     return true;
 }
 
-void put(int row, int col, const std::string& text) {
-    if (!refuses(row, col)) {
-        store(row, col, text);
+std::optional<channelEdit::Refusal> put(int row, int col, const std::string& text) {
+    modChMem::Channel channel = modChMem::ChInfo()(row);
+    std::string remark;
+    auto refusal = channelEdit::give(channel, col, text, remark);
+    if (!refusal) {
+        modChEdit::takeChannel(toInt16(row), std::move(channel), std::move(remark));
     }
+    return refusal;
 }
 
 void clear(int row, int col) {
     if (!refuses(row, col)) {
         store(row, col, clearedText(row, col));
     }
-}
-
-std::vector<std::vector<std::string>> blockOf(std::string_view text) {
-    if (text.ends_with('\n')) {
-        text.remove_suffix(1);
-    }
-    std::vector<std::vector<std::string>> block;
-    for (std::string_view line : pieces(text, '\n')) {
-        if (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        auto& texts = block.emplace_back();
-        for (const std::string_view cell : pieces(line, '\t')) {
-            texts.emplace_back(trimBlanks(cell));
-        }
-    }
-    return block;
 }
 
 std::string tipOf(int row, int col) {

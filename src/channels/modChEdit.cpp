@@ -10,12 +10,9 @@
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
+#include "channels/channelEdit.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
-#include "channels/modCtdcs.h"
-#include "channels/modModel.h"
-#include "channels/toneCode.h"
-#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 
 namespace k520::modChEdit {
@@ -23,6 +20,7 @@ namespace k520::modChEdit {
 namespace {
 
 namespace column = modChMem::column;
+using channelEdit::Kind;
 using modChMem::Channel;
 using modChMem::columnOf;
 
@@ -39,33 +37,27 @@ CellGrid& grid() {
     return modChMem::state().vsfgGridCh;
 }
 
-/// A column whose cells hold one of a list of texts.
+/// A column of parameters whose cells hold one of a list of texts.
 bool isListColumn(int col) {
-    return col >= modChMem::firstParameter && columnOf(col).isList();
+    return col >= modChMem::firstParameter && channelEdit::kindOf(col) == Kind::list;
 }
 
 // Before an edit.
 
 EditMode editModeOf(int col) {
-    switch (col) {
-        case column::rx:
-        case column::tx:
-            return EditMode::keyboard;
-        case column::decode:
-        case column::encode:
+    switch (channelEdit::kindOf(col)) {
+        case Kind::tone:
             return EditMode::none;
-        default:
+        case Kind::list:
             return EditMode::list;
+        default:
+            return EditMode::keyboard;
     }
 }
 
 bool refusesEdit(int row, int col) {
     grid().setEditing(row, col, editModeOf(col));
-    const Channel& channel = channelAt(row);
-    if (!channel.present()) {
-        return col != column::rx;
-    }
-    if (col == column::encode && !channel.transmits()) {
+    if (channelEdit::refusalOf(channelAt(row), col)) {
         return true;
     }
     if (isListColumn(col)) {
@@ -77,88 +69,14 @@ bool refusesEdit(int row, int col) {
 
 // After an edit.
 
-std::int32_t limitToBand(std::int32_t value) {
-    const auto& band = modModel::state();
-    if (value < band.absoluteMin) {
-        return band.bandLow;
-    }
-    return value > band.absoluteMax ? band.bandHigh : value;
+void remark(std::string words) {
+    state() = {std::move(words), documentOrigin::state().now};
 }
 
-void setDefaults(Channel& channel) {
-    for (int k = modChMem::firstParameter; k <= modChMem::state().ColNum; ++k) {
-        if (channel.field(k) == -1) {
-            channel.field(k) = columnOf(k).defaultValue();
-        }
-    }
-}
-
-/// A receive frequency alone makes a whole channel.
-void completeChannel(int row) {
+void storeCell(int row, int col, std::string_view text) {
     Channel& channel = channelAt(row);
-    if (grid().text(row, column::tx).empty()) {
-        channel.txFre() = channel.rxFre();
-        setDefaults(channel);
-    }
-}
-
-/// Without an encode tone of its own a channel takes its decode tone. What counts is what the grid
-/// shows: a tone from a time without transmit frequency was never seen, and goes.
-void completeEncodeTone(int row) {
-    Channel& channel = channelAt(row);
-    if (channel.encodeTone.empty()) {
-        grid().setText(row, column::encode, grid().text(row, column::decode));
-    }
-    channel.encodeTone = grid().text(row, column::encode);
-}
-
-void storeFrequency(int row, int col, double mhz) {
-    const auto snapped = ModifyTxRxFre(std::to_string(frequency::fromMhz(mhz)));
-    if (snapped) {
-        Channel& channel = channelAt(row);
-        const std::int32_t value = limitToBand(*snapped);
-        channel.field(col) = value;
-        channel.outOfBand = !modModel::inBand(value);
-        channel.opened = false;
-        col == column::tx ? completeEncodeTone(row) : completeChannel(row);
-    }
-}
-
-void emptyChannel(Channel& channel) {
-    channel.decodeTone.clear();
-    channel.encodeTone.clear();
-    channel.opened = channel.outOfBand = false;
-    for (int k = 1; k <= modChMem::state().ColNum; ++k) {
-        channel.field(k) = -1;
-    }
-}
-
-void storeCell(int row, int col) {
-    Channel& channel = channelAt(row);
-    const std::string text = grid().text(row, col);
     channel.modified() = 1;
-    if (col != column::rx && col != column::tx) {
-        const auto value = isListColumn(col) ? columnOf(col).valueOf(text) : std::nullopt;
-        if (!value) {
-            throw RuntimeError(errNum::invalidCall,
-                               fmt::format("\"{}\" is no entry of column {}", text, col));
-        }
-        channel.field(col) = *value;
-    } else if (const auto mhz = parseNumber(text)) {
-        storeFrequency(row, col, *mhz);
-    } else if (col == column::tx) {
-        channel.txFre() = frequency::none;
-        channel.encodeTone.clear();
-    } else {
-        emptyChannel(channel);
-    }
-}
-
-std::string& toneOf(Channel& channel, int col) {
-    if (col != column::decode && col != column::encode) {
-        throw RuntimeError(errNum::invalidCall, fmt::format("column {} holds no tone", col));
-    }
-    return col == column::decode ? channel.decodeTone : channel.encodeTone;
+    remark(channelEdit::type(channel, col, text));
 }
 
 void stepValue(int row, int col) {
@@ -171,21 +89,18 @@ void stepValue(int row, int col) {
     grid().setText(row, col, definition.textOf(value));
 }
 
-// The pop-up menu's commands.
+}  // namespace
 
-void switchOn(Channel& channel) {
-    if (channel.present()) {
-        return;
-    }
-    emptyChannel(channel);
-    channel.modified() = 1;
-    channel.rxFre() = channel.txFre() = modModel::state().bandLow;
-    channel.decodeTone = channel.encodeTone = modCtdcs::state().CtdcsOffText;
-    channel.opened = true;
-    setDefaults(channel);
+State& state() {
+    static State instance;
+    return instance;
 }
 
-}  // namespace
+std::string shownRemark() {
+    const auto& [text, said] = state();
+    const auto& now = documentOrigin::state().now;
+    return now.document == said.document && now.edit - said.edit <= 1 ? text : std::string();
+}
 
 bool locked() {
     return mdimoduMain::state().lockState == mdimoduMain::locked;
@@ -204,7 +119,22 @@ void vsfgGridCh_AfterEdit(std::int16_t row, std::int16_t col) {
     if (locked()) {
         return;
     }
-    guarded("frmChMem->vsfgGridCh_AfterEdit:", [&] { storeCell(row, col); });
+    remark({});
+    guarded("frmChMem->vsfgGridCh_AfterEdit:",
+            [&] { storeCell(row, col, std::string(grid().text(row, col))); });
+    modChMem::showChannel(row);
+    documentOrigin::edited();
+}
+
+void takeChannel(std::int16_t row, modChMem::Channel channel, std::string words) {
+    if (locked()) {
+        return;
+    }
+    guarded("frmChMem->vsfgGridCh_AfterEdit:", [&] {
+        remark(std::move(words));
+        channel.modified() = 1;
+        channelAt(row) = std::move(channel);
+    });
     modChMem::showChannel(row);
     documentOrigin::edited();
 }
@@ -220,14 +150,15 @@ void cboGridChCtdcs_LostFocus(std::int16_t row, std::int16_t col, std::string_vi
     if (locked()) {
         return;
     }
+    remark({});
     guarded("frmChMem->cboGridChCtdcs_LostFocus:", [&] {
-        Channel& channel = channelAt(row);
-        std::string& tone = toneOf(channel, col);
-        tone = toneCode::normaliseTone(text).value_or(modCtdcs::state().CtdcsOffText);
-        channel.modified() = 1;
-        grid().setText(row, col, tone);
-        documentOrigin::edited();
+        if (channelEdit::kindOf(col) != Kind::tone) {
+            throw RuntimeError(errNum::invalidCall, fmt::format("column {} holds no tone", col));
+        }
+        storeCell(row, col, text);
     });
+    modChMem::showChannel(row);
+    documentOrigin::edited();
 }
 
 void vsfgGridCh_DblClick(std::int16_t row, std::int16_t col) {
@@ -265,7 +196,13 @@ void openChannel(std::int16_t channel) {
     if (locked()) {
         return;
     }
-    guarded("frmChMem->openChannel:", [&] { switchOn(channelAt(channel)); });
+    guarded("frmChMem->openChannel:", [&] {
+        Channel& row = channelAt(channel);
+        if (!row.present()) {
+            row.modified() = 1;
+            channelEdit::open(row);
+        }
+    });
     modChMem::showChannel(channel);
     documentOrigin::edited();
 }
@@ -275,6 +212,7 @@ void saveAsDefault(std::int16_t channel) {
         if (!channelAt(channel).present()) {
             return;
         }
+        modChMem::state().newChannel = channelAt(channel);
         modChMem::encodeChannel(channel);
         const int start = channelRecord::address(channel);
         for (int i = 0; i < channelRecord::size; ++i) {

@@ -40,6 +40,7 @@ void DelOneChannel(std::int16_t channel) {
         restoreRecord(channel);
         row.decodeTone.clear();
         row.encodeTone.clear();
+        row.texts.clear();
         // All that changed in the grid: the row becomes blank, in DefColor.
         showChannel(channel);
     });

@@ -49,6 +49,9 @@ struct State {
     /// Scratch of SeparateFreChar and QtDqtCharToIic.
     std::array<std::uint8_t, 4> SepArr{};
 
+    /// The channel that "Save as default" was said of: new ones get its tones and parameters.
+    std::optional<Channel> newChannel;
+
     CellGrid vsfgGridCh;
     /// The channel that the pop-up menu acts on.
     std::int16_t currentChannel = 0;

@@ -114,6 +114,7 @@ void setEmpty(int number) {
 void decodeChannel(std::int16_t number) {
     Channel& channel = state().ChInfo(number);
     channel.opened = channel.outOfBand = false;
+    channel.texts.clear();
     if (!frequencyPresent(recordByte(number, offset::rx + frequencyLength - 1))) {
         setEmpty(number);
         return;

@@ -6,6 +6,7 @@
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "channels/modChMem.h"
+#include "channels/modCtdcs.h"
 #include "channels/modModel.h"
 
 namespace k520::modChMem {
@@ -32,12 +33,16 @@ void readNumber(std::int16_t& target, int key, std::string_view defaultText) {
     });
 }
 
+constexpr int chineseBase = 1000;
+constexpr int englishBase = 3000;
+
 /// The key of entry 0 of a column's definition.
-int firstKey(int column) {
-    return keyBase() + 200 + (column - 1) * ColumnDefinition::capacity;
+int firstKey(int base, int column) {
+    return base + 200 + (column - 1) * ColumnDefinition::capacity;
 }
 
-ColumnDefinition readColumn(int key) {
+/// The entries from a key on, up to the end marker.
+std::vector<std::string> readEntries(int key) {
     std::vector<std::string> entries;
     for (int j = 0; j < ColumnDefinition::capacity; ++j) {
         std::string text = setting(key + j, entryBuffer, "0");
@@ -46,7 +51,24 @@ ColumnDefinition readColumn(int key) {
         }
         entries.push_back(std::move(text));
     }
-    return ColumnDefinition(std::move(entries));
+    return entries;
+}
+
+/// A column's texts in the other language; none where its block has another column there.
+std::vector<std::string> readOtherTexts(int column, const std::string& columnKey) {
+    const int key = firstKey(chineseBase + englishBase - keyBase(), column);
+    if (setting(key, entryBuffer, "") != columnKey) {
+        return {};
+    }
+    const ColumnDefinition other(readEntries(key));
+    return {other.texts().begin(), other.texts().end()};
+}
+
+ColumnDefinition readColumn(int column) {
+    auto entries = readEntries(firstKey(keyBase(), column));
+    auto others =
+        entries.empty() ? std::vector<std::string>{} : readOtherTexts(column, entries.front());
+    return ColumnDefinition(std::move(entries), std::move(others));
 }
 
 void readWidths(int base) {
@@ -60,7 +82,7 @@ void readColumns() {
     State& s = state();
     for (int k = 1; k <= s.ColNum; ++k) {
         ColumnDefinition& definition = checkedAt(s.ChColDef, k - 1, "ChColDef");
-        definition = readColumn(firstKey(k));
+        definition = readColumn(k);
     }
 }
 
@@ -148,6 +170,16 @@ void blankRow(int row) {
     paintRow(row, defColour());
 }
 
+const std::string& parameterText(const Channel& channel, int col) {
+    const auto typed = channel.texts.find(col);
+    return typed != channel.texts.end() ? typed->second : columnOf(col).textOf(channel.field(col));
+}
+
+/// A tone that was never chosen is off.
+const std::string& shownTone(const std::string& tone) {
+    return tone.empty() ? modCtdcs::state().CtdcsOffText : tone;
+}
+
 void drawChannel(std::int16_t number) {
     const Channel& channel = state().ChInfo(number);
     if (!channel.present()) {
@@ -165,12 +197,13 @@ void drawChannel(std::int16_t number) {
 }  // namespace
 
 int defaultKey(int column) {
-    return firstKey(column) + 2;
+    return firstKey(keyBase(), column) + 2;
 }
 
 int keyBase() {
     mdimoduMain::correctLanguage();
-    return mdimoduMain::state().Language == mdimoduMain::languageChinese ? 1000 : 3000;
+    return mdimoduMain::state().Language == mdimoduMain::languageChinese ? chineseBase
+                                                                         : englishBase;
 }
 
 void ReadChInfo() {
@@ -215,7 +248,7 @@ void ChParaShow(std::int16_t channel) {
                 continue;
             }
             s.vsfgGridCh.setText(channel, k, "");
-            s.vsfgGridCh.setText(channel, k, columnOf(k).textOf(s.ChInfo(channel).field(k)));
+            s.vsfgGridCh.setText(channel, k, parameterText(s.ChInfo(channel), k));
         }
     });
 }
@@ -241,7 +274,7 @@ void TxFreShow(std::int16_t channel) {
 void CtdcsDecShow(std::int16_t channel) {
     guarded("modChMem->CtdcsDecShow", [&] {
         State& s = state();
-        s.vsfgGridCh.setText(channel, column::decode, s.ChInfo(channel).decodeTone);
+        s.vsfgGridCh.setText(channel, column::decode, shownTone(s.ChInfo(channel).decodeTone));
     });
 }
 
@@ -249,7 +282,8 @@ void CtdcsEncShow(std::int16_t channel) {
     guarded("modChMem->CtdcsEncShow", [&] {
         State& s = state();
         const Channel& row = s.ChInfo(channel);
-        s.vsfgGridCh.setText(channel, column::encode, row.transmits() ? row.encodeTone : "");
+        s.vsfgGridCh.setText(channel, column::encode,
+                             row.transmits() ? shownTone(row.encodeTone) : "");
     });
 }
 

@@ -12,6 +12,7 @@
 #include "app/Dialogs.h"
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "channels/cellText.h"
 #include "channels/codecTexts.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
@@ -80,7 +81,7 @@ void applyBand(bool mayAsk) {
 
 /// A custom limit in 10 Hz; nothing for a text that is no number or for one beyond the range.
 std::optional<std::int32_t> customLimit(std::string_view text) {
-    const auto number = parseNumber(text);
+    const auto number = cellText::megahertz(text);
     const double limit = roundHalfEven(number.value_or(0) * frequency::perMhz);
     return limit >= wholeRange.low && limit <= wholeRange.high
                ? std::optional(static_cast<std::int32_t>(limit))

@@ -134,6 +134,10 @@ std::string_view offTextOf(std::int16_t language) noexcept {
                                           : offTexts.back();
 }
 
+std::span<const std::string_view> allOffTexts() noexcept {
+    return offTexts;
+}
+
 std::string toneText(std::uint16_t word, std::string_view offText) {
     if (word >= lowestTenths && word <= highestTenths) {
         return ctcssText(word);
@@ -164,7 +168,8 @@ std::optional<std::string> normaliseTone(std::string_view typed) {
             return ctcssText(static_cast<int>(tenths));
         }
     }
-    return dcsFromDigits(text.starts_with('D') ? text.substr(1) : text);
+    const bool lettered = text.starts_with('D') || text.starts_with('d');
+    return dcsFromDigits(lettered ? text.substr(1) : text);
 }
 
 }  // namespace k520::toneCode

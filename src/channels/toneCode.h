@@ -36,6 +36,9 @@ inline constexpr int dcsCount = 105;
 /// The off text of an interface language, 1 to 3; that of language 3 for any other number.
 [[nodiscard]] std::string_view offTextOf(std::int16_t language) noexcept;
 
+/// The off texts of all languages.
+[[nodiscard]] std::span<const std::string_view> allOffTexts() noexcept;
+
 /// The text of a stored word; `offText` for off and for every word that is no tone.
 [[nodiscard]] std::string toneText(std::uint16_t word, std::string_view offText);
 
@@ -53,7 +56,8 @@ inline constexpr int dcsCount = 105;
 ///  - A number of 60.0 to 265.0 is a CTCSS tone: "88.54" becomes "88.5".
 ///  - Any other number is a DCS code without letters and needs three octal digits in front: "023"
 ///    becomes "D023N".
-///  - A text with or without "D" in front needs three octal digits next, then takes "N", "n", "I"
+///  - A text with or without "D" or "d" in front needs three octal digits next, then takes "N",
+///  "n", "I"
 ///    or "i" for the polarity and N for anything else: "D023", "023x" and "D023N5" become "D023N".
 [[nodiscard]] std::optional<std::string> normaliseTone(std::string_view typed);
 

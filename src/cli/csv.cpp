@@ -11,6 +11,7 @@
 #include "app/Checked.h"
 #include "app/Files.h"
 #include "app/RuntimeError.h"
+#include "app/typedText.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "cli/Failure.h"
@@ -19,6 +20,7 @@
 #include "cli/csvText.h"
 #include "cli/document.h"
 #include "cli/edit.h"
+#include "cli/editTexts.h"
 #include "cli/output.h"
 #include "cli/picture.h"
 #include "cli/program.h"
@@ -29,6 +31,10 @@ namespace {
 
 constexpr const char* channelTitle = "channel";
 constexpr std::size_t largestCsv = 16U << 20U;
+
+[[noreturn]] void failAt(int line, const std::string& reason) {
+    fail(say(texts::csvLineReason, line, reason));
+}
 
 /// The columns that stand in a CSV file: all but the reserved one.
 std::vector<int> csvColumns() {
@@ -72,15 +78,15 @@ std::vector<int> columnsOfTitles(const CsvRow& titles) {
         const auto name = lowerAscii(trimBlanks(cell));
         const int col = name == channelTitle ? 0 : columnOfKey(name);
         if (col == 0 && name != channelTitle) {
-            fail(fmt::format("line {}: there is no column \"{}\"", titles.line, cell));
+            failAt(titles.line, say(texts::csvTitleUnknown, typedText::shown(cell)));
         }
         if (std::ranges::find(columns, col) != columns.end()) {
-            fail(fmt::format("line {}: the column \"{}\" stands there twice", titles.line, cell));
+            failAt(titles.line, say(texts::csvTitleTwice, cell));
         }
         columns.push_back(col);
     }
     if (std::ranges::find(columns, 0) == columns.end()) {
-        fail(fmt::format("line {}: the column \"{}\" is missing", titles.line, channelTitle));
+        failAt(titles.line, say(texts::csvTitleMissing, channelTitle));
     }
     return columns;
 }
@@ -95,14 +101,14 @@ int channelNumber(const std::string& text) {
     const auto number = parseWhole(trimBlanks(text));
     const int channels = modChMem::state().ChNum;
     if (!number || *number < 1 || *number > channels) {
-        fail(fmt::format("\"{}\" is no channel; there are channels 1 to {}", text, channels));
+        fail(say(texts::csvNoChannel, typedText::shown(text), channels));
     }
     return *number;
 }
 
 ImportRow importRow(const CsvRow& row, const std::vector<int>& columns) {
     if (row.cells.size() != columns.size()) {
-        fail(fmt::format("{} cells under {} titles", row.cells.size(), columns.size()));
+        fail(say(texts::csvCellCount, row.cells.size(), columns.size()));
     }
     ImportRow result;
     result.cells.resize(static_cast<std::size_t>(modChMem::state().ColNum) + 1);
@@ -151,7 +157,7 @@ void takeRow(const ImportRow& row) {
 
 void takeRows(const std::vector<CsvRow>& rows) {
     if (rows.empty()) {
-        fail("there is no line with titles");
+        fail(say(texts::csvNoTitles));
     }
     const auto columns = columnsOfTitles(rows.front());
     std::set<int> seen;
@@ -159,11 +165,11 @@ void takeRows(const std::vector<CsvRow>& rows) {
         try {
             const auto row = importRow(rows[i], columns);
             if (!seen.insert(row.channel).second) {
-                fail(fmt::format("channel {} stands there twice", row.channel));
+                fail(say(texts::csvChannelTwice, row.channel));
             }
             takeRow(row);
         } catch (const Failure& failure) {
-            fail(fmt::format("line {}: {}", rows[i].line, failure.what()));
+            failAt(rows[i].line, failure.what());
         }
     }
 }
@@ -172,7 +178,7 @@ std::string readCsv(const std::string& path) {
     try {
         const auto content = files::read(path, largestCsv);
         if (content.size > largestCsv) {
-            fail(path + ": too large for a list of channels");
+            fail(say(texts::csvTooLarge, path));
         }
         return {content.bytes.begin(), content.bytes.end()};
     } catch (const RuntimeError& error) {
@@ -235,7 +241,7 @@ int runImport(const Arguments& arguments) {
     } catch (const Failure& failure) {
         fail(std::string(failure.what()).starts_with(csv)
                  ? failure.what()
-                 : fmt::format("{}: {}", csv, failure.what()));
+                 : say(texts::keyWithReason, csv, failure.what()));
     }
     saveDocument(arguments.get("output").value_or(file));
     return exitDone;

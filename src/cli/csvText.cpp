@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "cli/Failure.h"
+#include "cli/editTexts.h"
 
 namespace k520::cli {
 
@@ -38,7 +39,7 @@ class Reader {
         } while (take(','));
         const bool ended = take('\r');
         if (!take('\n') && !ended && at_ < text_.size()) {
-            fail(fmt::format("line {}: text behind a closing quote", line_));
+            fail(say(texts::csvLineReason, line_, say(texts::csvAfterQuote)));
         }
         ++line_;
         return row;
@@ -64,7 +65,7 @@ class Reader {
             line_ += c == '\n' ? 1 : 0;
             cell += c;
         }
-        fail(fmt::format("line {}: a quote is never closed", begin));
+        fail(say(texts::csvLineReason, begin, say(texts::csvOpenQuote)));
     }
 
     bool take(char wanted) {

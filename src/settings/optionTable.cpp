@@ -201,21 +201,35 @@ constexpr bool isOrdered() {
 }
 static_assert(isOrdered());
 
-std::string entryText(const Option& option, int value) {
+/// The text of an entry; `textOf` gives the interface texts of a language.
+template <class TextOf>
+std::string entryText(const Option& option, int value, TextOf textOf) {
     const bool isFirst = value == 0;
     switch (option.entries) {
         case texts:
-            return modSoftFace::text(option.firstText + value);
+            return std::string(textOf(option.firstText + value));
         case offThenNumbers:
-            return isFirst ? modSoftFace::text(option.firstText) : fmt::to_string(value);
+            return isFirst ? std::string(textOf(option.firstText)) : fmt::to_string(value);
         case offThenSeconds:
-            return isFirst
-                       ? modSoftFace::text(option.firstText)
-                       : fmt::format("{}{}", secondsStep * value, modSoftFace::text(secondsText));
+            return isFirst ? std::string(textOf(option.firstText))
+                           : fmt::format("{}{}", secondsStep * value, textOf(secondsText));
         case numbers:
             break;
     }
     return fmt::to_string(value);
+}
+
+template <class TextOf>
+std::vector<std::string> allEntries(const Option& option, TextOf textOf) {
+    std::vector<std::string> entries;
+    for (int value = 0; value <= option.max; ++value) {
+        entries.push_back(entryText(option, value, textOf));
+    }
+    return entries;
+}
+
+std::vector<std::string> entriesIn(TextLanguage language, const Option& option) {
+    return allEntries(option, [=](int index) { return modSoftFace::textIn(language, index); });
 }
 
 bool isEntry(const Option& option, double value) noexcept {
@@ -267,27 +281,21 @@ const std::string& captionText(const Option& option) {
 }
 
 std::vector<std::string> entryTexts(const Option& option) {
-    std::vector<std::string> entries;
-    for (int value = 0; value <= option.max; ++value) {
-        entries.push_back(entryText(option, value));
-    }
-    return entries;
+    return allEntries(option, modSoftFace::text);
 }
 
 std::string valueText(const Option& option, std::int16_t value) {
-    const std::string text = isEntry(option, value) ? entryText(option, value) : std::string();
+    const std::string text =
+        isEntry(option, value) ? entryText(option, value, modSoftFace::text) : std::string();
     return text.empty() ? fmt::to_string(value) : text;
 }
 
-std::optional<std::int16_t> parseValue(const Option& option, std::string_view text) {
-    const std::string wanted = lowerAscii(trimBlanks(text));
-    for (std::int16_t value = 0; value <= option.max; ++value) {
-        if (!wanted.empty() && lowerAscii(entryText(option, value)) == wanted) {
-            return value;
-        }
-    }
-    const auto index = parseNumber(wanted);
-    return index && isEntry(option, *index) ? std::optional(toInt16(*index)) : std::nullopt;
+std::optional<typedText::Entry> parseValue(const Option& option, std::string_view text) {
+    const auto inForce = entryTexts(option);
+    const auto chinese = entriesIn(TextLanguage::chinese, option);
+    const auto english = entriesIn(TextLanguage::english, option);
+    return typedText::entry(text,
+                            std::array<std::span<const std::string>, 3>{inForce, chinese, english});
 }
 
 std::vector<ImageBits> ownedBits(const Option& option) {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/typedText.h"
 #include "image/MemoryImage.h"
 
 /// The sixteen radio-wide options: one row joins an option's number, names, texts, place in the
@@ -87,9 +88,10 @@ struct Option {
 /// The entry's text; the number itself where there is no such entry or its text is empty.
 [[nodiscard]] std::string valueText(const Option& option, std::int16_t value);
 
-/// The way back: an entry's text (the letters' case does not count), or else its index. Nothing
-/// for any other text.
-[[nodiscard]] std::optional<std::int16_t> parseValue(const Option& option, std::string_view text);
+/// The way back: the entry that a person's text means, in Chinese and in English whatever the
+/// language in force (see typedText.h). Nothing for any other text.
+[[nodiscard]] std::optional<typedText::Entry> parseValue(const Option& option,
+                                                         std::string_view text);
 
 /// The bits of the image that belong to the option: those that encoding sets, or those that a
 /// read-only option is read from. Bits of a whole byte that do not count for the value are among

@@ -47,13 +47,21 @@ TEST_F(Edit, TypedFrequencies) {
 
 TEST_F(Edit, ALifeOfAChannel) {
     const std::tuple<std::int16_t, const char*, const char*> steps[] = {
-        {1, "440", "440|440|67.0||wide|high|no|tone"},
-        {1, "150", "150|440|67.0||wide|high|no|tone"},
+        {1, "440", "440|440|None|None|wide|high|no|tone"},
+        {1, "150", "150|440|None|None|wide|high|no|tone"},
+        {3, "67", "150|440|67.0|None|wide|high|no|tone"},
         {2, "152", "150|152|67.0|67.0|wide|high|no|tone"},
         {3, "9", "150|152|None|67.0|wide|high|no|tone"},
         {4, "023i", "150|152|None|D023I|wide|high|no|tone"},
         {2, "153", "150|153|None|D023I|wide|high|no|tone"},
         {2, "", "150||None||wide|high|no|tone"},
+        {2, "151", "150|151|None|None|wide|high|no|tone"},
+        {2, "", "150||None||wide|high|no|tone"},
+        {1, "150", "150|150|None|None|wide|high|no|tone"},
+        {2, "=+1,5 MHz", "150|151.5|None|None|wide|high|no|tone"},
+        {2, "= -0.0124", "150|149.9875|None|None|wide|high|no|tone"},
+        {2, "=1", "150||None||wide|high|no|tone"},
+        {2, "=", "150|150|None|None|wide|high|no|tone"},
         {2, "151", "150|151|None|None|wide|high|no|tone"},
         {8, "carrier", "150|151|None|None|wide|high|no|carrier"},
         {8, "x", "150|151|None|None|wide|high|no|carrier"},
@@ -80,7 +88,23 @@ TEST_F(Edit, ALifeOfAChannel) {
     channel(1).txFre() = -1;
     modChMem::ShowChTblGrid();
     type(1, 2, "151");
-    EXPECT_EQ(row(1) + channel(1).encodeTone, "150|151|||narrow|low|no|off");
+    EXPECT_EQ(row(1) + channel(1).encodeTone, "150|151|None|None|narrow|low|no|off");
+}
+
+TEST_F(Edit, RemarksOnWhatBecameOfAText) {
+    const std::tuple<std::int16_t, const char*, const char*> cases[] = {
+        {1, "600", "600 is beyond 120 - 550 MHz; limited to 174 MHz"},
+        {2, "1e2 mhz", "1e2 mhz is beyond 120 - 550 MHz; limited to 136 MHz"},
+        {1, "150", ""},
+        {3, "9", "9 is not a tone; the tone is off now"},
+        {4, "none", ""},
+        {8, "2", "2 is not an entry; taken as entry number 2: tone"},
+        {8, "Carrier", ""}};
+    for (const auto& [col, typed, remark] : cases) {
+        type(1, col, typed);
+        EXPECT_EQ(state().remark, remark);
+    }
+    EXPECT_EQ(row(1), "150|136|None|None|narrow|low|no|carrier");
 }
 
 TEST_F(Edit, WhichCellsMayBeEdited) {
@@ -138,7 +162,7 @@ TEST_F(Edit, TheCellsThatAreDifferent) {
         EXPECT_EQ(grid().cell(100, col).choices.empty(), col == 10);
     }
     modChMem::ShowChTblGrid();
-    EXPECT_EQ(row(100), "150||||narrow|low|no|off|0|0||0");
+    EXPECT_EQ(row(100), "150||None||narrow|low|no|off|0|0||0");
 }
 
 TEST_F(Edit, ThePopUpMenu) {
@@ -166,12 +190,44 @@ TEST_F(Edit, ThePopUpMenu) {
     EXPECT_FALSE(gridCells::refuses(2, 1));
     EXPECT_TRUE(gridCells::store(2, 1, "136"));
     EXPECT_EQ(colour(2, 8), def);
-    EXPECT_FALSE(gridCells::store(2, 1, "136"));
+    // A frequency that is typed again is an edit, too: here it makes the channel transmit.
+    type(2, 2, "");
+    EXPECT_TRUE(gridCells::store(2, 1, "136"));
+    EXPECT_EQ(row(2), "136|136|None|None|narrow|low|yes|tone");
+    EXPECT_FALSE(gridCells::store(2, 6, "low") || gridCells::store(2, 3, "None"));
     type(2, 1, "150");
+    type(2, 3, "67.0");
     saveAsDefault(2);
     saveAsDefault(3);  // empty: nothing to save
     EXPECT_EQ(get(modIicDat::IicDatDef(), 0x20, 8), (Bytes{0, 0, 0, 0x15, 0, 0, 0x60, 0x13}));
     EXPECT_EQ(modIicDat::IicDatDef()(0x30), 0);
+    // New channels get its tones and parameters from now on, until New.
+    modChMem::DelOneChannel(2);
+    type(2, 1, "151");
+    openChannel(3);
+    EXPECT_EQ(row(2), "151|151|67.0|None|narrow|low|yes|tone");
+    EXPECT_EQ(row(3), "136|136|67.0|None|narrow|low|yes|tone");
+    modFileCmd::NewFileSol();
+    type(4, 1, "151");
+    EXPECT_EQ(row(4).substr(0, 18), "151|151|None|None|");
+}
+
+TEST_F(Edit, ColumnsThatAreNoListTakeWhatTheyCanHold) {
+    modChMem::GetValidCharTbl();
+    modChMem::state().ChColDef[4] = modChMem::ColumnDefinition({"CHNAME"});
+    modChMem::state().ChColDef[5] = modChMem::ColumnDefinition({"OFFSET"});
+    const std::tuple<int, const char*, const char*> cases[] = {
+        {5, "Base 1", "BASE 1"},   {5, "a.b", "BASE 1"}, {5, "ＡＢ", "AB"}, {5, "", ""},
+        {6, "0,6 MHz", "0.60000"}, {6, "x", "0.60000"},  {6, "", ""}};
+    for (const auto& [col, typed, shown] : cases) {
+        EXPECT_FALSE(gridCells::refuses(1, col));
+        EXPECT_EQ(grid().cell(1, col).editMode, EditMode::keyboard);
+        gridCells::store(1, col, typed);
+        EXPECT_EQ(grid().text(1, col), shown) << typed;
+    }
+    EXPECT_EQ(failures(), Labels(2, "frmChMem->vsfgGridCh_AfterEdit: 5"));
+    EXPECT_EQ(gridCells::put(1, 5, "a.b")->reason,
+              "\"a.b\" is not a valid name; a name has 0-9, A-Z, blanks and - / + _");
 }
 
 }  // namespace

@@ -77,12 +77,12 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
                                  "write -p virtual @fleet.dat --backup @home/../fleet.dat"};
     const char* const edits[] = {
         // what follows "set" and the file
-        "ch1.rx",          "ch0.rx=446",      "ch17.rx=446",       "chx.rx=446",
-        "ch1.colour=red",  "ch1.p4=1",        "ch1.p9=1",          "ch1.rx=446,5",
-        "ch1.rx=abc",      "ch1.rx=1e30",     "ch1.tx=nan",        "ch1.decode=D089N",
-        "ch1.decode=d023", "ch1.encode=59.9", "ch1.Power=Medium",  "ch1.Power=2",
-        "band=11",         "band=-1",         "band=uhf",          "option.tot=21",
-        "option.tot=61s",  "option.frob=1",   "ch2.rx=447 frob=1", "[ch2.rx=447]",
+        "ch1.rx",         "ch0.rx=446",      "ch17.rx=446",       "chx.rx=446",
+        "ch1.colour=red", "ch1.p4=1",        "ch1.p9=1",          "ch1.rx=446,5,1",
+        "ch1.rx=abc",     "ch1.rx=1e30",     "ch1.tx=nan",        "ch1.decode=D089N",
+        "ch1.decode=d02", "ch1.encode=59.9", "ch1.Power=Medium",  "ch1.Power=2",
+        "band=11",        "band=-1",         "band=uhf",          "option.tot=21",
+        "option.tot=61s", "option.frob=1",   "ch2.rx=447 frob=1", "[ch2.rx=447]",
         "ch2.rx=447 show"};
     std::vector<std::string> wrong(std::begin(lines), std::end(lines));
     for (const std::string edit : edits) {
@@ -91,7 +91,7 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
     std::vector<std::vector<std::string>> commands;
     std::ranges::transform(wrong, std::back_inserter(commands),
                            [&](const auto& line) { return run.wordsOf(line); });
-    commands.push_back({"set", run.file("fleet.dat"), "ch1.rx= "});
+    commands.push_back({"set", run.file("fleet.dat"), "ch1.rx==+7.6"});
     for (const auto& words : commands) {
         const auto outcome = run(words);
         EXPECT_EQ(outcome.code, 2) << testing::PrintToString(words) << outcome.out << outcome.err;
@@ -110,6 +110,9 @@ TEST_F(Contract, SetFollowsTheGrid) {
         {"ch1.decode=88.54", "decode_tone", "88.5"},
         {"ch1.encode=D754i", "encode_tone", "D754I"},
         {"ch1.encode=", "encode_tone", "None"},
+        {"ch1.rx=446,5", "rx_hz", 446500000},
+        {"ch1.tx==+7.6", "tx_hz", 454100000},
+        {"ch1.decode=无", "decode_tone", "None"},
         {"ch1.decode=none", "decode_tone", "None"},
         {"ch1.tx=", "tx_hz", nullptr},
         {"ch1.rx=", "rx_hz", nullptr}};
@@ -139,6 +142,12 @@ TEST_F(Contract, BandsAndOptions) {
     EXPECT_EQ(shown["options"]["vox_delay"]["text"], "3.0");
     EXPECT_EQ(shown["options"]["beep"]["value"], 0);
     EXPECT_EQ(shown["options"].size(), 16U);
+    EXPECT_EQ(set("option.tot=60秒 ch1.Power=低").err, "");
+    EXPECT_EQ(
+        set("option.tot=15 ch1.p8=1 ch1.rx=600").err,
+        "k520-cli: warning: option.tot=15 is not an entry; taken as entry number 15: 225s\n"
+        "k520-cli: warning: ch1.BusyLock=1 is not an entry; taken as entry number 1: Carrier\n"
+        "k520-cli: warning: ch1.rx=600 is beyond 120 - 550 MHz; limited to 246 MHz\n");
 
     // What the radio alone decides is left as it is, and the user told.
     const auto before = run.folder.read("fleet.dat");

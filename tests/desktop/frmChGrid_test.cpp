@@ -237,7 +237,7 @@ TEST_F(Grid, CellsThatRefuse) {
     };
     EXPECT_EQ(opens(1) + opens(2) + opens(3), "xxxxxxxxxxx-xxxxx-------");
     play("3,1 151 Return");
-    EXPECT_EQ(row(3).substr(0, 10) + opens(3), "151|151|||xxxxxxxx");
+    EXPECT_EQ(row(3).substr(0, 18) + opens(3), "151|151|None|None|xxxxxxxx");
 
     const auto before = modChMem::ChInfo();
     clipboard.setText(QStringLiteral("160"));
@@ -313,19 +313,24 @@ TEST_F(Grid, CopyAndPaste) {
               "150\t\t67.0\t\tNarrow\tLow\tOn\tTone");
     play("15,1 Ctrl+V");
     EXPECT_EQ(row(15) + row(16), row(1) + row(2));
-    const std::tuple<int, int, const char*, std::string> cases[] = {
-        // at row and column; pasted; the row then
-        {15, 1, "145.0124\t440\r\n", "145.0125|440!|67.0|67.0|Narrow|Low|On|Tone"},
-        {15, 3, "88\t023i\tWide\tnothing\tOff", "145.0125|440!|88.0|D023I|Wide|Low|Off|Tone"},
-        {15, 8, "Off\tbeyond", "145.0125|440!|88.0|D023I|Wide|Low|Off|Off"},
-        {16, 2, "\t67.0\t67.0", "150||67.0||Narrow|Low|On|Tone"},
-        {14, 2, "150\t67.0", blank},
-        {15, 1, "\t151\t67.0", blank}};
-    for (const auto& [number, col, pasted, expected] : cases) {
+    const auto selected = [&] { return grid->selectionModel()->selectedIndexes().size(); };
+    EXPECT_EQ(selected(), 15);  // all but the encode tone of a channel that does not transmit
+    const std::tuple<int, int, const char*, std::string, int> cases[] = {
+        // at row and column; pasted; the row then; the cells selected then
+        {15, 1, "145.0124\t440\r\n", "145.0125|440!|67.0|67.0|Narrow|Low|On|Tone", 2},
+        {15, 3, "88\t023i\tWide", "145.0125|440!|88.0|D023I|Wide|Low|On|Tone", 3},
+        {16, 1, "\t67.0", "150||67.0||Narrow|Low|On|Tone", 0}};
+    for (const auto& [number, col, pasted, expected, cells] : cases) {
         clipboard.setText(qText(pasted));
         play(fmt::format("{},{} Ctrl+V", number, col));
         EXPECT_EQ(row(number), expected) << pasted;
+        EXPECT_EQ(cells == 0 ? 0 : selected(), cells) << pasted;
     }
+    EXPECT_EQ(dialogs.take(),
+              std::vector<std::string>{
+                  "exclamation|Notice|Nothing was pasted. These cells cannot be taken:\n"
+                  "Channel 16, Transmit [MHz]: the channel is empty; enter its receive frequency "
+                  "first"});
     // One text fills all chosen cells; cells here and there are copied at their places.
     clipboard.setText(QStringLiteral("160"));
     chooseCells(4, 1, 6, 1);

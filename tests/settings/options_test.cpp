@@ -73,7 +73,8 @@ TEST(OptionTable, TextsInEveryLanguage) {
         chinese += summary(option.control, option, 1);
         all += summary(option.name, option, 3);
         for (std::int16_t value = 0; value <= option.max; ++value) {
-            EXPECT_EQ(parseValue(option, valueText(option, value)), value) << option.name;
+            EXPECT_EQ(parseValue(option, valueText(option, value)), typedText::Entry{value})
+                << option.name;
         }
     }
     EXPECT_EQ(
@@ -98,9 +99,21 @@ TEST(OptionTable, TextsInEveryLanguage) {
               "cboVoxDly: VOX延迟时间[秒]: 6 0.3..3.0; cboVoxRxForbid: 接收时禁止VOX: 2 关..开; "
               "chkLowBatTx: 低电时允许发射: 2 关..开; ");
     EXPECT_EQ(valueText(optionAt(9), 2), "2");
-    EXPECT_EQ(parseValue(optionAt(0), " 15S "), 1);
-    EXPECT_EQ(parseValue(optionAt(13), "1.0"), 2);
-    for (const char* text : {"", "21", "-1", "1.5", "x", "nan"}) {
+    const std::tuple<int, const char*, int, bool> meanings[] = {
+        // option, text, value, and whether that is only the entry's number
+        {0, " 15S ", 1, false}, {0, "60秒", 4, false},    {0, "６０ s", 4, false},
+        {0, "关", 0, false},    {0, "OFF", 0, false},     {0, "15", 15, true},
+        {1, "9", 9, false},     {13, "1.0", 2, false},    {13, "1,5 秒", 3, false},
+        {13, "3", 3, true},     {3, "英文", 2, false},    {10, "26,0 mhz", 3, false},
+        {14, "开", 1, false},   {9, "male1-1", 0, false}, {1, "05", 5, true}};
+    for (std::int16_t language = 1; language <= 3; language += 2) {
+        modSoftFace::FillSoftFace(language);
+        for (const auto& [number, text, value, byIndex] : meanings) {
+            EXPECT_EQ(parseValue(optionAt(number), text), (typedText::Entry{value, byIndex}))
+                << text << " in language " << language;
+        }
+    }
+    for (const char* text : {"", " ", "21", "-1", "1.5", "x", "nan", "15 MHz", "61s", "1e1"}) {
         EXPECT_EQ(parseValue(optionAt(0), text), std::nullopt) << text;
     }
     EXPECT_EQ(summary("", optionAt(0), 2), ": : 21 ..300; ");

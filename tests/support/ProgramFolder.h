@@ -13,6 +13,7 @@
 #include "app/modFileCmd.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
@@ -48,6 +49,7 @@ class ProgramFolder : public testing::Test {
         modShowErr::state() = {};
         modIicDat::state() = {};
         modChMem::state() = {};
+        modChEdit::state() = {};
         modCtdcs::state() = {};
         modModel::state() = {};
         modSysSet::state() = {};
