@@ -30,6 +30,7 @@ inline constexpr Text channelEmpty{"该信道为空，请先输入接收频率",
 inline constexpr Text noTransmission{
     "该信道不发射，没有发射亚音；请先输入发射频率",
     "the channel does not transmit; enter its transmit frequency first"};
+inline constexpr Text noToneColumn{"第 {} 列不是亚音列", "column {} does not hold tones"};
 // Remarks after an edit. They begin with the text that was typed.
 inline constexpr Text limitedRemark{"{} 超出 {} - {} MHz，已改为 {} MHz",
                                     "{} is beyond {} - {} MHz; limited to {} MHz"};

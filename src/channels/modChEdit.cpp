@@ -11,6 +11,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
 #include "channels/channelEdit.h"
+#include "channels/channelTexts.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
@@ -153,7 +154,7 @@ void cboGridChCtdcs_LostFocus(std::int16_t row, std::int16_t col, std::string_vi
     remark({});
     guarded("frmChMem->cboGridChCtdcs_LostFocus:", [&] {
         if (channelEdit::kindOf(col) != Kind::tone) {
-            throw RuntimeError(errNum::invalidCall, fmt::format("column {} holds no tone", col));
+            throw RuntimeError(errNum::invalidCall, say(texts::noToneColumn, col));
         }
         storeCell(row, col, text);
     });
