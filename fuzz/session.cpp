@@ -179,11 +179,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require((result.outcome == Outcome::succeeded) == (result.stepsDone == result.stepCount),
             "success is all steps");
     // What was read may be no digits, which only decoding finds.
-    static constexpr std::array<std::string_view, 2> decoding{"modChMem->IcRxFreSol",
-                                                              "modChMem->IcTxFreSol"};
-    static constexpr std::array<std::string_view, 4> all{
-        decoding[0], decoding[1], "modCommun->ProtocolCom", "modCommun->RxComDat"};
-    fuzz::requireLabels(faults.goneAfter ? std::span<const std::string_view>(all) : decoding);
+    std::vector<std::string_view> labels{"modChMem->IcRxFreSol", "modChMem->IcTxFreSol"};
+    if (faults.goneAfter) {
+        labels.insert(labels.end(), {"modCommun->ProtocolCom", "modCommun->RxComDat"});
+    }
+    if (result.unanswered) {
+        labels.push_back(reading ? "frmCommun->cmdRead_Click" : "frmCommun->cmdWrite_Click");
+    }
+    fuzz::requireLabels(labels);
+    require(result.outcome != Outcome::failed || !modShowErr::state().entries.empty(),
+            "a failure is in the error list");
 
     const auto held = std::as_const(*radio).memory();
     require(differences(held, memory, range, false) == 0, "the radio keeps what is not in range");
