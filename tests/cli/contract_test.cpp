@@ -372,6 +372,13 @@ TEST_F(Contract, DiffTellsEveryByteOnce) {
     }
 }
 
+TEST_F(Contract, PortsListsAllSixteen) {
+    const auto ports = json::parse(run("ports --json").out);
+    ASSERT_EQ(ports.size(), 16U);
+    EXPECT_EQ(ports.front()["number"], 1);
+    EXPECT_EQ(ports.back()["number"], 16);
+}
+
 TEST_F(Contract, SettingsThatCannotWorkAreNamed) {
     const char* const edit = "set @fleet.dat ch1.rx=447";
     const char* const read = "read -p virtual -o @r.dat";

@@ -11,6 +11,7 @@
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <termios.h>
 
 #include <thread>
 
@@ -138,6 +139,30 @@ RuntimeError failureOf(const std::string& path) {
         return error;
     }
     return {0, "opened"};
+}
+
+TEST(PosixPort, MakesARawLineOfWhateverItFinds) {
+    const Descriptor master(::posix_openpt(O_RDWR | O_NOCTTY));
+    ASSERT_TRUE(::grantpt(master.get()) == 0 && ::unlockpt(master.get()) == 0);
+    const std::string path = ::ptsname(master.get());
+    const Descriptor terminal(::open(path.c_str(), O_RDWR | O_NOCTTY));
+    termios line{};
+    ASSERT_EQ(::tcgetattr(terminal.get(), &line), 0);
+    line.c_iflag |= ICRNL | IXON | IXOFF | INPCK;
+    line.c_lflag |= ICANON | ECHO | ISIG;
+    line.c_cflag |= CSTOPB;
+    ::cfsetspeed(&line, B115200);
+    ASSERT_EQ(::tcsetattr(terminal.get(), TCSANOW, &line), 0);
+
+    PosixPort port(path);
+    port.open();
+    ASSERT_EQ(::tcgetattr(terminal.get(), &line), 0);
+    EXPECT_EQ(line.c_iflag & (ICRNL | IXON | IXOFF | INPCK), 0U);
+    EXPECT_EQ(line.c_lflag & (ICANON | ECHO | ISIG), 0U);
+    EXPECT_EQ(line.c_oflag & OPOST, 0U);
+    EXPECT_EQ(line.c_cflag & (CSTOPB | CSIZE), static_cast<tcflag_t>(CS8));
+    EXPECT_EQ(::cfgetospeed(&line), static_cast<speed_t>(B9600));
+    EXPECT_EQ(line.c_cc[VMIN] + line.c_cc[VTIME], 0);
 }
 
 TEST(PosixPort, RefusesWhatIsNoSerialDevice) {
