@@ -16,6 +16,7 @@ declare -A sets=(
     [packaging]="debhelper librsvg2-bin lintian appstream desktop-file-utils man-db mandoc
         debootstrap zsh fish xvfb xdotool"
     [bench]="libbenchmark-dev"
+    [mutants]="python3"
     [fuzz]="clang-14 llvm-14 libclang-rt-14-dev"
 )
 
