@@ -82,6 +82,17 @@ void frmTreeView::InitRadioSet() {
     InitRadioSetTreeView();
 }
 
+void frmTreeView::showCurrent(const QString& key) {
+    QTreeWidgetItem* root = treevMain_->topLevelItem(0);
+    QTreeWidgetItem* found = root;
+    for (int i = 0; i < root->childCount(); ++i) {
+        if (root->child(i)->data(0, keyRole).toString() == key) {
+            found = root->child(i);
+        }
+    }
+    treevMain_->setCurrentItem(found);
+}
+
 bool frmTreeView::eventFilter(QObject* watched, QEvent* event) {
     if (watched == treevMain_ && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();

@@ -21,6 +21,8 @@ class frmTreeView : public QDockWidget {
     void InitRadioSetTreeView();
     /// Calls InitRadioSetTreeView.
     void InitRadioSet();
+    /// Marks the node whose window is in front; the root for a window without a node.
+    void showCurrent(const QString& key);
 
   signals:
     /// A click on a node that stands for a window, or Return on it; `key` as above.

@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdifrmMain.h"
 
-#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -22,9 +21,11 @@
 #include "app/modFileCmd.h"
 #include "app/modPrint.h"
 #include "app/modShowErr.h"
+#include "channels/frmChGrid.h"
 #include "channels/frmChMem.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
+#include "desktop/EditTable.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
@@ -72,12 +73,7 @@ mdifrmMain::mdifrmMain()
     makeToolBar();
     makeDocks();
     connectCore();
-    connect(mdi_, &QMdiArea::subWindowActivated, this, [this](const QMdiSubWindow* window) {
-        // Without a child window the keyboard would be nowhere.
-        if (window == nullptr && mdi_->currentSubWindow() == nullptr) {
-            tree_->widget()->setFocus();
-        }
-    });
+    connect(mdi_, &QMdiArea::subWindowActivated, this, &mdifrmMain::followFront);
     chMem_->hide();
     ForbidMaxForm();
 }
@@ -112,7 +108,8 @@ void mdifrmMain::makeDocks() {
     tree_ = ownNamed<frmTreeView>("frmTreeView", this);
     addDockWidget(Qt::LeftDockWidgetArea, tree_);
     resizeDocks({tree_}, {treeWidth}, Qt::Horizontal);
-    connect(tree_, &frmTreeView::windowWanted, this, &mdifrmMain::showWindow);
+    connect(tree_, &frmTreeView::windowWanted, this,
+            [this](const QString& key) { command([&] { showWindow(key); }); });
 
     errors_ = ownNamed<frmShowErr>("frmShowErr", this);
     addDockWidget(Qt::BottomDockWidgetArea, errors_);
@@ -123,6 +120,7 @@ void mdifrmMain::makeDocks() {
     for (const auto& [dock, name] : {std::pair<QDockWidget*, const char*>(errors_, "mnuShowErr"),
                                      std::pair<QDockWidget*, const char*>(tree_, "mnuShowTree")}) {
         dock->toggleViewAction()->setObjectName(QLatin1String(name));
+        connect(dock->toggleViewAction(), &QAction::triggered, this, [this] { command([] {}); });
         view->addAction(dock->toggleViewAction());
     }
     errors_->toggleViewAction()->setShortcut(QKeySequence(QStringLiteral("F9")));
@@ -176,16 +174,9 @@ void mdifrmMain::showLockState() {
 
 // Commands.
 
-void mdifrmMain::finishEdit() {
-    QWidget* focused = QApplication::focusWidget();
-    for (QWidget* above = focused; above != nullptr && above != this;
-         above = above->parentWidget()) {
-        auto* view = qobject_cast<QAbstractItemView*>(above);
-        if (view != nullptr && above != focused) {
-            // An editor that loses the keyboard stores what is in it.
-            view->setFocus();
-            return;
-        }
+void mdifrmMain::command(const std::function<void()>& body) {
+    if (EditTable::commitAll()) {
+        body();
     }
 }
 
@@ -219,8 +210,8 @@ void mdifrmMain::selectPort() {
 }
 
 void mdifrmMain::mnuLangSel_Click(int language) {
-    finishEdit();
-    const bool close = modStartUp::SwiLangFace(static_cast<std::int16_t>(language));
+    bool close = false;
+    command([&] { close = modStartUp::SwiLangFace(static_cast<std::int16_t>(language)); });
     checkLanguageItem();
     if (close) {
         ExitSoft();
@@ -228,8 +219,7 @@ void mdifrmMain::mnuLangSel_Click(int language) {
 }
 
 void mdifrmMain::mnuLockCh_Click(bool lock) {
-    finishEdit();
-    modStartUp::lockChannels(lock);
+    command([&] { modStartUp::lockChannels(lock); });
     showLockState();
 }
 
@@ -251,7 +241,8 @@ void mdifrmMain::showWindow(const QString& key) {
     } else if (key == QLatin1String("RadioInfo")) {
         if (radioInfo_ == nullptr) {
             radioInfo_ = ownNamed<frmRadioInfo>("frmRadioInfo");
-            connect(radioInfo_, &frmRadioInfo::memDatWanted, this, &mdifrmMain::showMemDat);
+            connect(radioInfo_, &frmRadioInfo::memDatWanted, this,
+                    [this] { command([this] { showMemDat(); }); });
         }
         radioInfo_->refresh();
         showChild(*radioInfo_);
@@ -279,6 +270,26 @@ void mdifrmMain::showChild(QWidget& child) {
     window->showMaximized();
     mdi_->setActiveSubWindow(window);
     child.setFocus();
+}
+
+void mdifrmMain::followFront(const QMdiSubWindow* front) {
+    if (front != nullptr) {
+        const QWidget* child = front->widget();
+        const char* key = child == chMem_       ? "ChInfo"
+                          : child == radioInfo_ ? "RadioInfo"
+                          : child == sysSet_    ? "SysSet"
+                                                : "";
+        tree_->showCurrent(QLatin1String(key));
+        for (auto* table : mdi_->findChildren<EditTable*>()) {
+            if (!front->isAncestorOf(table)) {
+                table->endEdit();
+            }
+        }
+    } else if (mdi_->currentSubWindow() == nullptr) {
+        // Without a child window the keyboard would be nowhere.
+        tree_->showCurrent({});
+        tree_->widget()->setFocus();
+    }
 }
 
 void mdifrmMain::followFormRefresh() {
@@ -321,7 +332,7 @@ void mdifrmMain::closeEvent(QCloseEvent* event) {
     if (modSession::running() && commun_ != nullptr) {
         commun_->refuseClose();
     }
-    if (modSession::running() || !modStartUp::MDIForm_QueryUnload()) {
+    if (modSession::running() || !EditTable::commitAll() || !modStartUp::MDIForm_QueryUnload()) {
         event->ignore();
         return;
     }

@@ -4,12 +4,14 @@
 
 #include <QMainWindow>
 #include <QTranslator>
+#include <functional>
 
 #include "app/modStartUp.h"
 #include "image/documentOrigin.h"
 #include "link/communView.h"
 
 class QMdiArea;
+class QMdiSubWindow;
 
 namespace k520 {
 
@@ -72,10 +74,14 @@ class mdifrmMain : public QMainWindow {
     void connectCore();
     void setToolBarFace();
     void setMenuFace();
-    /// Lets an open cell editor store what is in it, before a command.
-    void finishEdit();
+    /// Runs a command on what the window shows: an open cell editor is stored first, and where it
+    /// cannot be stored the command does not run.
+    void command(const std::function<void()>& body);
+    /// The tree marks the child window in front, and no editor stays open behind it.
+    void followFront(const QMdiSubWindow* front);
     void showChild(QWidget& child);
     void communicate(Direction direction);
+    void showEditMenu();
     void checkLanguageItem();
     void showLockState();
     void followFormRefresh();

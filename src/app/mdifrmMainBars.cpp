@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 // The main window's menus and toolbar, from their tables.
 #include <QActionGroup>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QToolBar>
 #include <algorithm>
@@ -14,6 +16,8 @@
 #include "app/modFileCmd.h"
 #include "app/modPrint.h"
 #include "app/ownTexts.h"
+#include "channels/frmChGrid.h"
+#include "channels/frmChMem.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
@@ -28,10 +32,12 @@ constexpr int toolIconSize = 24;
 struct MenuRow {
     const char* name;
     int text;
+    const Text* own = nullptr;  ///< in place of a text of the numbered table
 };
-constexpr std::array menuRows{MenuRow{"mnuFile", 20},   MenuRow{"mnuProgram", 26},
-                              MenuRow{"mnuOption", 29}, MenuRow{"mnuSettings", 31},
-                              MenuRow{"mnuView", 0},    MenuRow{"mnuHelp", 36}};
+constexpr std::array menuRows{MenuRow{"mnuFile", 20},     MenuRow{"mnuEdit", 0, &texts::menuEdit},
+                              MenuRow{"mnuProgram", 26},  MenuRow{"mnuOption", 29},
+                              MenuRow{"mnuSettings", 31}, MenuRow{"mnuView", 0, &texts::menuView},
+                              MenuRow{"mnuHelp", 36}};
 
 using Main = mdifrmMain;
 
@@ -43,6 +49,7 @@ struct ItemRow {
     const char* icon = nullptr;
     const char* keys = nullptr;
     void (*run)(Main&) = nullptr;
+    const Text* own = nullptr;
 };
 const std::array itemRows{
     ItemRow{"mnuFile", "mnuNew", 21, "file-new", "Ctrl+N", [](Main&) { modFileCmd::NewFile(); }},
@@ -61,14 +68,21 @@ const std::array itemRows{
             [](Main& main) { main.showWindow(QStringLiteral("SysSet")); }},
     ItemRow{"mnuSettings", "mnuCom", 32, "port", "F8",
             [](Main& main) { main.tlbmdifrmMain_ButtonClick(QStringLiteral("Com")); }},
+    ItemRow{"mnuView", "mnuMemDat", 0, "memory", "Ctrl+M", [](Main& main) { main.showMemDat(); },
+            &texts::viewMemory},
     ItemRow{"mnuHelp", "mnuHelpTopic", 37, "help", "F1", [](Main&) { modStartUp::Help(); }}};
 
 /// Items that ask for more before they do anything: their captions end with an ellipsis.
 constexpr std::array<std::string_view, 7> askingItems{
     "mnuOpen", "mnuSave", "mnuSaveAs", "mnuPrint", "mnuReadFre", "mnuWriteFre", "mnuCom"};
 
+template <class Row>
+QString captionOf(const Row& row) {
+    return row.own != nullptr ? qSay(*row.own) : softText(row.text);
+}
+
 QString itemCaption(const ItemRow& row) {
-    const QString caption = softText(row.text);
+    const QString caption = captionOf(row);
     const bool asks = std::ranges::count(askingItems, std::string_view(row.name)) != 0;
     return asks && !caption.isEmpty() ? caption + u'…' : caption;
 }
@@ -124,12 +138,13 @@ void mdifrmMain::makeMenus() {
         auto* action = ownNamed<QAction>(row.name, this);
         action->setIcon(icons::line(QLatin1String(row.icon)));
         action->setShortcut(QKeySequence(QLatin1String(row.keys)));
-        connect(action, &QAction::triggered, this, [this, &row] {
-            finishEdit();
-            row.run(*this);
-        });
+        connect(action, &QAction::triggered, this,
+                [this, &row] { command([&] { row.run(*this); }); });
         menu(row.menu)->addAction(action);
     }
+    chMem_->grid()->fillEditMenu(*menu("mnuEdit"));
+    connect(menu("mnuEdit"), &QMenu::aboutToShow, this, &mdifrmMain::showEditMenu);
+
     auto* lock = ownNamed<QAction>("mnuLockCh", this);
     lock->setCheckable(true);
     connect(lock, &QAction::triggered, this, &mdifrmMain::mnuLockCh_Click);
@@ -146,6 +161,11 @@ void mdifrmMain::makeMenus() {
         languages->addAction(item);
         connect(item, &QAction::triggered, this, [this, language] { mnuLangSel_Click(language); });
     }
+}
+
+void mdifrmMain::showEditMenu() {
+    const QMdiSubWindow* front = mdi_->currentSubWindow();
+    chMem_->grid()->showEditMenu(front != nullptr && front->widget() == chMem_);
 }
 
 void mdifrmMain::makeToolBar() {
@@ -169,9 +189,7 @@ void mdifrmMain::setMenuFace() {
         findChild<QAction*>(QLatin1String(item))->setText(caption);
     };
     for (const MenuRow& row : menuRows) {
-        menuBar()
-            ->findChild<QMenu*>(QLatin1String(row.name))
-            ->setTitle(row.text == 0 ? qSay(texts::menuView) : softText(row.text));
+        menuBar()->findChild<QMenu*>(QLatin1String(row.name))->setTitle(captionOf(row));
     }
     for (const ItemRow& row : itemRows) {
         if (row.name != nullptr) {
@@ -211,8 +229,7 @@ void mdifrmMain::tlbmdifrmMain_ButtonClick(const QString& key) {
         const auto* row = std::ranges::find_if(
             buttonRows, [&](const ButtonRow& button) { return key == QLatin1String(button.key); });
         if (row != buttonRows.end()) {
-            finishEdit();
-            row->run(*this);
+            command([&] { row->run(*this); });
         }
     });
 }

@@ -8,7 +8,9 @@
 namespace k520::texts {
 
 // Main window
+inline constexpr Text menuEdit{"编辑(&E)", "&Edit"};
 inline constexpr Text menuView{"视图(&V)", "&View"};
+inline constexpr Text viewMemory{"内存数据(&M)", "&Memory Data"};
 inline constexpr Text viewErrorList{"错误列表(&E)", "&Error List"};
 inline constexpr Text viewTree{"导航树(&T)", "Navigation &Tree"};
 inline constexpr Text treeTitle{"导航", "Navigation"};

@@ -51,5 +51,9 @@ inline constexpr Text titlesSkipped{"已跳过标题行", "The line with the tit
 
 inline constexpr Text cutCells{"剪切(&T)", "Cu&t"};
 inline constexpr Text pasteCells{"粘贴(&P)", "&Paste"};
+inline constexpr Text clearCells{"清除单元格(&D)", "&Delete cells"};
+inline constexpr Text selectAllCells{"全选(&A)", "Select &all"};
+inline constexpr Text emptyQuestion{"将删除 {} 个信道，是否继续？",
+                                    "{} channels will be deleted. Go on?"};
 
 }  // namespace k520::texts

@@ -3,7 +3,6 @@
 #include "channels/frmChEditors.h"
 
 #include <QAbstractItemView>
-#include <QCompleter>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QValidator>
@@ -11,6 +10,7 @@
 
 #include "channels/channelTable.h"
 #include "channels/frmChFrequency.h"
+#include "channels/frmChOffers.h"
 #include "channels/modCtdcs.h"
 #include "desktop/CellGridModel.h"
 #include "desktop/owned.h"
@@ -36,6 +36,23 @@ Delegate::EndEditHint hintOf(int key) {
             return Delegate::EditPreviousItem;
         default:
             return Delegate::NoHint;
+    }
+}
+
+/// How many entries a key goes up or down in a list; 0 for all other keys.
+int stepOf(int key) {
+    constexpr int page = 6;
+    switch (key) {
+        case Qt::Key_Up:
+            return -1;
+        case Qt::Key_Down:
+            return 1;
+        case Qt::Key_PageUp:
+            return -page;
+        case Qt::Key_PageDown:
+            return page;
+        default:
+            return 0;
     }
 }
 
@@ -69,11 +86,23 @@ QLineEdit* frequencyEditor(const QString& text, QWidget* parent) {
 void CellComboBox::finish(Delegate::EndEditHint hint) {
     if (!std::exchange(finished_, true)) {
         // An open list would keep the focus from going back to the grid.
-        if (completer() != nullptr) {
-            completer()->popup()->hide();
-        }
         hidePopup();
         emit finished(hint);
+    }
+}
+
+bool CellComboBox::settle() {
+    takeHighlighted();
+    finished_ = true;
+    hidePopup();
+    return true;
+}
+
+void CellComboBox::takeHighlighted() {
+    const int row = view()->currentIndex().row();
+    // The entry that an open list starts with must not replace what is typed in the line.
+    if (view()->isVisible() && row >= 0 && row != currentIndex()) {
+        setCurrentIndex(row);
     }
 }
 
@@ -131,7 +160,7 @@ bool ListEditor::leaveByTab(int key) {
     if (key != Qt::Key_Tab && key != Qt::Key_Backtab) {
         return false;
     }
-    setCurrentIndex(view()->currentIndex().row());
+    takeHighlighted();
     finish(hintOf(key));
     return true;
 }
@@ -140,38 +169,51 @@ ToneEditor::ToneEditor(const QString& text, QWidget* parent) : CellComboBox(pare
     setObjectName(QStringLiteral("cboGridChCtdcs"));
     setEditable(true);
     setInsertPolicy(NoInsert);
+    setCompleter(nullptr);
+    // The grid decides when an edit ends; the list would take that for a choice.
+    disconnect(lineEdit(), &QLineEdit::editingFinished, this, nullptr);
     for (const std::string& tone : modCtdcs::state().cboGridChCtdcs) {
         addItem(qText(tone));
     }
-    auto* offers = own<QCompleter>(model(), this);
-    offers->setFilterMode(Qt::MatchContains);
-    offers->setCaseSensitivity(Qt::CaseInsensitive);
-    offers->setCompletionMode(QCompleter::PopupCompletion);
-    setCompleter(offers);
     setCurrentIndex(findText(text));
     lineEdit()->setObjectName(QStringLiteral("txtGridChCtdcs"));
     lineEdit()->setAlignment(Qt::AlignCenter);
     setValidator(own<MeantText>(this));
     lineEdit()->setText(text);
     lineEdit()->selectAll();
+    offers_ = own<frmChOffers>(*this);
+    connect(lineEdit(), &QLineEdit::textEdited, offers_, &frmChOffers::offer);
+    connect(offers_, &frmChOffers::chosen, this, [this](const QString& tone) {
+        setEditText(tone);
+        finish(Delegate::NoHint);
+    });
     connect(this, &QComboBox::activated, this, [this] { finish(Delegate::NoHint); });
-    connect(offers, qOverload<const QString&>(&QCompleter::activated), this,
-            [this](const QString& tone) {
-                setEditText(tone);
-                finish(Delegate::NoHint);
-            });
 }
 
-bool ToneEditor::event(QEvent* event) {
-    // From the list of offers, which hands its keys on; the delegate sees all others before.
-    if (event->type() == QEvent::KeyPress) {
-        const auto hint = hintOf(static_cast<QKeyEvent*>(event)->key());
-        if (hint != Delegate::NoHint) {
-            finish(hint);
-            return true;
-        }
+void ToneEditor::showPopup() {
+    offers_->hide();
+    CellComboBox::showPopup();
+}
+
+void ToneEditor::keyPressEvent(QKeyEvent* event) {
+    const int step = stepOf(event->key());
+    if (step == 0 || event->modifiers() != Qt::NoModifier) {
+        CellComboBox::keyPressEvent(event);
+    } else if (offers_->isVisible()) {
+        setEditText(offers_->step(step));
+    } else {
+        showPopup();
     }
-    return CellComboBox::event(event);
+}
+
+void ToneEditor::moveEvent(QMoveEvent* event) {
+    CellComboBox::moveEvent(event);
+    offers_->follow();
+}
+
+void ToneEditor::hideEvent(QHideEvent* event) {
+    CellComboBox::hideEvent(event);
+    offers_->hide();
 }
 
 QWidget* ChannelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,

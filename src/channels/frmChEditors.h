@@ -4,19 +4,23 @@
 
 #include <QStyledItemDelegate>
 
+#include "desktop/EditTable.h"
 #include "desktop/SteadyComboBox.h"
 
 /// The in-cell editors of the channel grid and the delegate that makes them.
 namespace k520 {
 
+class frmChOffers;
+
 /// A drop-down list in a cell. It says once how it ends.
-class CellComboBox : public SteadyComboBox {
+class CellComboBox : public SteadyComboBox, public CellEditor {
     Q_OBJECT
 
   public:
     using SteadyComboBox::SteadyComboBox;
 
     void finish(QAbstractItemDelegate::EndEditHint hint);
+    bool settle() override;
 
   signals:
     /// RevertModelCache: nothing was chosen. Any other hint: the text is to be stored, and where
@@ -27,6 +31,8 @@ class CellComboBox : public SteadyComboBox {
     /// No way out: a list that is hidden with the focus would take the grid for the next control
     /// and make it go on to its next cell.
     bool focusNextPrevChild(bool next) override;
+    /// From an open list takes the entry that is highlighted.
+    void takeHighlighted();
 
   private:
     bool finished_ = false;
@@ -56,15 +62,23 @@ class ListEditor : public CellComboBox {
 };
 
 /// The tone editor `cboGridChCtdcs`: all tones in a list, and a line `txtGridChCtdcs` that offers
-/// those which contain what is typed.
+/// those which contain what is typed. Up and Down put an offer into the line; where there is none
+/// they open the whole list.
 class ToneEditor : public CellComboBox {
     Q_OBJECT
 
   public:
     ToneEditor(const QString& text, QWidget* parent);
 
+    void showPopup() override;
+
   protected:
-    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+
+  private:
+    frmChOffers* offers_;
 };
 
 /// Makes the editor that the cell's edit mode asks for, filled with the cell's text. Return and the

@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
@@ -16,8 +15,9 @@
 #include <numeric>
 #include <set>
 
+#include "app/Dialogs.h"
 #include "app/Guard.h"
-#include "app/ownTexts.h"
+#include "app/modSoftFace.h"
 #include "channels/channelTexts.h"
 #include "channels/frmChEditors.h"
 #include "channels/frmChGridHeader.h"
@@ -26,7 +26,6 @@
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "desktop/CellGridModel.h"
-#include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 
@@ -38,23 +37,6 @@ namespace column = modChMem::column;
 
 constexpr int cellMargin = 6;  ///< pixels beside a text
 constexpr int rowMargin = 8;   ///< pixels above and below a text, together: an editor fits in
-
-std::int16_t currentChannel() {
-    return modChMem::state().currentChannel;
-}
-
-/// An item of the pop-up menu, in the order of modChEdit::channelMenu.
-struct MenuCommand {
-    const char* name;
-    const char* icon;
-    void (*run)();
-};
-
-constexpr MenuCommand menuCommands[] = {
-    {"mnuOpenCh", "channel-open", [] { modChEdit::openChannel(currentChannel()); }},
-    {"mnuDelOne", "channel-delete", modChMem::mnuDelOne_Click},
-    {"mnuDelAll", "channels-delete-all", modChMem::mnuDelAll_Click},
-    {"mnuSaveDef", "channel-default", [] { modChEdit::saveAsDefault(currentChannel()); }}};
 
 }  // namespace
 
@@ -84,23 +66,8 @@ const frmChGrid::KeyCommand frmChGrid::keyCommands[] = {
     {Qt::ShiftModifier | Qt::Key_Insert, &frmChGrid::pasteCells},
 };
 
-struct frmChGrid::CellCommand {
-    const char* name;
-    const char* icon;
-    Text caption;
-    Qt::Key key;  ///< together with the control key
-    void (frmChGrid::*run)();
-};
-
-/// The pop-up menu's items for the selected cells.
-const frmChGrid::CellCommand frmChGrid::cellCommands[] = {
-    {"mnuCut", "cut", texts::cutCells, Qt::Key_X, &frmChGrid::cutCells},
-    {"mnuCopy", "copy", texts::copyLines, Qt::Key_C, &frmChGrid::copyCells},
-    {"mnuPaste", "paste", texts::pasteCells, Qt::Key_V, &frmChGrid::pasteCells},
-};
-
 frmChGrid::frmChGrid(QWidget* parent)
-    : QTableView(parent),
+    : EditTable(parent),
       model_(own<CellGridModel>(
           modChMem::state().vsfgGridCh,
           CellGridModel::Rules{
@@ -138,29 +105,6 @@ frmChGrid::frmChGrid(QWidget* parent)
     connect(model_, &CellGridModel::modelReset, this, &frmChGrid::afterReset);
     connect(model_, &CellGridModel::headerDataChanged, this, &frmChGrid::fit);
     afterReset();
-}
-
-void frmChGrid::makeMenu() {
-    menu_->setObjectName(QStringLiteral("mnuChannel"));
-    for (const MenuCommand& command : menuCommands) {
-        QAction* action = menu_->addAction(icons::line(QLatin1String(command.icon)), QString());
-        action->setObjectName(QLatin1String(command.name));
-        connect(action, &QAction::triggered, this, [&command] { command.run(); });
-    }
-    menu_->addSeparator();
-    for (const CellCommand& command : cellCommands) {
-        QAction* action = menu_->addAction(icons::line(QLatin1String(command.icon)), QString());
-        action->setObjectName(QLatin1String(command.name));
-        // Shown beside the caption; the key itself is the table's.
-        action->setShortcut(QKeySequence(Qt::ControlModifier | command.key));
-        action->setShortcutContext(Qt::WidgetShortcut);
-        connect(action, &QAction::triggered, this, [this, &command] { (this->*command.run)(); });
-    }
-    verticalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(verticalHeader(), &QWidget::customContextMenuRequested, this, [this](QPoint where) {
-        showMenu(verticalHeader()->logicalIndexAt(where) + 1,
-                 verticalHeader()->viewport()->mapToGlobal(where));
-    });
 }
 
 /// The title of the numbers' column stands in the corner, which a table leaves empty.
@@ -239,12 +183,12 @@ void frmChGrid::fitColumns(int room) {
 }
 
 void frmChGrid::resizeEvent(QResizeEvent* event) {
-    QTableView::resizeEvent(event);
+    EditTable::resizeEvent(event);
     fit();
 }
 
 void frmChGrid::changeEvent(QEvent* event) {
-    QTableView::changeEvent(event);
+    EditTable::changeEvent(event);
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) {
         fit();
     }
@@ -295,7 +239,7 @@ void frmChGrid::keyPressEvent(QKeyEvent* event) {
     const QKeyCombination keys(event->modifiers() & ~Qt::KeypadModifier, Qt::Key(key));
     const auto* command = std::ranges::find(keyCommands, keys, &KeyCommand::keys);
     if (command == std::end(keyCommands)) {
-        QTableView::keyPressEvent(event);
+        EditTable::keyPressEvent(event);
     } else if (currentIndex().isValid()) {
         guarded("frmChMem->vsfgGridCh_KeyDown:", [&] { (this->*command->run)(); });
     }
@@ -313,11 +257,11 @@ bool frmChGrid::edit(const QModelIndex& index, EditTrigger trigger, QEvent* even
             trigger = NoEditTriggers;
         }
     }
-    return QTableView::edit(index, trigger, event);
+    return EditTable::edit(index, trigger, event);
 }
 
 void frmChGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
-    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    EditTable::closeEditor(editor, QAbstractItemDelegate::NoHint);
     switch (hint) {
         case QAbstractItemDelegate::SubmitModelCache:
             return goDown();
@@ -354,11 +298,23 @@ void frmChGrid::doubleClicked(const QModelIndex& index) {
 
 void frmChGrid::clearCells() {
     QModelIndexList chosen = selectedIndexes();
+    if (!mayEmpty(chosen)) {
+        return;
+    }
     // The receive frequency of a row first: without it there is nothing else to clear.
     std::sort(chosen.begin(), chosen.end());
     for (const QModelIndex& index : chosen) {
         gridCells::clear(CellGridModel::gridRow(index), CellGridModel::gridColumn(index));
     }
+}
+
+/// One channel is soon typed again; before several are lost the user is asked.
+bool frmChGrid::mayEmpty(const QModelIndexList& chosen) {
+    const auto count = std::ranges::count_if(chosen, [](const QModelIndex& index) {
+        return gridCells::empties(CellGridModel::gridRow(index), CellGridModel::gridColumn(index));
+    });
+    return count < 2 || theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+                                         say(texts::emptyQuestion, count), false);
 }
 
 void frmChGrid::copyCells() {
@@ -403,45 +359,6 @@ void frmChGrid::pasteCells() {
     }
     if (!pasted.isEmpty()) {
         selectionModel()->select(pasted, QItemSelectionModel::ClearAndSelect);
-    }
-}
-
-// The pop-up menu.
-
-void frmChGrid::contextMenuEvent(QContextMenuEvent* event) {
-    if (event->reason() == QContextMenuEvent::Keyboard) {
-        return showMenuOfCurrent();
-    }
-    const QModelIndex index = indexAt(event->pos());
-    if (index.isValid() && !selectionModel()->isSelected(index)) {
-        goTo(index);
-    }
-    showMenu(rowAt(event->pos().y()) + 1, event->globalPos());
-}
-
-void frmChGrid::showMenuOfCurrent() {
-    showMenu(CellGridModel::gridRow(currentIndex()),
-             viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
-}
-
-void frmChGrid::showMenu(int gridRow, const QPoint& where) {
-    if (gridRow < 1) {
-        return;
-    }
-    const auto items = modChEdit::channelMenu(toInt16(gridRow));
-    const auto actions = menu_->actions();
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        QAction* action = actions[static_cast<qsizetype>(i)];
-        action->setText(qText(items[i].caption));
-        action->setEnabled(items[i].enabled);
-    }
-    for (const CellCommand& command : cellCommands) {
-        auto* action = menu_->findChild<QAction*>(QLatin1String(command.name));
-        action->setText(qSay(command.caption));
-        action->setEnabled(command.key == Qt::Key_C || !modChEdit::locked());
-    }
-    if (!items.empty()) {
-        menu_->popup(where);
     }
 }
 

@@ -2,9 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <QTableView>
+#include <span>
+#include <vector>
 
 #include "app/Controls.h"
+#include "desktop/EditTable.h"
 
 class QLabel;
 class QMenu;
@@ -17,7 +19,7 @@ class TitleHeader;
 /// The channel grid `vsfgGridCh`: the core's grid as a table that is edited like a spreadsheet.
 /// What may be edited, what becomes of a text and what the pop-up menu offers is decided by
 /// modChEdit.
-class frmChGrid : public QTableView {
+class frmChGrid : public EditTable {
     Q_OBJECT
 
   public:
@@ -27,6 +29,12 @@ class frmChGrid : public QTableView {
     /// left of the width is shared out; what is missing is taken from columns wider than their
     /// texts.
     void fit();
+
+    /// Puts the commands on cells and channels into a menu, which has to call showEditMenu before
+    /// it opens. They are `inFront` where the user sees what they work on; otherwise none can be
+    /// chosen.
+    void fillEditMenu(QMenu& menu);
+    void showEditMenu(bool inFront);
 
     /// The table's own search by letters would take keys that a cell refuses.
     void keyboardSearch(const QString&) override {}
@@ -44,9 +52,14 @@ class frmChGrid : public QTableView {
     struct KeyCommand;
     static const KeyCommand keyCommands[];
     struct CellCommand;
-    static const CellCommand cellCommands[3];
+    static const std::vector<CellCommand>& cellCommands();
 
     void makeMenu();
+    [[nodiscard]] QAction* makeAction(const char* name, const char* icon);
+    [[nodiscard]] QAction* actionNamed(const char* name) const;
+    void fillMenu(QMenu& menu, std::span<const char* const> names);
+    /// Gives the commands captions and states for the channel of a row; false where it is none.
+    bool showCommands(int gridRow, bool mnemonics);
     void makeCorner();
     void afterReset();
 
@@ -68,6 +81,7 @@ class frmChGrid : public QTableView {
     void openList();
     void doubleClicked(const QModelIndex& index);
     void clearCells();
+    [[nodiscard]] static bool mayEmpty(const QModelIndexList& chosen);
     void copyCells();
     void cutCells();
     void pasteCells();
@@ -77,6 +91,7 @@ class frmChGrid : public QTableView {
 
     CellGridModel* model_;
     TitleHeader* titles_;
+    std::vector<QAction*> actions_;
     QMenu* menu_;
     QLabel* corner_;
 };

@@ -42,8 +42,8 @@ QPalette noticeColours() {
     return palette;
 }
 
-void caption(QLabel& label, QWidget& control, int text) {
-    label.setText(softText(text));
+void caption(QLabel& label, QWidget& control, int text, char mnemonic) {
+    label.setText(withMnemonic(softText(text), mnemonic));
     label.setBuddy(&control);
     nameControl(control, softText(text));
 }
@@ -108,8 +108,8 @@ void frmChMem::SetSoftFace() {
         setWindowTitle(softText(66));
         nameControl(*vsfgGridCh_, windowTitle());
         fraModel_->setTitle(softText(370));
-        caption(*lblModel_, *cboModel_, 371);
-        caption(*lblFrequency_, *cboFrequency_, 372);
+        caption(*lblModel_, *cboModel_, 371, 'M');
+        caption(*lblFrequency_, *cboFrequency_, 372, 'U');
     });
 }
 
@@ -129,13 +129,21 @@ frmOptPanel* frmChMem::panel() const {
     return panel_;
 }
 
+frmChGrid* frmChMem::grid() const {
+    return vsfgGridCh_;
+}
+
 void frmChMem::modelChosen(int index) {
-    modModel::selectModel(index);
+    if (EditTable::commitAll()) {
+        modModel::selectModel(index);
+    }
     refresh();
 }
 
 void frmChMem::bandChosen(int index) {
-    modModel::chooseBand(index);
+    if (EditTable::commitAll()) {
+        modModel::chooseBand(index);
+    }
     refresh();
 }
 

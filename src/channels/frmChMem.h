@@ -32,6 +32,7 @@ class frmChMem : public QWidget {
     void showNotice(const QString& text);
 
     [[nodiscard]] frmOptPanel* panel() const;
+    [[nodiscard]] frmChGrid* grid() const;
 
   private:
     void layOut();

@@ -91,6 +91,10 @@ void clear(int row, int col) {
     }
 }
 
+bool empties(int row, int col) {
+    return col == column::rx && modChMem::ChInfo()(row).present() && !refuses(row, col);
+}
+
 std::string tipOf(int row, int col) {
     const modChMem::Channel& channel = modChMem::ChInfo()(row);
     if (channel.present() && channel.opened) {

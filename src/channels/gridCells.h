@@ -30,6 +30,9 @@ std::optional<channelEdit::Refusal> put(int row, int col, const std::string& tex
 /// no tone, the default of a list. Raises 13 where the settings have no such default.
 void clear(int row, int col);
 
+/// Whether clearing a cell would empty its channel.
+[[nodiscard]] bool empties(int row, int col);
+
 /// Why a cell is coloured; empty for one that is not.
 [[nodiscard]] std::string tipOf(int row, int col);
 

@@ -38,4 +38,13 @@ QString plainCaption(QString caption) {
     return caption.remove(bracketed).remove(u'&');
 }
 
+QString withMnemonic(QString caption, char letter) {
+    const QChar key = QLatin1Char(letter);
+    if (caption.isEmpty()) {
+        return caption;
+    }
+    const auto at = caption.indexOf(key, 0, Qt::CaseInsensitive);
+    return at >= 0 ? caption.insert(at, u'&') : QStringLiteral("%1(&%2)").arg(caption, key);
+}
+
 }  // namespace k520

@@ -27,4 +27,8 @@ namespace k520 {
 /// accessible names.
 [[nodiscard]] QString plainCaption(QString caption);
 
+/// A caption with the mnemonic `letter`: at the first such letter, whatever its case, or else in
+/// brackets after the caption. No caption stays none.
+[[nodiscard]] QString withMnemonic(QString caption, char letter);
+
 }  // namespace k520

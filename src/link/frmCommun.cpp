@@ -17,6 +17,7 @@
 #include "app/Guard.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "desktop/EditTable.h"
 #include "desktop/SteadyFrame.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
@@ -323,7 +324,7 @@ void frmCommun::gaveUp(const modSession::Result& result) {
 }
 
 void frmCommun::run(Direction direction) {
-    if (running_) {
+    if (running_ || !EditTable::commitAll()) {
         return;
     }
     runDirection_ = direction;
@@ -335,7 +336,7 @@ void frmCommun::run(Direction direction) {
 }
 
 void frmCommun::restore() {
-    if (running_) {
+    if (running_ || !EditTable::commitAll()) {
         return;
     }
     const auto backup = chosenBackup();

@@ -29,13 +29,23 @@ constexpr int rowPadding = 3;
 /// The ground of an editor whose text was refused; white can be read on it.
 constexpr QColor refusedGround{176, 0, 32};
 
-class ByteEditor : public QLineEdit {
+bool isReturn(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+class ByteEditor : public QLineEdit, public CellEditor {
   public:
-    explicit ByteEditor(QWidget* parent) : QLineEdit(parent) {
+    ByteEditor(const QString& text, QWidget* parent) : QLineEdit(text, parent) {
         setFrame(false);
         setAlignment(Qt::AlignCenter);
         setAccessibleDescription(qSay(texts::badByteTip));
         connect(this, &QLineEdit::textEdited, this, [this] { setPalette({}); });
+    }
+    bool settle() override {
+        if (!hasAcceptableInput()) {
+            refuse();
+        }
+        return hasAcceptableInput();
     }
     void refuse() {
         QPalette refused = palette();
@@ -67,13 +77,33 @@ class ByteDelegate : public QStyledItemDelegate {
     using QStyledItemDelegate::QStyledItemDelegate;
 
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
-                          const QModelIndex&) const override {
-        auto* editor = own<ByteEditor>(parent);
+                          const QModelIndex& index) const override {
+        auto* editor = own<ByteEditor>(index.data(Qt::EditRole).toString(), parent);
         editor->setValidator(own<ByteValidator>(*editor));
         return editor;
     }
 
+    /// Nothing: a change beside the edit must not replace what is being typed.
+    void setEditorData(QWidget*, const QModelIndex&) const override {}
+
   protected:
+    /// A text that is no byte stays when the keyboard goes: a command would go on without it. And
+    /// Return stores at once, not when events are next served.
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        auto* editor = dynamic_cast<ByteEditor*>(watched);
+        if (editor != nullptr && event->type() == QEvent::FocusOut && !editor->settle()) {
+            return false;
+        }
+        if (editor != nullptr && event->type() == QEvent::KeyPress &&
+            isReturn(*static_cast<QKeyEvent*>(event))) {
+            if (editor->settle()) {
+                emit commitData(editor);
+                emit closeEditor(editor, SubmitModelCache);
+            }
+            return true;
+        }
+        return QStyledItemDelegate::eventFilter(watched, event);
+    }
     /// A marked cell keeps its colour, darkened, when it is the selected one.
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
@@ -87,7 +117,7 @@ class ByteDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-frmMemDatGrid::frmMemDatGrid(QWidget* parent) : QTableView(parent) {
+frmMemDatGrid::frmMemDatGrid(QWidget* parent) : EditTable(parent) {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setItemDelegate(own<ByteDelegate>(this));
     setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
@@ -135,18 +165,16 @@ void frmMemDatGrid::go(CursorAction step) {
 }
 
 void frmMemDatGrid::keyPressEvent(QKeyEvent* event) {
-    // An editor hands on the key that will close it.
-    if (state() != EditingState &&
-        (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+    if (isReturn(*event)) {
         go(MoveDown);
         return;
     }
-    QTableView::keyPressEvent(event);
+    EditTable::keyPressEvent(event);
 }
 
 void frmMemDatGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
     // A byte that Tab reaches is chosen, not opened.
-    QTableView::closeEditor(editor, QAbstractItemDelegate::NoHint);
+    EditTable::closeEditor(editor, QAbstractItemDelegate::NoHint);
     switch (hint) {
         case QAbstractItemDelegate::SubmitModelCache:
             return go(MoveDown);

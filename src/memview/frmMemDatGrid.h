@@ -2,14 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <QTableView>
+#include "desktop/EditTable.h"
 
 namespace k520 {
 
 /// A table of bytes as two hexadecimal digits. Typing, F2 or a double click edits the current cell;
 /// Enter goes down, Tab to the next byte. A text that is no byte is not accepted: the editor stays
-/// open and says so until it is mended or left with Escape.
-class frmMemDatGrid : public QTableView {
+/// open and says so until it is corrected or left with Escape or for another cell.
+class frmMemDatGrid : public EditTable {
     Q_OBJECT
 
   public:

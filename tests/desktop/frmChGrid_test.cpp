@@ -135,9 +135,8 @@ class Grid : public test::Desktop {
         QApplication::sendEvent(grid->viewport(), &event);
         std::string items;
         for (const QAction* action : find<QMenu>(*grid, "mnuChannel").actions()) {
-            if (!action->isSeparator()) {
-                items += (action->isEnabled() ? "" : "!") + stdText(action->text()) + "|";
-            }
+            const std::string name = action->isSeparator() ? "-" : stdText(action->text());
+            items += (action->isEnabled() ? "" : "!") + name + "|";
         }
         find<QMenu>(*grid, "mnuChannel").hide();
         return items;
@@ -253,8 +252,8 @@ TEST_F(Grid, CellsThatRefuse) {
     EXPECT_TRUE(modChMem::ChInfo() == before);
     EXPECT_EQ(row(1), first);
     EXPECT_EQ(menuAt(1),
-              "!Open channel 1|!Delete channel 1|!Delete all channels|!Save as default|"
-              "!Cu&t|&Copy|!&Paste|");
+              "!Open channel 1|!Delete channel 1|!Save as default|-|"
+              "!Cu&t|&Copy|!&Paste|!&Delete cells|-|!Delete all channels|");
 }
 
 TEST_F(Grid, TonesAreOfferedWhileOneIsTyped) {
@@ -267,7 +266,7 @@ TEST_F(Grid, TonesAreOfferedWhileOneIsTyped) {
     for (const auto& [typed, offered] : offers) {
         line.selectAll();
         QTest::keyClicks(&box, QLatin1String(typed));
-        const auto& found = *line.completer()->completionModel();
+        const auto& found = *find<QListView>(*grid, "lstOffers").model();
         std::string all;
         for (int i = 0; i < found.rowCount(); ++i) {
             all += stdText(found.index(i, 0).data().toString()) + " ";
@@ -343,6 +342,34 @@ TEST_F(Grid, CopyAndPaste) {
     EXPECT_EQ(row(1) + cell(5, 2), blank);
 }
 
+TEST_F(Grid, AsksBeforeSeveralChannelsAreEmptied) {
+    const std::string question = "ask|Notice|2 channels will be deleted. Go on?";
+    const std::string second = row(2);
+    const std::tuple<std::array<int, 4>, const char*, const char*, std::string> cases[] = {
+        // from row and column to row and column; the key; the answer, if asked; what is left
+        {{1, 1, 1, 8}, "Del", "", blank + second},
+        {{1, 2, 9, 8}, "Del", "", "150||None||Wide|High|Off|Off150||None||Wide|High|Off|Off"},
+        {{1, 1, 16, 8}, "Del", "ask no", first + second},
+        {{1, 1, 16, 1}, "Backspace", "ask no", first + second},
+        {{1, 1, 2, 3}, "Ctrl+X", "ask no", first + second},
+        {{1, 1, 16, 8}, "Del", "ask yes", blank + blank},
+        {{1, 1, 2, 8}, "Ctrl+X", "ask yes", blank + blank},
+        {{5, 1, 16, 8}, "Del", "", first + second}};
+    for (const auto& [area, pressed, answer, expected] : cases) {
+        SCOPED_TRACE(
+            fmt::format("{} from {},{} to {},{}", pressed, area[0], area[1], area[2], area[3]));
+        fill();
+        const bool asked = *answer != 0;
+        dialogs.answers = asked ? std::vector<std::string>{answer} : std::vector<std::string>{};
+        chooseCells(area[0], area[1], area[2], area[3]);
+        play(pressed);
+        EXPECT_EQ(row(1) + row(2), expected);
+        EXPECT_EQ(dialogs.take(), std::vector<std::string>(asked ? 1 : 0, question));
+    }
+    mdimoduMain::state().lockState = mdimoduMain::locked;
+    play("1,1 Ctrl+A Del");
+}
+
 TEST_F(Grid, TabAtTheEndsGoesToTheNextControl) {
     QWidget window;
     QLineEdit before(&window);
@@ -367,11 +394,9 @@ TEST_F(Grid, TheTipOfAFrequencyOutsideTheBand) {
 
 TEST_F(Grid, PopUpMenu) {
     const auto run = [&](const char* name) { find<QAction>(*grid, name).trigger(); };
-    const std::string cells = "Cu&t|&Copy|&Paste|";
-    EXPECT_EQ(menuAt(1),
-              "!Open channel 1|Delete channel 1|Delete all channels|Save as default|" + cells);
-    EXPECT_EQ(menuAt(5),
-              "Open channel 5|!Delete channel 5|Delete all channels|!Save as default|" + cells);
+    const std::string rest = "-|Cu&t|&Copy|&Paste|&Delete cells|-|Delete all channels|";
+    EXPECT_EQ(menuAt(1), "!Open channel 1|Delete channel 1|Save as default|" + rest);
+    EXPECT_EQ(menuAt(5), "Open channel 5|!Delete channel 5|!Save as default|" + rest);
     run("mnuCopy");
     EXPECT_EQ(clipboard.text(), QString());
     EXPECT_EQ(where(), "5,3");

@@ -3,6 +3,7 @@
 #include "app/mdifrmMain.h"
 
 #include "app/ownTexts.h"
+#include "channels/modChEdit.h"
 #include "desktop/Desktop.h"
 
 namespace k520 {
@@ -38,10 +39,11 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
         int language;
         std::string title, menus, file, buttons, status, filePanel;
     } faces[] = {
-        {1, "NorvikK520对讲机写频软件", "文件(&F)|编程(&P)|选项(&O)|设置(&S)|视图(&V)|帮助(&H)|",
+        {1, "NorvikK520对讲机写频软件",
+         "文件(&F)|编辑(&E)|编程(&P)|选项(&O)|设置(&S)|视图(&V)|帮助(&H)|",
          "新建(&N)|打开(&O)…|保存(&S)…|另存为(&A)…|打印(&P)…|---|退出(&E)|",
          "新建|打开|保存|读频|写频|串口|打印|帮助|退出|", "就绪", "文件名:"},
-        {3, "ZEV K520 Radio Software", "&File|&Program|&Option|&Settings|&View|&Help|",
+        {3, "ZEV K520 Radio Software", "&File|&Edit|&Program|&Option|&Settings|&View|&Help|",
          "&New|&Open…|&Save…|S&ave As…|&Print…|---|&Exit|",
          "New|Open|Save|Read|Write|Port|Print|Help|Exit|", "Ready", "File Name:"},
         {2, "", "|||||", "", "|||||||||", "", ""},
@@ -137,6 +139,61 @@ TEST_F(MainWindow, TreeShowsEachWindowOnceAndMaximised) {
     main->showWindow(QStringLiteral("RadioInfo"));
     EXPECT_EQ(find<QMdiArea>(*main, "mdiArea").activeSubWindow(), info);
     EXPECT_TRUE(info->widget()->isVisible());
+}
+
+TEST_F(MainWindow, TreeFollowsTheWindowInFront) {
+    open();
+    auto& tree = find<QTreeWidget>(*main, "treevMain");
+    const auto marked = [&] { return stdText(tree.currentItem()->text(0)); };
+    EXPECT_EQ(marked(), "Channel Info");
+    const std::pair<const char*, const char*> windows[] = {{"mnuOptFeature", "Optional Features"},
+                                                           {"mnuMemDat", "ZEV-K520"}};
+    for (const auto& [item, node] : windows) {
+        action(item).trigger();
+        EXPECT_EQ(marked(), node);
+    }
+    auto& area = find<QMdiArea>(*main, "mdiArea");
+    EXPECT_EQ(stdText(area.currentSubWindow()->widget()->objectName()), "frmMemDat");
+    area.closeActiveSubWindow();
+    area.setActiveSubWindow(area.subWindowList().constFirst());
+    EXPECT_EQ(marked(), "Channel Info");
+}
+
+TEST_F(MainWindow, EditMenuActsOnTheChannelsInFront) {
+    const std::pair<int, const char*> faces[] = {
+        {1,
+         "剪切(&T)|复制(&C)|粘贴(&P)|清除单元格(&D)|---|全选(&A)|---|!开启信道 2(&O)|"
+         "删除信道 2(&L)|存为默认值(&S)|---|删除所有信道(&N)|"},
+        {3,
+         "Cu&t|&Copy|&Paste|&Delete cells|---|Select &all|---|!&Open channel 2|"
+         "De&lete channel 2|&Save as default|---|Delete all cha&nnels|"}};
+    for (const auto& [language, items] : faces) {
+        forget();
+        open(language);
+        modChEdit::openChannel(2);
+        auto& grid = find<QTableView>(*main, "vsfgGridCh");
+        auto& menu = find<QMenu>(*main, "mnuEdit");
+        const auto shown = [&] {
+            emit menu.aboutToShow();
+            std::string all;
+            for (const QAction* item : menu.actions()) {
+                all += (item->isEnabled() ? "" : "!") +
+                       (item->isSeparator() ? "---" : stdText(item->text())) + "|";
+            }
+            return all;
+        };
+        grid.setCurrentIndex(grid.model()->index(1, 0));
+        EXPECT_EQ(shown(), items);
+        action("mnuSelectAll").trigger();
+        action("mnuCopy").trigger();
+        EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), 15);
+        action("mnuDelOne").trigger();
+        EXPECT_FALSE(modChMem::ChInfo()(2).present());
+        action("mnuOptFeature").trigger();
+        EXPECT_THAT(shown(), HasSubstr("|!"));
+        EXPECT_EQ(std::ranges::count_if(menu.actions(), &QAction::isEnabled), 3) << "separators";
+        main.reset();
+    }
 }
 
 TEST_F(MainWindow, ClosingAsksAndStoresTheGeometry) {
