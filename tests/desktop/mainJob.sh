@@ -5,11 +5,14 @@
 # The main job in a real window: an X server of its own, a window manager, the program as users start
 # it, and nothing but key presses and mouse clicks from outside. Reads the simulated radio, edits a
 # channel and an option, writes, saves, reopens and leaves; then looks at the files.
-#   mainJob.sh K520 K520-CLI LANGUAGE        LANGUAGE: 1 Chinese, 3 English
+#   mainJob.sh K520 K520-CLI LANGUAGE [JOB]
+# LANGUAGE: 1 Chinese, 3 English. JOB: main, or tones, which writes and saves while a tone is being
+# typed and its suggestions are open.
 set -euo pipefail
 k520=$1
 cli=$2
 language=$3
+job=${4:-main}
 readonly skipped=77
 
 for tool in Xvfb openbox xdotool; do
@@ -130,11 +133,15 @@ file_dialog() {
     window "$main"
 }
 
-do_the_job() {
+click_at() {
+    eval "$(xdotool getactivewindow getwindowgeometry --shell)"
+    xdotool mousemove $((X + WIDTH * $1 / 100)) $((Y + HEIGHT * $2 / 100)) click 1
+}
+
+main_job() {
     session F5
     # A click into the channels, the first cell, a frequency, and the answer of the grid: the next row.
-    eval "$(xdotool getactivewindow getwindowgeometry --shell)"
-    xdotool mousemove $((X + WIDTH * 4 / 10)) $((Y + HEIGHT * 4 / 10)) click 1
+    click_at 40 40
     press ctrl+Home
     text 446.0124
     press Return
@@ -160,7 +167,41 @@ do_the_job() {
     wait "$program" || fail "the program ended with $?"
 }
 
-look_at_the_files() {
+tones_job() {
+    session F5
+    click_at 40 40
+    # Two channels, and in each the decode tone.
+    press ctrl+Home
+    text 446.05
+    press Return
+    text 446.05
+    press Return
+    press ctrl+Home Right Right
+    text 151.4
+    session F6
+    press Down
+    text 141.3
+    open_with ctrl+s active "$notice"
+    open_with alt+y file_dialog_has_keyboard
+    file_dialog "$folder/saved.dat"
+    wait_for test -s "$folder/saved.dat"
+    open_with ctrl+q active "$notice"
+    press alt+y
+    wait "$program" || fail "the program ended with $?"
+}
+
+# The decode tones of channels 1 and 2.
+tones() {
+    "$cli" show --json "$1" | grep -oP '"decode_tone": *"\K[^"]+' | head -n 2 | tr '\n' ' '
+}
+
+look_at_tones() {
+    "$cli" read -p virtual -o "$folder/radio.dat"
+    [[ $(tones "$folder/radio.dat") == "151.4 "* ]] || fail "the radio has $(tones "$folder/radio.dat")"
+    [[ $(tones "$folder/saved.dat") == "151.4 141.3 " ]] || fail "saved: $(tones "$folder/saved.dat")"
+}
+
+look_at_main() {
     "$cli" read -p virtual -o "$folder/radio.dat"
     for name in saved again radio; do
         [[ $(frequencies "$folder/$name.dat") == "446012500 446050000 " ]] ||
@@ -172,6 +213,6 @@ look_at_the_files() {
 
 prepare
 start
-do_the_job
-look_at_the_files
-echo "the main job is done"
+"${job}_job"
+"look_at_$job"
+echo "the $job job is done"
