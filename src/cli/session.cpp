@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <unistd.h>
+
 #include "app/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
@@ -114,7 +116,7 @@ int runRestore(const Arguments& arguments) {
         checkRestorable(*from);
         printError(say(texts::restoringFile, *from) + "\n");
         link.restore(*from, choices);
-    } else {
+    } else if (isatty(STDERR_FILENO) == 1) {
         printError(say(texts::lookingForBackup) + "\n");
     }
     const auto file = from ? *from : link.takeBack(choices);

@@ -8,6 +8,7 @@
 #include <array>
 #include <chrono>
 #include <cstddef>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -243,6 +244,36 @@ Weight weigh(const Note& note, const std::vector<MemoryImage>& before, const Mem
     return weight;
 }
 
+AddressRange coveredBy(const Note& note) {
+    return backups::parseName(note.backup)->covered;
+}
+
+/// What can be compared of a note's radio, of which the range was read.
+AddressRange comparedFor(const Note& note, const std::optional<AddressRange>& range) {
+    const auto covered = coveredBy(note);
+    const auto read = range.value_or(covered);
+    return {std::max(covered.start, read.start), std::min(covered.end, read.end)};
+}
+
+/// Whether a good write left what the radio of an unfinished one held before its first attempt.
+bool wentBefore(const Note& written, const Note& later) {
+    if (written.state != State::written || later.state != State::unfinished) {
+        return false;
+    }
+    const auto held = heldBefore(later);
+    const auto [first, last] = coveredBy(later);
+    return !held.empty() &&
+           std::ranges::all_of(held, [&, from = first, to = last](const auto& image) {
+               for (int address = from; address <= to; ++address) {
+                   if (!inStamp(address) && image(address) != written.sent(address)) {
+                       return false;
+                   }
+               }
+               return from > stamp::address || to < stamp::address + stamp::length - 1 ||
+                      stampedByWrite(written, image);
+           });
+}
+
 }  // namespace
 
 void keep(const Note& note) {
@@ -288,19 +319,25 @@ std::optional<int> doubts(const Note& note, const MemoryImage& now, AddressRange
 
 std::vector<Note> bestFitting(const std::vector<Note>& notes, const MemoryImage& now,
                               const std::optional<AddressRange>& range) {
-    // By kind: without a doubt and unfinished, without a doubt, unfinished, others.
-    std::array<std::vector<Note>, 4> kinds;
+    std::vector<Note> certain;
+    std::vector<Note> doubtful;
     for (const Note& note : notes) {
-        const auto covered = backups::parseName(note.backup)->covered;
-        if (const auto against = doubts(note, now, range.value_or(covered))) {
-            const std::size_t kind =
-                (*against == 0 ? 0U : 2U) + (note.state == State::unfinished ? 0U : 1U);
-            kinds.at(kind).push_back(note);
+        const auto compared = comparedFor(note, range);
+        if (compared.end < compared.start) {
+            continue;
+        }
+        if (const auto against = doubts(note, now, compared)) {
+            (*against == 0 ? certain : doubtful).push_back(note);
         }
     }
-    const auto* best =
-        std::ranges::find_if(kinds, [](const std::vector<Note>& kind) { return !kind.empty(); });
-    return best != kinds.end() ? *best : std::vector<Note>();
+    const auto& best = certain.empty() ? doubtful : certain;
+    std::vector<Note> kept;
+    std::ranges::copy_if(best, std::back_inserter(kept), [&](const Note& note) {
+        return std::ranges::none_of(best, [&](const Note& later) {
+            return wentBefore(note, later) && shows(later, now, comparedFor(later, range));
+        });
+    });
+    return kept;
 }
 
 bool shows(const Note& note, const MemoryImage& now, AddressRange range) {

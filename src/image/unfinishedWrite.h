@@ -61,9 +61,10 @@ void drop(const std::filesystem::path& backup);
 [[nodiscard]] std::optional<int> doubts(const Note& note, const MemoryImage& now,
                                         modIicDat::AddressRange range);
 
-/// Of these notes the ones that fit a radio best: those without a doubt before others, and then
-/// those of unfinished writes before others. In the order given. Compared is the range, or all that
-/// a note's backup covers.
+/// Of these notes the ones that fit a radio best: those without a doubt before others. A written
+/// note is left out where its write left what an unfinished one of them began from, and the radio
+/// shows the unfinished one. In the order given. Compared is what a note's backup covers, as far as
+/// it lies in the range.
 [[nodiscard]] std::vector<Note> bestFitting(
     const std::vector<Note>& notes, const MemoryImage& now,
     const std::optional<modIicDat::AddressRange>& range = {});

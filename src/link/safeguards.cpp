@@ -13,6 +13,7 @@
 #include "channels/modChMem.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "image/stamp.h"
 #include "image/unfinishedWrite.h"
 #include "link/modCommun.h"
 #include "link/waysBack.h"
@@ -177,22 +178,35 @@ Paths beforeOf(const std::vector<Note>& notes) {
     return before;
 }
 
+bool isWritten(const Note& note) {
+    return note.state == unfinishedWrite::State::written;
+}
+
 /// The notes of a write while it is on. Its own stands from before the first byte. Those of earlier
 /// writes to the same radio are of no use once this one has one of its own or has come to its good
 /// end; but where they can be of several radios, all of them stay.
 class WriteNotes {
   public:
     /// Looks which earlier writes may have left a radio that holds `found` torn. Their backups
-    /// count only where they cover all that is about to change.
+    /// count only where they cover all that is about to change. Where a good write explains what
+    /// was found as well, the radio may be a whole one, and none counts.
     void look(const MemoryImage& found, AddressRange range) {
-        auto notes = unfinishedWrite::unfinished();
+        auto notes = unfinishedWrite::all();
         std::erase_if(notes, [&](const Note& note) {
+            if (isWritten(note)) {
+                return false;
+            }
             const bool covers = std::ranges::all_of(note.before, [&](const auto& backup) {
                 return contains(backups::parseName(backup)->covered, range);
             });
             return !covers || !unfinishedWrite::shows(note, found, range);
         });
         earlier_ = unfinishedWrite::bestFitting(notes, found, range);
+        if (std::ranges::any_of(earlier_, isWritten)) {
+            earlier_.clear();
+        }
+        // Without its stamp a radio is not known well enough to forget what it needs.
+        stampSeen_ = contains(range, {stamp::address, stamp::address + stamp::length - 1});
     }
     [[nodiscard]] Paths earlier() const { return beforeOf(earlier_); }
 
@@ -215,7 +229,7 @@ class WriteNotes {
         if (own_ && changed) {
             keepOwn(report, good);
         }
-        if (earlier_.size() == 1 && (good || (own_ && changed))) {
+        if (stampSeen_ && earlier_.size() == 1 && (good || (own_ && changed))) {
             unfinishedWrite::drop(earlier_.front().backup);
         }
     }
@@ -230,14 +244,16 @@ class WriteNotes {
     }
 
     std::vector<Note> earlier_;
+    bool stampSeen_ = false;
     std::optional<Note> own_;
 };
 
-/// The notes of a backup's radio while the backup is put back. Until that has come to its good end
-/// the write that they tell of counts as unfinished.
+/// The notes of a backup while it is put back. Until that has come to its good end the write that
+/// they tell of counts as unfinished; then those go that are of the connected radio.
 class RestoreNotes {
   public:
-    explicit RestoreNotes(std::vector<Note> notes) : notes_(std::move(notes)) {}
+    RestoreNotes(std::vector<Note> notes, bool ofThisRadio)
+        : notes_(std::move(notes)), ofThisRadio_(ofThisRadio) {}
 
     void begin() const {
         for (Note note : notes_) {
@@ -247,9 +263,9 @@ class RestoreNotes {
     }
     void end(const Report& report, bool good) const {
         for (const Note& note : notes_) {
-            if (good) {
+            if (good && ofThisRadio_) {
                 unfinishedWrite::drop(note.backup);
-            } else if (!radioChanged(report)) {
+            } else if (good || !radioChanged(report)) {
                 keep(note);
             }
         }
@@ -262,6 +278,7 @@ class RestoreNotes {
     }
 
     std::vector<Note> notes_;
+    bool ofThisRadio_;
 };
 
 backups::Backup storeBackup(const MemoryImage& image, AddressRange range, backups::Reason reason) {
@@ -338,6 +355,34 @@ AddressRange coveredBy(const Note& note) {
     return backups::parseName(note.backup)->covered;
 }
 
+AddressRange coveredBy(const std::vector<Note>& notes) {
+    AddressRange range = coveredBy(notes.front());
+    for (const Note& note : notes) {
+        range = hull(range, coveredBy(note));
+    }
+    return range;
+}
+
+/// The notes of which a radio can be read into the image.
+std::vector<Note> readableNotes() {
+    auto notes = unfinishedWrite::all();
+    std::erase_if(notes, [](const Note& note) {
+        return !backups::liesWithin(coveredBy(note), modIicDat::IicDat());
+    });
+    return notes;
+}
+
+/// Whether a radio that was read in a range fits a note and shows its write, and no good write of
+/// another note explains as well what the radio holds. Between torn radios the user has chosen.
+bool isRadioOf(const Note& note, const MemoryImage& found, AddressRange range) {
+    const auto fitting = unfinishedWrite::bestFitting(readableNotes(), found, range);
+    const auto isIt = [&](const Note& other) { return other.backup == note.backup; };
+    return std::ranges::any_of(fitting, isIt) &&
+           std::ranges::none_of(
+               fitting, [&](const Note& other) { return !isIt(other) && isWritten(other); }) &&
+           unfinishedWrite::shows(note, found, coveredBy(note));
+}
+
 }  // namespace
 
 Choices chosen() {
@@ -405,32 +450,35 @@ Report write(CommunView& view, const Choices& choices, const std::filesystem::pa
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices) {
     Run run(Direction::write, view);
     run.report().restored = true;
-    auto notes = unfinishedWrite::all();
+    auto notes = readableNotes();
     std::erase_if(notes, [&](const Note& note) {
         return std::ranges::none_of(note.before, [&](const std::filesystem::path& backup) {
             return isSameFile(backup, file);
         });
     });
-    return restoreWith(run, file, choices, RestoreNotes(std::move(notes)));
+    bool ofThisRadio = false;
+    // Several notes stay in any case.
+    if (notes.size() == 1) {
+        const AddressRange range = coveredBy(notes);
+        MemoryImage found = freshScratch();
+        if (!run.readScratch(Stage::backUp, range, found)) {
+            return run.ended(false);
+        }
+        ofThisRadio = isRadioOf(notes.front(), found, range);
+    }
+    return restoreWith(run, file, choices, RestoreNotes(std::move(notes), ofThisRadio));
 }
 
 Report takeBack(CommunView& view, const Choices& choices) {
     Run run(Direction::write, view);
     run.report().restored = true;
-    auto notes = unfinishedWrite::all();
-    std::erase_if(notes, [](const Note& note) {
-        return !backups::liesWithin(coveredBy(note), modIicDat::IicDat());
-    });
+    const auto notes = readableNotes();
     if (notes.empty()) {
         run.report().otherRadio = true;
         return run.ended(false);
     }
-    AddressRange range = coveredBy(notes.front());
-    for (const Note& note : notes) {
-        range = hull(range, coveredBy(note));
-    }
     MemoryImage found = freshScratch();
-    if (!run.readScratch(Stage::backUp, range, found)) {
+    if (!run.readScratch(Stage::backUp, coveredBy(notes), found)) {
         return run.ended(false);
     }
     const auto fitting = unfinishedWrite::bestFitting(notes, found);
@@ -441,8 +489,9 @@ Report takeBack(CommunView& view, const Choices& choices) {
         return run.ended(false);
     }
     // Notes that can be of several radios stay.
+    const bool single = fitting.size() == 1;
     return restoreWith(run, before.front(), choices,
-                       RestoreNotes(fitting.size() == 1 ? fitting : std::vector<Note>()));
+                       RestoreNotes(single ? fitting : std::vector<Note>(), single));
 }
 
 bool radioChanged(const Report& report) noexcept {

@@ -109,7 +109,8 @@ Report write(CommunView& view, const Choices& choices,
 /// it, and the image stays as it is. A backup is written as far as it came from the radio, any
 /// other data file over the write range; what such a file has no place for stays as the radio has
 /// it. A file that cannot be read, or that is neither a backup nor a data file, is `backupTrouble`,
-/// and the radio is untouched.
+/// and the radio is untouched. Where a note tells of the backup the radio is read first: the note
+/// goes at the good end only where this is its radio.
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
 
 /// Reads the radio, looks which write found or sent what it holds, and puts back what the radio

@@ -146,11 +146,15 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     EXPECT_THAT(unfinished(), testing::ElementsAre(first.backup));
     EXPECT_EQ(waysBack::list().front().path, second.backup);
 
-    plug();
-    std::ranges::fill(radio->memory(), std::uint8_t{0});
-    EXPECT_TRUE(restore(view, first.backup, all).good);
-    EXPECT_TRUE(std::ranges::equal(radio->memory().first(0x430), std::span(before).first(0x430)));
-    EXPECT_THAT(unfinished(), testing::IsEmpty());
+    // The backup fits any radio, but only its own needs it no more then.
+    const auto tornTwice = memory();
+    for (const bool own : {false, true}) {
+        plug({}, own ? tornTwice : std::vector<std::uint8_t>(before.size()));
+        EXPECT_TRUE(restore(view, first.backup, all).good);
+        EXPECT_TRUE(
+            std::ranges::equal(radio->memory().first(0x430), std::span(before).first(0x430)));
+        EXPECT_EQ(unfinished().empty(), own);
+    }
 
     writeAndBreak(before, 70 + 30);
     const std::vector<std::uint8_t> other(before.size(), 0x77);
@@ -261,6 +265,61 @@ TEST_F(Safeguards, EachTornRadioFindsItsOwnWayBack) {
     tear(6, 0x20, 20);
     EXPECT_TRUE(takesBack(equal).good) << "both backups hold the same";
     EXPECT_EQ(unfinished().size(), 2U) << "and either radio may still need one";
+}
+
+// One file, two radios, at the same time or without the stamp: what the good write left in one of
+// them may as well be what the other is torn to.
+TEST_F(Safeguards, AWrittenRadioIsNotTakenForATornOne) {
+    const struct {
+        modIicDat::AddressRange range;
+        bool tornFirst;
+    } cases[] = {{{0, 0x42F}, true}, {{0, 0x42F}, false}, {{0, 0x2FF}, true}, {{0, 0x2FF}, false}};
+    for (const auto& [range, tornFirst] : cases) {
+        SCOPED_TRACE(testing::Message() << range.end << (tornFirst ? " torn first" : ""));
+        fs::remove_all(backups::folder());
+        modIicDat::state().readRange = modIicDat::state().writeRange = range;
+        const auto exchanges = static_cast<unsigned>(3 + (range.end + 1) / 16);
+        std::vector<std::uint8_t> a(SimRadio::memorySize, 0x11);
+        std::vector<std::uint8_t> b(SimRadio::memorySize, 0x22);
+        fs::path backupA;
+        fs::path backupB;
+        const auto tearA = [&] {
+            plug({.silentFrom = exchanges + 2 + 30}, a);
+            backupA = write(view, all).backup;
+            dialogs.take();
+        };
+        const auto writeB = [&] {
+            plug({}, b);
+            const Report good = write(view, all);
+            EXPECT_TRUE(good.good);
+            backupB = good.backup;
+            b = memory();
+        };
+        if (tornFirst) {
+            tearA();
+            writeB();
+        } else {
+            writeB();
+            tearA();
+        }
+        plug({}, b);
+        const Report unclear = takeBack(view, all);
+        EXPECT_FALSE(unclear.good || unclear.otherRadio);
+        EXPECT_THAT(unclear.possible, testing::UnorderedElementsAre(backupA, backupB));
+        EXPECT_EQ(memory(), b) << "untouched";
+
+        plug({.silentFrom = exchanges + 2 + 10}, b);
+        IicDat()(0x120) ^= 0xFF;
+        const Report second = write(view, all);
+        IicDat()(0x120) ^= 0xFF;
+        dialogs.take();
+        EXPECT_THAT(second.earlier, testing::IsEmpty());
+        EXPECT_THAT(unfinished(), testing::UnorderedElementsAre(backupA, second.backup));
+
+        plug({}, b);
+        EXPECT_TRUE(restore(view, backupA, all).good);
+        EXPECT_THAT(unfinished(), testing::Contains(backupA));
+    }
 }
 
 // A radio that was never written holds the same as another before its write that broke off.
