@@ -52,6 +52,15 @@ void tellRemark(const std::string& key) {
     refuse(say(texts::keyWithReason, key, refusal.reason));
 }
 
+/// Only nothing at all deletes: a script's variable that holds a blank must not empty a channel.
+void requireMeant(int channel, int col, const std::string& value) {
+    if (channelEdit::kindOf(col) == channelEdit::Kind::frequency && !value.empty() &&
+        cellText::isEmpty(value)) {
+        refuse(say(texts::keyWithReason, channelKey(channel, nameOfColumn(col)),
+                   say(texts::notAFrequency, typedText::shown(value))));
+    }
+}
+
 void editChannel(std::string_view key, std::string_view rest, const std::string& value) {
     const auto dot = rest.find('.');
     const auto channel = parseWhole(rest.substr(0, dot));
@@ -66,6 +75,7 @@ void editChannel(std::string_view key, std::string_view rest, const std::string&
     if (col == 0) {
         refuse(say(texts::keyUnknown, key));
     }
+    requireMeant(*channel, col, value);
     editCell(*channel, col, value);
 }
 

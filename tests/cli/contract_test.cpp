@@ -92,6 +92,7 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
     std::ranges::transform(wrong, std::back_inserter(commands),
                            [&](const auto& line) { return run.wordsOf(line); });
     commands.push_back({"set", run.file("fleet.dat"), "ch1.rx==+7.6"});
+    commands.push_back({"set", run.file("fleet.dat"), "ch1.rx= "});
     for (const auto& words : commands) {
         const auto outcome = run(words);
         EXPECT_EQ(outcome.code, 2) << testing::PrintToString(words) << outcome.out << outcome.err;
