@@ -360,7 +360,7 @@ void frmCommun::restore() {
 std::optional<std::filesystem::path> frmCommun::chosenBackup() {
     frmCommunRestore choice(dueBackup_.value_or(std::filesystem::path()), this);
     const bool wanted = choice.exec() == QDialog::Accepted;
-    const auto backup = wanted ? choice.chosen() : std::nullopt;
+    auto backup = wanted ? choice.chosen() : std::nullopt;
     if (!backup || backup == dueBackup_ ||
         theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
                          say(texts::restoreQuestion, backup->filename().string()), false)) {
