@@ -87,6 +87,7 @@ class Parser {
     [[nodiscard]] Request parse(Words words) {
         app_.parse(static_cast<int>(words.size()), words.data());
         Request result = request();
+        refuseValuesOfFlags(words);
         refuseBrackets(result, words.subspan(1));
         return result;
     }
@@ -193,6 +194,17 @@ class Parser {
             }
         }
         return {};
+    }
+
+    /// The library takes "--verify=no" for a wish: a flag that is on or off by such a word would
+    /// leave out a backup or a comparison without a sound.
+    void refuseValuesOfFlags(Words words) const {
+        for (const Argument& argument : recognisedRow()->command->arguments) {
+            const auto flag = argument.flags.substr(argument.flags.rfind(',') + 1);
+            if (argument.kind == ArgumentKind::flag && isGivenValue(flag, words)) {
+                refuseWithHelp(say(texts::takesNoValue, flag));
+            }
+        }
     }
 
     /// Whether a word is one of the command's options that take a value.

@@ -206,7 +206,8 @@ void RadioLink::collectTrace() {
     std::signal(SIGPIPE, SIG_IGN);
     auto& list = modCommun::state().listRtData;
     list.onInsert = [this, &list, toStdout](int index) {
-        const auto line = list.lines()[static_cast<std::size_t>(index)] + '\n';
+        const auto line =
+            modCommun::traceLine(list.lines()[static_cast<std::size_t>(index)]) + '\n';
         if (toStdout) {
             printTrace(line);
         } else {

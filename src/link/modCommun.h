@@ -136,6 +136,9 @@ void ProtocolCom();
 /// data list and set the failure flag.
 void RxComDat(std::int16_t count);
 
+/// A line of the data list as scripts read it: text 175 is in English there whatever the language.
+[[nodiscard]] std::string traceLine(const std::string& line);
+
 /// What the reserved tokens RF and WF call: it does nothing and returns 0.
 std::int16_t ReadWriteFre(std::string_view kind, std::int16_t first, std::int16_t second,
                           std::int16_t third);

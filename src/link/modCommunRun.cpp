@@ -4,6 +4,7 @@
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "app/softFaceTexts.h"
 #include "link/dataLog.h"
 #include "link/modCommun.h"
 #include "link/portTexts.h"
@@ -208,6 +209,14 @@ void RxComDat(std::int16_t count) {
         state().failureFlag = flagTrue;
         guarded(label, [] { addDataLine(modSoftFace::text(noReplyText)); });
     }
+}
+
+std::string traceLine(const std::string& line) {
+    if (line != modSoftFace::text(noReplyText)) {
+        return line;
+    }
+    const auto row = std::ranges::find(softFaceRows(), noReplyText, &SoftFaceRow::index);
+    return std::string(row->english);
 }
 
 }  // namespace k520::modCommun

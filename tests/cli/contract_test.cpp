@@ -74,7 +74,10 @@ TEST_F(Contract, WrongCommandLinesTouchNothing) {
                                  "export @fleet.dat -o @fleet.dat",
                                  "import @fleet.dat @fleet.dat",
                                  "verify -p virtual @fleet.dat --trace @fleet.dat",
-                                 "write -p virtual @fleet.dat --backup @home/../fleet.dat"};
+                                 "write -p virtual @fleet.dat --backup @home/../fleet.dat",
+                                 "write -p virtual @fleet.dat --keep-copy=no",
+                                 "read -p virtual -o @fleet.dat --verify=false",
+                                 "show @fleet.dat --json=3"};
     const char* const edits[] = {
         // what follows "set" and the file
         "ch1.rx",         "ch0.rx=446",      "ch17.rx=446",       "chx.rx=446",

@@ -114,6 +114,15 @@ TEST_F(Commun, ReplyDataGoToTheBufferUntilTheFirstDifference) {
                                         "Rx：Communication failed! No receive Data!"}));
 }
 
+// Scripts read the trace: it says the same in every language.
+TEST_F(Commun, TheTraceKeepsItsWords) {
+    for (std::int16_t language : {1, 2, 3}) {
+        modSoftFace::FillSoftFace(language);
+        EXPECT_EQ(traceLine(modSoftFace::text(175)), "Rx：Communication failed! No receive Data!");
+        EXPECT_EQ(traceLine("Tx: 06"), "Tx: 06");
+    }
+}
+
 TEST_F(Commun, RepliesMayBeAsLateAsTheAttemptAllows) {
     const std::pair<std::int16_t, int> pollsByAttempt[] = {{0, 11},   {1, 21},   {9, 101},
                                                            {10, 151}, {14, 191}, {15, 151}};
