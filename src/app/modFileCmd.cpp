@@ -19,6 +19,7 @@
 #include "channels/plausibility.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "memview/modMemDat.h"
 #include "settings/modSysSet.h"
 
 namespace k520::modFileCmd {
@@ -229,6 +230,7 @@ void NewFileSol() {
 std::uint64_t openDatFile(const std::string& path) {
     const auto size = datFile::load(path, modIicDat::IicDat());
     modChMem::SoftDisplay();
+    modMemDat::followImage();
     documentOrigin::begin(documentOrigin::Origin::file);
     return size;
 }
@@ -283,6 +285,7 @@ void SaveAsFile() {
 bool SaveDatFile() {
     const bool saved = guarded("mdifrmMain->SaveDatFile", [] {
         modChMem::SetConvIicDat();
+        modMemDat::followImage();
         datFile::save(state().currentFilePath, modIicDat::IicDat());
         setCurrentFile(state().currentFilePath);
         documentOrigin::saved();

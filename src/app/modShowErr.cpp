@@ -13,6 +13,7 @@
 #include "app/RuntimeError.h"
 #include "app/causeTexts.h"
 #include "app/errTexts.h"
+#include "app/generalDate.h"
 
 namespace k520::modShowErr {
 
@@ -28,9 +29,7 @@ void addLine(std::string line) {
 }
 
 void addTimeLine() {
-    const DateTime t = theClock().dateTime();
-    addLine(fmt::format("---------{:04}-{:02}-{:02} {:02}:{:02}:{:02}--------", t.year, t.month,
-                        t.day, t.hour, t.minute, t.second));
+    addLine(fmt::format("---------{}--------", generalDate::text(theClock().dateTime())));
 }
 
 }  // namespace

@@ -41,8 +41,11 @@ void DelOneChannel(std::int16_t channel) {
         row.decodeTone.clear();
         row.encodeTone.clear();
         row.texts.clear();
-        // All that changed in the grid: the row becomes blank, in DefColor.
+        // Nothing else has changed in the grid.
         showChannel(channel);
+        for (int col = 1; col <= state().ColNum; ++col) {
+            state().vsfgGridCh.setBackground(channel, col, defColour());
+        }
     });
 }
 

@@ -163,11 +163,20 @@ void paintRow(int row, std::optional<Colour> background) {
     }
 }
 
+/// An empty row is not painted, but a warning colour in it would warn of nothing.
+void dropWarning(int row) {
+    for (int col = 1; col <= state().ColNum; ++col) {
+        if (state().vsfgGridCh.cell(row, col).background == overColour()) {
+            state().vsfgGridCh.setBackground(row, col, defColour());
+        }
+    }
+}
+
 void blankRow(int row) {
     for (int col = 1; col <= state().ColNum; ++col) {
         state().vsfgGridCh.setText(row, col, "");
     }
-    paintRow(row, defColour());
+    dropWarning(row);
 }
 
 const std::string& parameterText(const Channel& channel, int col) {

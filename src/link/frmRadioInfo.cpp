@@ -8,6 +8,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QVBoxLayout>
 
 #include "app/modSoftFace.h"
@@ -44,6 +45,10 @@ constexpr std::array<FieldRow, 4> fieldRows{{
     {"lblSoftVer", "txtSoftVer", 186, [] { return QString(); }},
     {"lblLastPc", "txtLastPc", 187, [] { return qText(radioInfo::lastWriteText()); }},
 }};
+
+bool isLeftButton(const QEvent& event) {
+    return static_cast<const QMouseEvent&>(event).button() == Qt::LeftButton;
+}
 
 }  // namespace
 
@@ -84,7 +89,7 @@ bool frmRadioInfo::eventFilter(QObject* watched, QEvent* event) {
         return true;
     }
     if (watched == fraMain_ && event->type() == QEvent::MouseButtonDblClick) {
-        if (radioInfo::state().debugFlag == modCommun::flagTrue) {
+        if (isLeftButton(*event) && radioInfo::state().debugFlag == modCommun::flagTrue) {
             emit memDatWanted();
         }
         return true;
@@ -115,11 +120,14 @@ void frmRadioInfo::layOut() {
     // As wide as it may be before the room beside it grows.
     constexpr int firstOfAll = 100;
     auto* line = own<QHBoxLayout>();
+    line->addStretch(1);
     line->addWidget(fraMain_, firstOfAll);
     line->addStretch(1);
+    // The eye looks for it a little above the middle.
     auto* column = own<QVBoxLayout>(this);
-    column->addLayout(line);
     column->addStretch(1);
+    column->addLayout(line);
+    column->addStretch(2);
 }
 
 /// A click counts when the button goes up, the second one of a double click too. None of it
@@ -127,7 +135,9 @@ void frmRadioInfo::layOut() {
 bool frmRadioInfo::debugEvent(const QEvent& event) {
     switch (event.type()) {
         case QEvent::MouseButtonRelease:
-            radioInfo::lblDebug_Click();
+            if (isLeftButton(event)) {
+                radioInfo::lblDebug_Click();
+            }
             return true;
         case QEvent::MouseButtonPress:
         case QEvent::MouseButtonDblClick:

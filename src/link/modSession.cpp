@@ -277,6 +277,10 @@ class Session {
         view_.setBusy(false);
         view_.resetStopBox();
         view_.setBlinking(false);
+        if (!plan_.ownImage) {
+            // A session that failed has changed the image, too.
+            modMemDat::followImage();
+        }
         if (result_.outcome != Outcome::succeeded) {
             view_.setStatus(modSoftFace::text(plan_.failureText));
             return;

@@ -6,12 +6,16 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollBar>
 
+#include "app/Guard.h"
 #include "desktop/CellGridModel.h"
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
+#include "memview/frmMemDatChars.h"
 #include "memview/frmMemDatGrid.h"
+#include "memview/frmPartFill.h"
 #include "memview/memDatTexts.h"
 #include "memview/modMemDat.h"
 
@@ -20,6 +24,9 @@ namespace k520 {
 namespace {
 
 constexpr int firstHeight = 560;
+constexpr int tablesGap = 8;
+/// What the layout may give to the empty place beside the tables.
+constexpr int roundingRoom = 4;
 /// Four digits and the "H" that the row titles carry.
 constexpr int addressLength = 5;
 
@@ -41,6 +48,14 @@ QString tipOf(int row, int column) {
 
 }  // namespace
 
+struct frmMemDat::Button {
+    const char* name;
+    Text caption;
+    Text tip;
+    const char* icon;
+    void (*command)(frmMemDat&);
+};
+
 frmMemDat::frmMemDat(QWidget* parent)
     : QWidget(parent),
       model_(own<CellGridModel>(
@@ -50,23 +65,46 @@ frmMemDat::frmMemDat(QWidget* parent)
       txtGoTo_(ownNamed<QLineEdit>("txtGoTo")) {
     setObjectName(QStringLiteral("frmMemDat"));
     setWindowTitle(qSay(texts::memDatTitle));
+    modMemDat::state().shown = true;
     modMemDat::TableFreDat();
     buildGrid();
+    layOut();
+    vsfgGridMemDat_->setCurrentIndex(model_->index(0, 0));
+    vsfgGridMemDat_->setFocus();
+    resize(fullWidth(), firstHeight);
+}
+
+frmMemDat::~frmMemDat() {
+    modMemDat::state().shown = false;
+}
+
+void frmMemDat::layOut() {
     auto* bar = own<QHBoxLayout>();
     addGoTo(*bar);
     bar->addStretch();
-    addButton(*bar, "cmdFillGrid", texts::fillGrid, QStringLiteral("refill"),
-              modMemDat::cmdFillGrid_Click);
-    addButton(*bar, "cmdSetDefCol", texts::clearMarks, QStringLiteral("reset-marks"),
-              modMemDat::cmdSetDefCol);
-    auto* layout = own<QVBoxLayout>(this);
-    layout->addLayout(bar);
+    const Button buttons[] = {{"cmdFillGrid", texts::fillGrid, texts::fillGridTip, "refill",
+                               [](frmMemDat&) { modMemDat::cmdFillGrid_Click(); }},
+                              {"cmdSetDefCol", texts::clearMarks, texts::clearMarksTip,
+                               "reset-marks", [](frmMemDat&) { modMemDat::cmdSetDefCol(); }},
+                              {"cmdPartFill", texts::partFill, texts::partFillTip, "fill-range",
+                               [](frmMemDat& window) { window.cmdPartFill_Click(); }}};
+    for (const Button& button : buttons) {
+        addButton(*bar, button);
+    }
     auto* note = own<QLabel>(qSay(texts::tablesFirst));
     note->setForegroundRole(QPalette::PlaceholderText);
+    note->setWordWrap(true);
+    auto* tables = own<QHBoxLayout>();
+    tables->setSpacing(tablesGap);
+    // As wide as they may be before the room beside them grows.
+    constexpr int firstOfAll = 1000;
+    tables->addWidget(vsfgGridMemDat_, firstOfAll);
+    tables->addWidget(characters_);
+    tables->addStretch(1);
+    auto* layout = own<QVBoxLayout>(this);
+    layout->addLayout(bar);
     layout->addWidget(note);
-    layout->addWidget(vsfgGridMemDat_);
-    vsfgGridMemDat_->setFocus();
-    resize(minimumSizeHint().width(), firstHeight);
+    layout->addLayout(tables, 1);
 }
 
 void frmMemDat::buildGrid() {
@@ -74,6 +112,7 @@ void frmMemDat::buildGrid() {
     vsfgGridMemDat_->showModel(*model_, qText(modMemDat::rowTitle(0xFFFF)),
                                built ? qText(grid().text(0, 0)) : QString());
     vsfgGridMemDat_->setAccessibleName(windowTitle());
+    characters_ = ownNamed<frmMemDatChars>("characters", *vsfgGridMemDat_);
 }
 
 void frmMemDat::addGoTo(QHBoxLayout& bar) {
@@ -89,26 +128,54 @@ void frmMemDat::addGoTo(QHBoxLayout& bar) {
     bar.addWidget(txtGoTo_);
 }
 
-void frmMemDat::addButton(QHBoxLayout& bar, const char* name, Text caption, const QString& icon,
-                          void (*command)()) {
-    auto* button = ownNamed<QPushButton>(name, icons::line(icon), qSay(caption));
-    button->setAccessibleName(plainCaption(button->text()));
-    button->setAutoDefault(false);
-    connect(button, &QPushButton::clicked, this, [command] { command(); });
-    bar.addWidget(button);
+void frmMemDat::addButton(QHBoxLayout& bar, const Button& button) {
+    auto* widget = ownNamed<QPushButton>(button.name, icons::line(QLatin1String(button.icon)),
+                                         qSay(button.caption));
+    widget->setAccessibleName(plainCaption(widget->text()));
+    widget->setToolTip(qSay(button.tip));
+    widget->setAutoDefault(false);
+    connect(widget, &QPushButton::clicked, this, [this, command = button.command] {
+        // What a cell shows is what the command works on.
+        if (EditTable::commitAll()) {
+            command(*this);
+        }
+    });
+    bar.addWidget(widget);
 }
 
-/// An address that is none, or is not in the grid, stays there to be mended.
+void frmMemDat::cmdPartFill_Click() {
+    guarded("frmMemDat->cmdPartFill_Click", [this] { frmPartFill(this).exec(); });
+}
+
+void frmMemDat::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    showCharacters();
+}
+
+int frmMemDat::fullWidth() const {
+    const QMargins margins = layout()->contentsMargins();
+    return margins.left() + vsfgGridMemDat_->fullWidth() + tablesGap +
+           characters_->sizeHint().width() + margins.right() + roundingRoom;
+}
+
+/// The characters take no room from the bytes; the rightmost table has the scroll bar of both.
+void frmMemDat::showCharacters() {
+    const int bytes = vsfgGridMemDat_->fullWidth();
+    const bool room = width() >= fullWidth();
+    characters_->setVisible(room);
+    vsfgGridMemDat_->setVerticalScrollBarPolicy(room ? Qt::ScrollBarAlwaysOff
+                                                     : Qt::ScrollBarAlwaysOn);
+    vsfgGridMemDat_->setMaximumWidth(
+        room ? bytes : bytes + vsfgGridMemDat_->verticalScrollBar()->sizeHint().width());
+}
+
+/// A text that is not an address of the grid stays there to be corrected.
 void frmMemDat::goToAddress() {
-    QString text = txtGoTo_->text().trimmed().toUpper();
-    if (text.endsWith(u'H')) {
-        text.chop(1);
-    }
-    bool isNumber = false;
-    const int address = text.toInt(&isNumber, 16);
-    const QModelIndex index =
-        model_->index(address / modMemDat::bytesPerRow, address % modMemDat::bytesPerRow);
-    if (!isNumber || !index.isValid()) {
+    const auto address = modMemDat::parseAddress(stdText(txtGoTo_->text()));
+    const QModelIndex index = address ? model_->index(*address / modMemDat::bytesPerRow,
+                                                      *address % modMemDat::bytesPerRow)
+                                      : QModelIndex();
+    if (!index.isValid()) {
         txtGoTo_->selectAll();
         return;
     }

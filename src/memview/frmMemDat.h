@@ -4,32 +4,48 @@
 
 #include <QWidget>
 
-#include "app/Text.h"
-
 class QHBoxLayout;
 class QLineEdit;
 
 namespace k520 {
 
 class CellGridModel;
+class frmMemDatChars;
 class frmMemDatGrid;
 
-/// The memory data window: the whole image as a hexadecimal grid `vsfgGridMemDat`, edited in place.
+/// The memory data window: the whole image as a hexadecimal grid `vsfgGridMemDat`, edited in place,
+/// and as characters beside it where there is room. It follows every completed read, write, save
+/// and open while it lives.
 class frmMemDat : public QWidget {
     Q_OBJECT
 
   public:
     explicit frmMemDat(QWidget* parent = nullptr);
 
+    ~frmMemDat() override;
+    frmMemDat(const frmMemDat&) = delete;
+    frmMemDat& operator=(const frmMemDat&) = delete;
+
+    /// Opens the dialog of the partial fill.
+    void cmdPartFill_Click();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+
   private:
     void buildGrid();
-    void addButton(QHBoxLayout& bar, const char* name, Text caption, const QString& icon,
-                   void (*command)());
+    void layOut();
+    /// The width at which bytes and characters are seen.
+    [[nodiscard]] int fullWidth() const;
+    void showCharacters();
+    struct Button;
+    void addButton(QHBoxLayout& bar, const Button& button);
     void addGoTo(QHBoxLayout& bar);
     void goToAddress();
 
     CellGridModel* model_;
     frmMemDatGrid* vsfgGridMemDat_;
+    frmMemDatChars* characters_ = nullptr;
     QLineEdit* txtGoTo_;
 };
 

@@ -9,7 +9,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QValidator>
@@ -48,10 +47,7 @@ class ByteEditor : public QLineEdit, public CellEditor {
         return hasAcceptableInput();
     }
     void refuse() {
-        QPalette refused = palette();
-        refused.setColor(QPalette::Base, refusedGround);
-        refused.setColor(QPalette::Text, Qt::white);
-        setPalette(refused);
+        setPalette(refusedPalette(palette()));
         QToolTip::showText(mapToGlobal(rect().bottomLeft()), qSay(texts::badByteTip), this);
     }
 };
@@ -117,6 +113,12 @@ class ByteDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
+QPalette refusedPalette(QPalette palette) {
+    palette.setColor(QPalette::Base, refusedGround);
+    palette.setColor(QPalette::Text, Qt::white);
+    return palette;
+}
+
 frmMemDatGrid::frmMemDatGrid(QWidget* parent) : EditTable(parent) {
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setItemDelegate(own<ByteDelegate>(this));
@@ -145,8 +147,12 @@ void frmMemDatGrid::showModel(QAbstractItemModel& model, const QString& widestTi
     horizontalHeader()->setDefaultSectionSize(byteWidth);
     setModel(&model);
     setCornerText(corner);
-    setMinimumWidth(titleWidth + model.columnCount() * byteWidth +
-                    verticalScrollBar()->sizeHint().width() + 2 * frameWidth());
+    constexpr int leastColumns = 4;
+    setMinimumWidth(titleWidth + leastColumns * byteWidth + 2 * frameWidth());
+}
+
+int frmMemDatGrid::fullWidth() const {
+    return verticalHeader()->width() + horizontalHeader()->length() + 2 * frameWidth();
 }
 
 /// The corner is a button without a text of its own.

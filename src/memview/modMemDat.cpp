@@ -127,6 +127,25 @@ bool isByteText(std::string_view text) noexcept {
            std::ranges::all_of(text, [](char digit) { return hexDigitValue(digit) >= 0; });
 }
 
+char characterOf(std::uint8_t byte) noexcept {
+    constexpr std::uint8_t firstPrintable = 0x20;
+    constexpr std::uint8_t lastPrintable = 0x7E;
+    return byte >= firstPrintable && byte <= lastPrintable ? static_cast<char>(byte) : '.';
+}
+
+std::optional<int> parseAddress(std::string_view text) {
+    constexpr std::size_t mostDigits = 4;
+    std::string_view digits = trimBlanks(text);
+    if (digits.ends_with('H') || digits.ends_with('h')) {
+        digits.remove_suffix(1);
+    }
+    if (digits.empty() || digits.size() > mostDigits ||
+        !std::ranges::all_of(digits, [](char digit) { return hexDigitValue(digit) >= 0; })) {
+        return std::nullopt;
+    }
+    return static_cast<std::uint16_t>(hexToInt16(digits));
+}
+
 void SetGridMemDat() {
     guarded("modMemDat->SetGridMemDat", [] {
         const int rows = dataRows();
@@ -145,6 +164,12 @@ void TableFreDat() {
             showByte(rowOf(address), columnOf(address), image(address));
         }
     });
+}
+
+void followImage() {
+    if (state().shown) {
+        TableFreDat();
+    }
 }
 
 void cmdFillGrid_Click() {

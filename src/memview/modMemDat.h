@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,8 @@ struct State {
     /// Row 0 and column 0 hold the titles. Byte address a stands in row a / 16 + 1, column
     /// a % 16 + 1, as two upper-case hexadecimal digits.
     CellGrid vsfgGridMemDat;
+    /// Whether a window shows the grid.
+    bool shown = false;
 };
 
 [[nodiscard]] State& state();
@@ -34,6 +37,13 @@ inline constexpr Colour changedMark{255, 0, 0};
 /// Whether a user may type this text into a cell: two hexadecimal digits, the letters of any case.
 [[nodiscard]] bool isByteText(std::string_view text) noexcept;
 
+/// The character that stands for a byte: the ASCII one, "." where that cannot be printed.
+[[nodiscard]] char characterOf(std::uint8_t byte) noexcept;
+
+/// A typed address: one to four hexadecimal digits, perhaps with the "H" that row titles carry and
+/// blanks around it. Nothing for any other text.
+[[nodiscard]] std::optional<int> parseAddress(std::string_view text);
+
 /// Rebuilds the empty grid: a row for every sixteen addresses whose start is below TableMaxAddr.
 /// Label "modMemDat->SetGridMemDat".
 void SetGridMemDat();
@@ -44,6 +54,10 @@ void SetGridMemDat();
 /// hexadecimal number. Cells that are right already are left alone, so that a refill tells the
 /// window about nothing but the changes. Label "modMemDat->TableFreDat".
 void TableFreDat();
+
+/// TableFreDat where a window shows the grid. Whoever has completed a read, a write, a save or an
+/// open calls it.
+void followImage();
 
 /// The command behind the fill button: TableFreDat.
 void cmdFillGrid_Click();

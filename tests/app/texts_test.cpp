@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <fmt/format.h>
+
+#include <locale>
+#include <memory>
 #include <new>
 #include <stdexcept>
 
 #include "app/Guard.h"
 #include "app/causeTexts.h"
 #include "app/errTexts.h"
+#include "app/generalDate.h"
 #include "app/softFaceTexts.h"
 #include "support/ProgramFolder.h"
 
@@ -45,6 +50,31 @@ TEST_F(ErrorList, ShowsTwoLinesForEachFailureTheLastSelected) {
     EXPECT_EQ(state().entries.at(1).label + state().entries.at(1).source,
               "mdifrmMain->OpenFilea.dat");
     EXPECT_EQ(state().entries.at(1).number + state().entries.at(2).number, 4711);
+}
+
+/// A locale whose dates are "D<day>" and "T<hour>", each behind `prefix`.
+struct OwnForm : std::time_put<char> {
+    explicit OwnForm(std::string before) : prefix(std::move(before)) {}
+    iter_type do_put(iter_type out, std::ios_base&, char, const std::tm* time, char form,
+                     char) const override {
+        return fmt::format_to(
+            out, "{}{}", prefix,
+            form == 'x' ? fmt::format("D{}", time->tm_mday) : fmt::format("T{}", time->tm_hour));
+    }
+    std::string prefix;
+};
+
+TEST(GeneralDate, IsTheLocalesFormWhereItHasOne) {
+    const DateTime when{2026, 11, 22, 14, 41, 0};
+    const std::string plain = "2026-11-22 14:41:00";
+    EXPECT_EQ(generalDate::text(when, std::locale::classic()), plain);
+    const std::pair<const char*, std::string> cases[] = {
+        {"", "D22 T14"}, {"日", "日D22 日T14"}, {"\xC8\xD5", plain}, {"\xE6\x97", plain}};
+    for (const auto& [prefix, text] : cases) {
+        const std::locale locale(std::locale::classic(),
+                                 std::make_unique<OwnForm>(prefix).release());
+        EXPECT_EQ(generalDate::text(when, locale), text);
+    }
 }
 
 TEST_F(ErrorList, TakesEveryOtherExceptionAsAnErrorOfTheProgram) {

@@ -68,19 +68,24 @@ TEST_F(Grid, ChannelsAreDrawnAsTheyAre) {
     EXPECT_EQ(row(2), "470||67.0|||low|no|off");
     EXPECT_EQ(row(4), blank);
     EXPECT_EQ(failures(), Labels{});
-    for (int n = 1; n <= 4; ++n) {
+    for (int n = 1; n <= 3; ++n) {
         EXPECT_EQ(colour(n, 1), n == 3 ? over : def) << n;
         EXPECT_EQ(colour(n, 2), n == 1 ? over : def) << n;
     }
     modModel::selectBand(0);
     EXPECT_TRUE(colour(1, 1) == over && colour(1, 2) == def);
-    channel(1).rxFre() = -1;  // an empty row keeps no colour
+    // An empty row is left as it is, but for a warning colour.
+    const Colour own{1, 2, 3};
+    grid().setBackground(1, 5, own);
+    channel(1).rxFre() = -1;
+    ShowChTblGrid();
+    EXPECT_TRUE(row(1) == blank && colour(1, 1) == def && colour(1, 5) == own);
     channel(3).field(5) = 47;
     mdimoduMain::state().DefColor = "宋体";
     mdimoduMain::state().OverColor = "Times New Roman";
     ShowChTblGrid();
-    EXPECT_EQ(colour(1, 1), std::nullopt);
     EXPECT_EQ(colour(2, 1), warningColour);
+    EXPECT_EQ(colour(2, 2), std::nullopt);
     EXPECT_EQ(grid().text(3, 5), "");
     EXPECT_EQ(failures(), Labels{"modChMem->ChParaShow 9"});
 }
@@ -89,11 +94,12 @@ TEST_F(Grid, DeletionTakesTheRecordFromTheDefaultImage) {
     std::ranges::fill(modIicDat::IicDatDef().bytes(), std::uint8_t{0x5A});
     setChannel(5, 44600625, 14500000);
     ShowChTblGrid();
+    grid().setBackground(5, 5, Colour{1, 2, 3});
     state().currentChannel = 5;
     channel(5).modified() = channel(9).modified() = 0;
     mnuDelOne_Click();
     EXPECT_EQ(row(5) + channel(5).decodeTone + channel(5).encodeTone, blank);
-    EXPECT_EQ(colour(5, 2), def);
+    EXPECT_TRUE(colour(5, 2) == def && colour(5, 5) == def);
     EXPECT_FALSE(channel(5).present() || channel(5).transmits());
     EXPECT_EQ(channel(5).modified(), 1);
     for (int address = 0x40; address < 0x70; ++address) {

@@ -528,6 +528,8 @@ TEST_F(RadioInfo, ClicksOnTheHiddenLabelSwitchTheDeveloperEntrance) {
     };
     EXPECT_EQ(enter(), 0);
     QTest::mouseClick(&label, Qt::LeftButton);
+    QTest::mouseClick(&label, Qt::RightButton);
+    QTest::mouseDClick(&frame, Qt::RightButton, {}, empty);
     EXPECT_EQ(enter(), 1);
     EXPECT_EQ(radioInfo::state().debugFlag, -1);
     QTest::mouseClick(&label, Qt::LeftButton);

@@ -7,6 +7,7 @@
 #include "channels/modChEdit.h"
 #include "desktop/Desktop.h"
 #include "image/datFile.h"
+#include "memview/frmMemDat.h"
 
 namespace k520 {
 namespace {
@@ -95,6 +96,43 @@ TEST_F(MainJob, ACommandTakesWhatIsBeingTyped) {
     action("mnuPrint").trigger();
     EXPECT_EQ(cell(1, 1), "431.25");
     EXPECT_THAT(dialogs.take().at(0), testing::HasSubstr("<td>431.25</td>"));
+}
+
+TEST_F(MainJob, AnOpenMemoryWindowFollowsEveryCommand) {
+    open();
+    const frmMemDat memory;
+    const auto inStep = [] {
+        const auto& grid = modMemDat::state().vsfgGridMemDat;
+        const auto& image = modIicDat::IicDat();
+        for (int address = 0; address <= 0x1FFF; ++address) {
+            if (grid.text(address / 16 + 1, address % 16 + 1) !=
+                modMemDat::FormatByteDat(image(address))) {
+                return false;
+            }
+        }
+        return true;
+    };
+    const std::string path = folder / "memory.dat";
+    const std::pair<const char*, std::function<void()>> commands[] = {
+        {"a write", [&] { session("mnuWriteFre", "cmdWrite"); }},
+        {"a read", [&] { session("mnuReadFre", "cmdRead"); }},
+        {"a save",
+         [&] {
+             dialogs.answers = {"save " + path};
+             action("mnuSaveAs").trigger();
+         }},
+        {"an open", [&] {
+             dialogs.answers = {"open " + path};
+             action("mnuOpen").trigger();
+         }}};
+    for (const auto& [name, command] : commands) {
+        modIicDat::IicDat()(0x1000) ^= 0xFF;
+        modChMem::state().ChInfo(1).rxFre() += 1250;
+        ASSERT_FALSE(inStep());
+        command();
+        EXPECT_TRUE(inStep()) << name;
+    }
+    dialogs.take();
 }
 
 TEST_F(MainJob, TheProgramCannotBeLeftInASession) {

@@ -3,6 +3,7 @@
 
 #include "desktop/Desktop.h"
 #include "memview/frmMemDat.h"
+#include "memview/frmPartFill.h"
 #include "settings/frmOptPanel.h"
 
 namespace k520 {
@@ -262,6 +263,46 @@ TEST_F(MemDat, RefillMarksChangesUntilTheMarksAreCleared) {
     EXPECT_EQ(stdText(cell(0x45).data(Qt::ToolTipRole).toString()),
               "地址为: 0x0045    二进制:10100101    "
               "B0:1 B1:0 B2:1 B3:0   B4:0 B5:1 B6:0 B7:1     十进制165");
+}
+
+TEST_F(MemDat, CharactersStandBesideTheBytes) {
+    auto& characters = find<QTableView>(*window, "characters");
+    window->resize(1200, 500);
+    QApplication::processEvents();
+    ASSERT_TRUE(characters.isVisible());
+    put(0x1FF2, 'K');
+    put(0x1FF3, 0x80);
+    const auto* model = characters.model();
+    EXPECT_EQ(model->index(511, 2).data().toString() + model->index(511, 3).data().toString(),
+              QStringLiteral("K."));
+    table().setCurrentIndex(cell(0x1FF2));
+    EXPECT_EQ(characters.currentIndex(), model->index(511, 2));
+    EXPECT_EQ(characters.rowViewportPosition(511), table().rowViewportPosition(511));
+    QTest::mouseClick(characters.viewport(), Qt::LeftButton, {},
+                      characters.visualRect(model->index(511, 3)).center());
+    EXPECT_EQ(table().currentIndex(), cell(0x1FF3));
+    window->resize(620, 500);
+    QApplication::processEvents();
+    EXPECT_FALSE(characters.isVisible());
+    EXPECT_FALSE(table().horizontalScrollBar()->isVisible());
+    EXPECT_TRUE(table().verticalScrollBar()->isVisible());
+}
+
+TEST_F(MemDat, PartialFillSaysWhatItCannotTakeAndStaysOpen) {
+    frmPartFill dialog;
+    ASSERT_TRUE(showActive(dialog));
+    auto& value = find<QLineEdit>(dialog, "txtFillValue");
+    const std::string hint = said(dialog, "lblRefusal");
+    find<QLineEdit>(dialog, "txtFillFrom").setText(QStringLiteral("1FFE"));
+    QTest::keyClick(&value, Qt::Key_Return);
+    EXPECT_TRUE(dialog.isVisible() && value.hasFocus());
+    EXPECT_THAT(said(dialog, "lblRefusal"), testing::HasSubstr("00 to FF"));
+    QTest::keyClicks(&value, QStringLiteral("a5"));
+    EXPECT_EQ(said(dialog, "lblRefusal"), hint);
+    QTest::keyClick(&value, Qt::Key_Return);
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(shown(0x1FFE) + shown(0x1FFF), "A5A5");
+    EXPECT_EQ(marked(), "1FFE 1FFF ");
 }
 
 TEST_F(MemDat, GoesToAnAddressOfTheGrid) {

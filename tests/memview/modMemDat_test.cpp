@@ -5,6 +5,7 @@
 #include <numeric>
 #include <set>
 
+#include "memview/partialFill.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::modMemDat {
@@ -103,6 +104,37 @@ TEST_F(MemDat, ATypedByteChangesNothingElse) {
     EXPECT_FALSE(typeByte(1, 1, "5"));
     EXPECT_EQ(image(), wanted);
     EXPECT_EQ(grid.text(0x124, 5) + grid.text(0x151, 1), "77FF");
+    EXPECT_EQ(failure(), "");
+}
+
+TEST_F(MemDat, APartialFillChangesItsRangeAndMarksWhatHasChanged) {
+    modIicDat::state().partialFillRange = {0, 0x1FFF};
+    const auto [from, to, value] = partialFill::initial();
+    EXPECT_EQ(from + to + value, "00001FFF");
+    TableFreDat();
+    MemoryImage wanted = image();
+    EXPECT_FALSE(partialFill::fill({" 1feH", "0200 ", "fF"}));
+    wanted(0x1FE) = wanted(0x1FF) = wanted(0x200) = 0xFF;
+    EXPECT_EQ(image(), wanted);
+    EXPECT_EQ(grid.text(32, 15) + grid.text(33, 1), "FFFF");
+    EXPECT_EQ(grid.cell(32, 15).background, changedMark);
+    EXPECT_EQ(grid.cell(32, 16).background, std::nullopt) << "was FF before";
+    EXPECT_EQ(partialFill::initial().from + partialFill::initial().to, "01FE0200");
+
+    using partialFill::Field;
+    const std::pair<partialFill::Texts, Field> refused[] = {
+        {{"", "1", "00"}, Field::from},   {{"2000", "2001", "00"}, Field::from},
+        {{"0x1", "1", "0"}, Field::from}, {{"0", "12345", "00"}, Field::to},
+        {{"0", "2000", "00"}, Field::to}, {{"11", "10", "00"}, Field::to},
+        {{"0", "1", "5"}, Field::value},  {{"0", "1", "G0"}, Field::value}};
+    for (const auto& [texts, field] : refused) {
+        const auto refusal = partialFill::fill(texts);
+        ASSERT_TRUE(refusal) << texts.from << ' ' << texts.to << ' ' << texts.value;
+        EXPECT_EQ(refusal->field, field);
+        EXPECT_NE(refusal->reason, "");
+    }
+    EXPECT_EQ(image(), wanted);
+    EXPECT_EQ(partialFill::initial().from + partialFill::initial().to, "01FE0200");
     EXPECT_EQ(failure(), "");
 }
 
