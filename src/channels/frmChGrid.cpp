@@ -19,6 +19,7 @@
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
 #include "channels/channelTexts.h"
+#include "channels/columnTips.h"
 #include "channels/frmChEditors.h"
 #include "channels/frmChGridHeader.h"
 #include "channels/gridCells.h"
@@ -77,7 +78,8 @@ frmChGrid::frmChGrid(QWidget* parent)
                   [](int row, int col, const QString& text) {
                       return gridCells::store(row, col, stdText(text));
                   },
-              .tip = [](int row, int col) { return qText(gridCells::tipOf(row, col)); }},
+              .tip = [](int row, int col) { return qText(gridCells::tipOf(row, col)); },
+              .titleTip = [](int col) { return qText(columnTips::of(col)); }},
           this)),
       titles_(own<TitleHeader>(this)),
       menu_(own<QMenu>(this)),

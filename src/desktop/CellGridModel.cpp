@@ -95,6 +95,9 @@ QVariant CellGridModel::headerData(int section, Qt::Orientation orientation, int
     if (role == Qt::TextAlignmentRole) {
         return Qt::AlignCenter;
     }
+    if (role == Qt::ToolTipRole && orientation == Qt::Horizontal && rules_.titleTip) {
+        return rules_.titleTip(section + 1);
+    }
     if (role != Qt::DisplayRole) {
         return {};
     }

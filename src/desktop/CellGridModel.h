@@ -25,6 +25,8 @@ class CellGridModel : public QAbstractTableModel {
         std::function<bool(int row, int column, const QString& text)> edited = {};
         /// The tip of a cell; empty for none.
         std::function<QString(int row, int column)> tip = {};
+        /// The tip of a column's title; empty for none.
+        std::function<QString(int column)> titleTip = {};
     };
 
     CellGridModel(CellGrid& grid, Rules rules, QObject* parent);

@@ -19,6 +19,8 @@
 #include "app/modFileCmd.h"
 #include "app/modStartUp.h"
 #include "app/programFolder.h"
+#include "desktop/ClearStyle.h"
+#include "desktop/owned.h"
 #include "desktop/programTexts.h"
 #include "desktop/qtText.h"
 
@@ -88,6 +90,7 @@ int Program::main(int count, char** words) {
 }
 
 Program::Program(int& count, char** words) : QApplication(count, words) {
+    setStyle(own<ClearStyle>());
     setApplicationName(QStringLiteral("k520"));
     setApplicationVersion(QStringLiteral(K520_VERSION));
     setDesktopFileName(QStringLiteral("k520"));

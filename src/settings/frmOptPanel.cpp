@@ -9,8 +9,8 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSignalBlocker>
-#include <QStyle>
-#include <string_view>
+#include <algorithm>
+#include <functional>
 
 #include "app/Checked.h"
 #include "desktop/SteadyComboBox.h"
@@ -18,7 +18,6 @@
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
 #include "settings/optionPanel.h"
-#include "settings/optionTexts.h"
 
 namespace k520 {
 
@@ -26,46 +25,15 @@ namespace {
 
 using optionTable::Option;
 
-/// Options that belong together under a heading, by the names that scripts call them.
-struct Group {
-    Text heading;
-    std::vector<std::string_view> options;
-};
-
-const std::array<Group, 6>& groups() {
-    static const std::array<Group, 6> all{{
-        {texts::groupTransmit, {"tot", "pre_tot", "low_battery_tx"}},
-        {texts::groupReceiver, {"squelch", "volume"}},
-        {texts::groupVoice, {"voice", "voice_chip", "beep", "emergency_alarm"}},
-        {texts::groupVox, {"vox_level", "vox_delay", "vox_inhibit_rx"}},
-        {texts::groupBroadcast, {"broadcast_squelch", "broadcast_volume"}},
-        {texts::groupPower, {"crystal", "battery_save"}},
-    }};
-    return all;
-}
-
 /// The shortest text, in letters, that a list in a narrow panel still shows whole.
 constexpr int leastEntryLength = 9;
 constexpr int gap = 6;
 constexpr int gapAboveHeading = 10;
-constexpr int columns = 2;
-
-/// A scroll area that is never narrower than what it holds, so that it scrolls downwards only.
-class ColumnScrollArea : public QScrollArea {
-  public:
-    [[nodiscard]] QSize minimumSizeHint() const override {
-        return {widthFor(widget()->minimumSizeHint()), QScrollArea::minimumSizeHint().height()};
-    }
-    [[nodiscard]] QSize sizeHint() const override {
-        const QSize whole = widget()->sizeHint();
-        return {widthFor(whole), whole.height()};
-    }
-
-  private:
-    [[nodiscard]] int widthFor(QSize content) const {
-        return content.width() + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
-    }
-};
+constexpr int gapBetweenColumns = 32;
+/// A caption and its control.
+constexpr int cellsOfOption = 2;
+/// Below all rows: it takes the height that is left.
+constexpr int lastRow = 100;
 
 QLabel* headingLabel() {
     auto* label = own<QLabel>();
@@ -96,12 +64,9 @@ void showItems(QComboBox& list, const std::vector<std::string>& texts) {
     }
 }
 
-/// Voice chip and crystal are what the radio is built of.
-void tellIfNeverStored(QWidget& widget, const Option& option) {
-    if (option.ownedMask == 0) {
-        widget.setToolTip(qSay(texts::neverStoredTip));
-        widget.setAccessibleDescription(widget.toolTip());
-    }
+void explain(QWidget& widget, const Option& option) {
+    widget.setToolTip(qText(optionTable::tipText(option)));
+    widget.setAccessibleDescription(widget.toolTip());
 }
 
 QString controlName(const Option& option) {
@@ -109,6 +74,40 @@ QString controlName(const Option& option) {
 }
 
 }  // namespace
+
+/// A scroll area that is as wide as one column of options, and scrolls downwards only.
+class frmOptPanel::ColumnScrollArea : public QScrollArea {
+  public:
+    /// The widths that one column needs at least, and would like to have.
+    int least = 0;
+    int preferred = 0;
+    /// Called after its size has changed.
+    std::function<void()> resized;
+
+    [[nodiscard]] QSize minimumSizeHint() const override {
+        return {widthFor(least), QScrollArea::minimumSizeHint().height()};
+    }
+    [[nodiscard]] QSize sizeHint() const override {
+        return {widthFor(preferred), widget()->sizeHint().height()};
+    }
+    /// Whether two columns of options can be seen whole.
+    [[nodiscard]] bool hasRoomForTwo() const {
+        return width() >= widthFor(2 * preferred + gapBetweenColumns);
+    }
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override {
+        QScrollArea::resizeEvent(event);
+        if (resized) {
+            resized();
+        }
+    }
+
+  private:
+    [[nodiscard]] int widthFor(int content) const {
+        return content + verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+    }
+};
 
 frmOptPanel::frmOptPanel(QWidget* parent)
     : QWidget(parent),
@@ -122,13 +121,16 @@ frmOptPanel::frmOptPanel(QWidget* parent)
 
 void frmOptPanel::buildFrame() {
     auto* content = own<QWidget>();
-    auto* grid = own<QGridLayout>(content);
-    grid->setSpacing(gap);
-    grid->setContentsMargins(0, 0, gap, 0);
-    grid->setColumnStretch(columns - 1, 1);
-    addGroups(*grid);
-    grid->setRowStretch(grid->rowCount(), 1);
+    grid_ = own<QGridLayout>(content);
+    grid_->setSpacing(gap);
+    grid_->setContentsMargins(0, 0, gap, 0);
+    grid_->setRowStretch(lastRow, 1);
+    for (int group = 0; group < optionTable::groupCount; ++group) {
+        addGroup(static_cast<optionTable::Group>(group));
+    }
+    arrange(1);
 
+    scroll_->resized = [this] { followWidth(); };
     scroll_->setWidget(content);
     scroll_->setWidgetResizable(true);
     scroll_->setFrameShape(QFrame::NoFrame);
@@ -145,25 +147,79 @@ void frmOptPanel::buildFrame() {
     whole->addWidget(fraOption_);
 }
 
-void frmOptPanel::addGroups(QGridLayout& grid) {
-    for (const Group& group : groups()) {
-        if (grid.count() > 0) {
-            grid.setRowMinimumHeight(grid.rowCount(), gapAboveHeading);
-        }
-        headings_.push_back(headingLabel());
-        grid.addWidget(headings_.back(), grid.rowCount(), 0, 1, columns);
-        for (const std::string_view name : group.options) {
-            const Option& option = *optionTable::findOption(name);
-            if (option.kind == optionTable::ControlKind::list) {
-                addList(grid, option);
-            } else {
-                addCheckBox(grid, option);
-            }
+void frmOptPanel::addGroup(optionTable::Group group) {
+    headings_.push_back(headingLabel());
+    for (const Option* option : optionTable::optionsOf(group)) {
+        if (option->kind == optionTable::ControlKind::list) {
+            addList(*option);
+        } else {
+            addCheckBox(*option);
         }
     }
 }
 
-void frmOptPanel::addList(QGridLayout& grid, const Option& option) {
+/// Puts the groups into so many columns, the first half of them to the left.
+void frmOptPanel::arrange(int columns) {
+    shownColumns_ = columns;
+    const int inFirst = (optionTable::groupCount + columns - 1) / columns;
+    int row = 0;
+    for (int group = 0; group < optionTable::groupCount; ++group) {
+        row = group % inFirst == 0 ? 0 : row;
+        row = placeGroup(group, row, group / inFirst * (cellsOfOption + 1));
+    }
+    for (const int column : {0, 1}) {
+        const int entries = column * (cellsOfOption + 1) + 1;
+        grid_->setColumnStretch(entries, column < columns ? 1 : 0);
+    }
+    grid_->setColumnMinimumWidth(cellsOfOption, columns > 1 ? gapBetweenColumns - 2 * gap : 0);
+}
+
+/// Returns the row below the group.
+int frmOptPanel::placeGroup(int group, int row, int column) {
+    QLabel* heading = headings_.at(static_cast<std::size_t>(group));
+    heading->setContentsMargins(0, row > 0 ? gapAboveHeading : 0, 0, 0);
+    grid_->addWidget(heading, row++, column, 1, cellsOfOption);
+    for (const Option* option : optionTable::optionsOf(static_cast<optionTable::Group>(group))) {
+        const Row& widgets = checkedAt(rows_, option->number, "option row");
+        if (widgets.box != nullptr) {
+            grid_->addWidget(widgets.box, row, column, 1, cellsOfOption, Qt::AlignLeft);
+        } else {
+            grid_->addWidget(widgets.label, row, column);
+            grid_->addWidget(widgets.list, row, column + 1);
+        }
+        ++row;
+    }
+    return row;
+}
+
+void frmOptPanel::followWidth() {
+    const int columns = scroll_->hasRoomForTwo() ? 2 : 1;
+    if (columns != shownColumns_) {
+        arrange(columns);
+    }
+}
+
+void frmOptPanel::measure() {
+    int label = 0;
+    int least = 0;
+    int preferred = 0;
+    int box = 0;
+    for (const Row& row : rows_) {
+        if (row.box != nullptr) {
+            box = std::max(box, row.box->sizeHint().width());
+        } else {
+            label = std::max(label, row.label->sizeHint().width());
+            least = std::max(least, row.list->minimumSizeHint().width());
+            preferred = std::max(preferred, row.list->sizeHint().width());
+        }
+    }
+    scroll_->least = std::max(label + gap + least, box) + gap;
+    scroll_->preferred = std::max(label + gap + preferred, box) + gap;
+    scroll_->updateGeometry();
+    followWidth();
+}
+
+void frmOptPanel::addList(const Option& option) {
     auto* list = own<SteadyComboBox>();
     list->setObjectName(controlName(option));
     list->setMinimumContentsLength(leastEntryLength);
@@ -171,9 +227,6 @@ void frmOptPanel::addList(QGridLayout& grid, const Option& option) {
     auto* label = own<QLabel>();
     label->setBuddy(list);
 
-    const int row = grid.rowCount();
-    grid.addWidget(label, row, 0);
-    grid.addWidget(list, row, 1);
     checkedAt(rows_, option.number, "option row") = {.label = label, .list = list};
     // The entry that is shown can be chosen again: then nothing changes, and it counts all the
     // same.
@@ -183,10 +236,9 @@ void frmOptPanel::addList(QGridLayout& grid, const Option& option) {
     }
 }
 
-void frmOptPanel::addCheckBox(QGridLayout& grid, const Option& option) {
+void frmOptPanel::addCheckBox(const Option& option) {
     auto* box = own<QCheckBox>();
     box->setObjectName(controlName(option));
-    grid.addWidget(box, grid.rowCount(), 0, 1, columns, Qt::AlignLeft);
     checkedAt(rows_, option.number, "option row") = {.box = box};
     connect(box, &QCheckBox::toggled, this,
             [number = option.number](bool on) { optionPanel::optionClicked(number, on ? 1 : 0); });
@@ -195,29 +247,31 @@ void frmOptPanel::addCheckBox(QGridLayout& grid, const Option& option) {
 void frmOptPanel::showState() {
     fraOption_->setTitle(qText(optionPanel::state().frameCaption));
     for (std::size_t i = 0; i < headings_.size(); ++i) {
-        headings_[i]->setText(qSay(groups()[i].heading));
+        headings_[i]->setText(qText(optionTable::groupText(static_cast<optionTable::Group>(i))));
     }
     for (int number = 0; number < optionTable::optionCount; ++number) {
         showControl(number);
     }
-    scroll_->updateGeometry();
+    measure();
 }
 
 void frmOptPanel::showControl(int number) {
     const optionPanel::OptionControl& control =
         checkedAt(optionPanel::state().controls, number, "option control");
     const Row& row = checkedAt(rows_, number, "option row");
+    const Option& option = optionTable::optionAt(number);
     const QString caption = qText(control.caption);
     if (row.box != nullptr) {
         const QSignalBlocker quiet(row.box);
         row.box->setText(caption);
         row.box->setChecked(control.checked);
         nameControl(*row.box, caption);
+        explain(*row.box, option);
         return;
     }
     const QSignalBlocker quiet(row.list);
-    tellIfNeverStored(*row.label, optionTable::optionAt(number));
-    tellIfNeverStored(*row.list, optionTable::optionAt(number));
+    explain(*row.label, option);
+    explain(*row.list, option);
     row.label->setText(caption);
     showItems(*row.list, control.items);
     row.list->setCurrentIndex(control.selected);

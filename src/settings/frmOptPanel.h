@@ -13,12 +13,12 @@ class QComboBox;
 class QGridLayout;
 class QGroupBox;
 class QLabel;
-class QScrollArea;
 
 namespace k520 {
 
-/// The sixteen controls of the radio-wide options, in groups, over optionPanel. It scrolls where it
-/// is small. Several panels can live at once; each has to be told by showState.
+/// The sixteen controls of the radio-wide options, in groups, over optionPanel. They stand in
+/// two columns where it is wide enough; it scrolls where it is low. Several panels can live at
+/// once; each has to be told by showState.
 class frmOptPanel : public QWidget {
     Q_OBJECT
 
@@ -29,6 +29,7 @@ class frmOptPanel : public QWidget {
     void showState();
 
   private:
+    class ColumnScrollArea;
     /// An option's widgets: a list with its label, or a check box.
     struct Row {
         QLabel* label = nullptr;
@@ -37,13 +38,19 @@ class frmOptPanel : public QWidget {
     };
 
     void buildFrame();
-    void addGroups(QGridLayout& grid);
-    void addList(QGridLayout& grid, const optionTable::Option& option);
-    void addCheckBox(QGridLayout& grid, const optionTable::Option& option);
+    void addGroup(optionTable::Group group);
+    void addList(const optionTable::Option& option);
+    void addCheckBox(const optionTable::Option& option);
+    void arrange(int columns);
+    int placeGroup(int group, int row, int column);
+    void measure();
+    void followWidth();
     void showControl(int number);
 
     QGroupBox* fraOption_;
-    QScrollArea* scroll_;
+    ColumnScrollArea* scroll_;
+    QGridLayout* grid_ = nullptr;
+    int shownColumns_ = 0;
     std::array<Row, optionTable::optionCount> rows_;
     std::vector<QLabel*> headings_;
 };

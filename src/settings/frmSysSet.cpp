@@ -14,7 +14,7 @@ namespace k520 {
 namespace {
 
 /// In a wider window an entry would stand too far from its caption.
-constexpr int greatestWidth = 480;
+constexpr int greatestWidth = 960;
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 
 #include "app/Checked.h"
 #include "app/modSoftFace.h"
+#include "settings/optionTexts.h"
 
 namespace k520::optionTable {
 
@@ -16,6 +17,7 @@ namespace {
 using enum Codec;
 using enum ControlKind;
 using enum EntryStyle;
+using enum Group;
 
 constexpr std::int16_t offText = 224;
 constexpr std::int16_t secondsText = 238;
@@ -32,6 +34,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboTot",
      .name = "tot",
      .caption = 233,
+     .group = transmit,
+     .tip = &texts::tipTot,
      .source = {{{0x130, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 20,
@@ -43,6 +47,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboSql",
      .name = "squelch",
      .caption = 217,
+     .group = receiver,
+     .tip = &texts::tipSquelch,
      .source = {{{0x134, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 9,
@@ -52,6 +58,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboVolume",
      .name = "volume",
      .caption = 239,
+     .group = receiver,
+     .tip = &texts::tipVolume,
      .source = {{{0x3FF, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 15,
@@ -61,6 +69,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboAnVoice",
      .name = "voice",
      .caption = 226,
+     .group = voiceAndTones,
+     .tip = &texts::tipVoice,
      .source = {{{0x12F, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 2,
@@ -72,6 +82,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboRadioSql",
      .name = "broadcast_squelch",
      .caption = 240,
+     .group = broadcast,
+     .tip = &texts::tipBroadcastSquelch,
      .codec = offsetByte,
      .source = {{{0x3F6, 0xFF}}},
      .ownedMask = 0xFF,
@@ -82,6 +94,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboRadioVolume",
      .name = "broadcast_volume",
      .caption = 241,
+     .group = broadcast,
+     .tip = &texts::tipBroadcastVolume,
      .source = {{{0x3F7, 0x0F}}},
      .ownedMask = 0xFF,
      .max = 15,
@@ -90,6 +104,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "chkBatSave",
      .name = "battery_save",
      .caption = 327,
+     .group = power,
+     .tip = &texts::tipBatterySave,
      .source = {{{0x135, 0x01}}},
      .ownedMask = 0xFF,
      .kind = checkBox,
@@ -99,6 +115,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "chkBeep",
      .name = "beep",
      .caption = 328,
+     .group = voiceAndTones,
+     .tip = &texts::tipBeep,
      .source = {{{0x136, 0x01}}},
      .ownedMask = 0xFF,
      .kind = checkBox,
@@ -108,6 +126,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "chkEmergencyAlarm",
      .name = "emergency_alarm",
      .caption = 293,
+     .group = voiceAndTones,
+     .tip = &texts::tipEmergencyAlarm,
      .codec = bit,
      .source = {{{0x3FC, 0x80}}},
      .ownedMask = 0x80,
@@ -119,6 +139,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboAnChipSel",
      .name = "voice_chip",
      .caption = 315,
+     .group = voiceAndTones,
+     .tip = &texts::tipVoiceChip,
      .codec = chip,
      .source = {{{0x3FE, 0x03}}},
      .max = 1,
@@ -129,6 +151,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboCrystal",
      .name = "crystal",
      .caption = 326,
+     .group = power,
+     .tip = &texts::tipCrystal,
      .codec = crystal,
      .source = {{{0x3D8, 0xFF}, {0x3D3, 0xC0}}},
      .max = 3,
@@ -139,6 +163,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboPreTot",
      .name = "pre_tot",
      .caption = 330,
+     .group = transmit,
+     .tip = &texts::tipPreTot,
      .source = {{{0x131, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 10,
@@ -150,6 +176,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboVoxLevel",
      .name = "vox_level",
      .caption = 333,
+     .group = vox,
+     .tip = &texts::tipVoxLevel,
      .source = {{{0x13A, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 10,
@@ -161,6 +189,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboVoxDly",
      .name = "vox_delay",
      .caption = 336,
+     .group = vox,
+     .tip = &texts::tipVoxDelay,
      .source = {{{0x13B, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 5,
@@ -172,6 +202,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "cboVoxRxForbid",
      .name = "vox_inhibit_rx",
      .caption = 346,
+     .group = vox,
+     .tip = &texts::tipVoxInhibitRx,
      .source = {{{0x138, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 1,
@@ -182,6 +214,8 @@ constexpr std::array<Option, optionCount> table{{
      .control = "chkLowBatTx",
      .name = "low_battery_tx",
      .caption = 351,
+     .group = transmit,
+     .tip = &texts::tipLowBatteryTx,
      .codec = bit,
      .source = {{{0x3FE, 0x04}}},
      .ownedMask = 0x04,
@@ -200,6 +234,12 @@ constexpr bool isOrdered() {
     return true;
 }
 static_assert(isOrdered());
+static_assert(std::ranges::none_of(table, [](const Option& row) { return row.tip == nullptr; }));
+
+/// By Group.
+constexpr std::array<const Text*, groupCount> groupHeadings{
+    &texts::groupTransmit, &texts::groupReceiver,  &texts::groupVoice,
+    &texts::groupVox,      &texts::groupBroadcast, &texts::groupPower};
 
 /// The text of an entry; `textOf` gives the interface texts of a language.
 template <class TextOf>
@@ -278,6 +318,24 @@ const Option* findOption(std::string_view name) noexcept {
 
 const std::string& captionText(const Option& option) {
     return modSoftFace::text(option.caption);
+}
+
+std::string tipText(const Option& option) {
+    return say(*option.tip);
+}
+
+std::string groupText(Group group) {
+    return say(*groupHeadings[static_cast<std::size_t>(group)]);
+}
+
+std::vector<const Option*> optionsOf(Group group) {
+    std::vector<const Option*> members;
+    for (const Option& option : table) {
+        if (option.group == group) {
+            members.push_back(&option);
+        }
+    }
+    return members;
 }
 
 std::vector<std::string> entryTexts(const Option& option) {

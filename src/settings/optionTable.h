@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/Text.h"
 #include "app/typedText.h"
 #include "image/MemoryImage.h"
 
@@ -38,6 +39,10 @@ enum class Codec : std::uint8_t {
 
 enum class ControlKind : std::uint8_t { list, checkBox };
 
+/// What belongs together, in the order in which it is shown.
+enum class Group : std::uint8_t { transmit, receiver, voiceAndTones, vox, broadcast, power };
+inline constexpr int groupCount = 6;
+
 /// What a list's entries are, value 0 first.
 enum class EntryStyle : std::uint8_t {
     numbers,         ///< the numbers from 0
@@ -51,6 +56,8 @@ struct Option {
     std::string_view control = {};  ///< name of the panel's control
     std::string_view name = {};     ///< what scripts call it
     std::int16_t caption = 0;       ///< index of the interface text beside the control
+    Group group = Group::transmit;
+    const Text* tip = nullptr;  ///< what the option is for; every option has one
 
     Codec codec = Codec::byte;
     /// Where the value is read from; a second place of mask 0 is none.
@@ -80,6 +87,14 @@ struct Option {
 
 /// The text beside the option's control, in the language in force.
 [[nodiscard]] const std::string& captionText(const Option& option);
+
+/// What the option is for, in the language in force.
+[[nodiscard]] std::string tipText(const Option& option);
+
+/// The heading of a group, in the language in force.
+[[nodiscard]] std::string groupText(Group group);
+/// The options of a group. Every option is in one.
+[[nodiscard]] std::vector<const Option*> optionsOf(Group group);
 
 /// The entries of the option's list, values 0..max, in the language in force. A check box has the
 /// texts for off and on. In a language without texts only what is made of digits remains.

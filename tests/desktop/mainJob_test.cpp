@@ -95,7 +95,7 @@ TEST_F(MainJob, ACommandTakesWhatIsBeingTyped) {
     dialogs.answers = {"print "};
     action("mnuPrint").trigger();
     EXPECT_EQ(cell(1, 1), "431.25");
-    EXPECT_THAT(dialogs.take().at(0), testing::HasSubstr("<td>431.25</td>"));
+    EXPECT_THAT(dialogs.take().at(0), testing::HasSubstr(">431.25<"));
 }
 
 TEST_F(MainJob, AnOpenMemoryWindowFollowsEveryCommand) {

@@ -125,8 +125,28 @@ TEST_F(OptPanel, ShowsItsTextsWholeInANarrowPlace) {
         for (const auto* list : panel.findChildren<QComboBox*>()) {
             EXPECT_LT(list->view()->sizeHintForColumn(0) + 20, list->width());
         }
-        EXPECT_NE(said(panel, "cboCrystal", "toolTip"), "") << "is never stored";
-        EXPECT_EQ(said(panel, "cboTot", "toolTip"), "");
+        for (const auto& option : optionTable::options()) {
+            EXPECT_NE(said(panel, option.control.data(), "toolTip"), "");
+        }
+    }
+}
+
+TEST_F(OptPanel, TwoColumnsStandWhereThereIsRoom) {
+    open();
+    frmOptPanel panel;
+    panel.show();
+    const auto* scroll = panel.findChild<QScrollArea*>();
+    // Where the last group begins, to the right of the first or below it.
+    const auto place = [&](int width) {
+        panel.resize(width, 500);
+        QApplication::processEvents();
+        EXPECT_LE(scroll->widget()->width(), scroll->viewport()->width()) << width;
+        const QPoint first = find<QComboBox>(panel, "cboTot").pos();
+        const QPoint last = find<QComboBox>(panel, "cboCrystal").pos();
+        return std::pair(last.x() > first.x() + 100, last.y() > 400);
+    };
+    for (const int width : {1000, 320, 1200, 300}) {
+        EXPECT_EQ(place(width), std::pair(width > 900, width < 900)) << width;
     }
 }
 
