@@ -9,12 +9,15 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollArea>
 #include <algorithm>
+#include <vector>
 
 #include "app/Guard.h"
 #include "desktop/ElidedLabel.h"
 #include "desktop/captions.h"
 #include "desktop/owned.h"
+#include "desktop/screenRoom.h"
 #include "link/comPorts.h"
 #include "link/linkTexts.h"
 #include "link/modCommun.h"
@@ -31,13 +34,27 @@ constexpr int usualWidth = 520;
 /// Room for the longest of the system's own device names; longer paths give way.
 constexpr int deviceChars = 26;
 constexpr int buttonChars = 12;
+constexpr int gapBelowUsable = 8;
 
-/// What stands beside a port: its own description, or what keeps it from being used.
+/// What stands beside a port: its own description, and what keeps it from being used.
 QString remarkOn(const comPorts::PortInfo& port) {
     if (!port.usable) {
-        return qText(sessionAdvice::portTroubleInShort(port.errorNumber));
+        const QString why = qText(sessionAdvice::portTroubleInShort(port.errorNumber));
+        const QString what = qText(port.description);
+        return what.isEmpty() ? why : what + QStringLiteral(" – ") + why;
     }
     return port.device == VirtualPort::name ? qSay(texts::simulatedRadio) : qText(port.description);
+}
+
+/// All ports in their order, those that can be used first.
+std::vector<comPorts::PortInfo> portsToChoose() {
+    std::vector<comPorts::PortInfo> ports;
+    for (auto number = comPorts::firstPort; number <= comPorts::lastPort; ++number) {
+        ports.push_back(comPorts::describe(number));
+    }
+    std::stable_partition(ports.begin(), ports.end(),
+                          [](const comPorts::PortInfo& port) { return port.usable; });
+    return ports;
 }
 
 QPushButton* buttonOf(const char* name, int text, QWidget* parent) {
@@ -45,6 +62,23 @@ QPushButton* buttonOf(const char* name, int text, QWidget* parent) {
     captionControl(*button, softText(text));
     button->setMinimumWidth(button->fontMetrics().averageCharWidth() * buttonChars);
     return button;
+}
+
+/// On a low screen the ports scroll, and the buttons below them stay in sight.
+QScrollArea* scrolled(QGridLayout* ports) {
+    auto* content = own<QWidget>();
+    content->setLayout(ports);
+    ports->setContentsMargins(0, 0, 0, 0);
+    auto* area = own<QScrollArea>();
+    area->setWidget(content);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    // The frame's own ground shows through.
+    area->viewport()->setAutoFillBackground(false);
+    content->setAutoFillBackground(false);
+    return area;
 }
 
 }  // namespace
@@ -60,16 +94,21 @@ frmToolCom::frmToolCom(QWidget* parent)
 void frmToolCom::Form_Load() {
     setWindowTitle(softText(titleText));
     captionControl(*fraToolCom_, softText(frameText));
-    auto* ports = own<QGridLayout>();
-    layOut(ports);
-    for (auto number = comPorts::firstPort; number <= comPorts::lastPort; ++number) {
-        addPort(*ports, comPorts::describe(number));
+    auto* grid = own<QGridLayout>();
+    layOut(grid);
+    bool usable = true;
+    for (const comPorts::PortInfo& port : portsToChoose()) {
+        if (usable && !port.usable && grid->count() > 0) {
+            grid->setRowMinimumHeight(grid->rowCount(), gapBelowUsable);
+        }
+        usable = port.usable;
+        addPort(*grid, port);
     }
     tickPort(remembered_);
     // The dialog is placed by the size that it has before it is shown.
     fraToolCom_->updateGeometry();
     layout()->activate();
-    resize(usualWidth, sizeHint().height());
+    resize(usualWidth, std::min(sizeHint().height(), roomOnScreen(*this).height()));
 }
 
 void frmToolCom::accept() {
@@ -90,11 +129,13 @@ void frmToolCom::layOut(QGridLayout* ports) {
     auto* lblToolCom = ownNamed<QLabel>("lblToolCom", fraToolCom_);
     captionControl(*lblToolCom, softText(labelText));
     ports->setHorizontalSpacing(16);
-    ports->setVerticalSpacing(3);
+    ports->setVerticalSpacing(2);
     ports->setColumnStretch(2, 1);
+    // The window itself is the frame.
+    fraToolCom_->setFlat(true);
     auto* frame = own<QVBoxLayout>(fraToolCom_);
     frame->addWidget(lblToolCom);
-    frame->addLayout(ports);
+    frame->addWidget(scrolled(ports));
 
     auto* cmdOk = buttonOf("cmdOk", okText, this);
     cmdOk->setDefault(true);
@@ -107,15 +148,14 @@ void frmToolCom::layOut(QGridLayout* ports) {
     buttons->addWidget(cmdCancel);
 
     auto* column = own<QVBoxLayout>(this);
-    column->addWidget(fraToolCom_);
-    column->addStretch(1);
+    column->addWidget(fraToolCom_, 1);
     column->addLayout(buttons);
 }
 
 void frmToolCom::addPort(QGridLayout& ports, const comPorts::PortInfo& port) {
-    const int row = port.number - comPorts::firstPort;
+    const int row = ports.rowCount();
     auto* button = own<QRadioButton>(qText(port.name), fraToolCom_);
-    button->setObjectName(QStringLiteral("COM1_%1").arg(row));
+    button->setObjectName(QStringLiteral("COM1_%1").arg(port.number - comPorts::firstPort));
     button->setEnabled(port.usable);
     button->setAccessibleDescription(qText(port.device) + u' ' + remarkOn(port));
     COM1_->addButton(button, port.number);
@@ -125,9 +165,7 @@ void frmToolCom::addPort(QGridLayout& ports, const comPorts::PortInfo& port) {
     for (const QString& text : {qText(port.device), remarkOn(port)}) {
         auto* label = own<ElidedLabel>(fraToolCom_);
         label->setText(text);
-        if (!port.usable) {
-            label->setForegroundRole(QPalette::PlaceholderText);
-        }
+        label->setEnabled(port.usable);
         label->setToolTip(port.usable ? text : qText(port.reason));
         if (column == 1) {
             label->setMaximumWidth(label->fontMetrics().averageCharWidth() * deviceChars);

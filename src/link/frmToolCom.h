@@ -15,9 +15,9 @@ namespace comPorts {
 struct PortInfo;
 }
 
-/// The port dialog: sixteen option buttons `COM1`, those that cannot be opened disabled, each with
-/// its device and what that says of itself. OK stores the ticked port number, Cancel restores the
-/// one in force when the dialog was made.
+/// The port dialog: sixteen option buttons `COM1`, those that can be opened first, the others
+/// disabled, each with its device, what that says of itself and why it cannot be used. OK stores
+/// the ticked port number, Cancel restores the one in force when the dialog was made.
 class frmToolCom : public QDialog {
     Q_OBJECT
 

@@ -445,7 +445,8 @@ TEST_F(PortDialog, OkStoresAndCancelRestores) {
 
 TEST_F(PortDialog, ShowsWhatEachPortIsAndWhyOneIsNot) {
     startAt(5);
-    const frmToolCom dialog;
+    frmToolCom dialog;
+    dialog.show();
     EXPECT_TRUE(comPorts::ProbeCom(16)) << "a probe has left the radio's cable taken";
     const std::tuple<int, bool, std::string, std::string> ports[] = {
         {1, true, "virtual simulated radio", ""},
@@ -460,6 +461,8 @@ TEST_F(PortDialog, ShowsWhatEachPortIsAndWhyOneIsNot) {
         EXPECT_THAT(stdText(button.accessibleDescription()), testing::EndsWith(beside));
         EXPECT_THAT(stdText(button.toolTip()), HasSubstr(tip));
     }
+    EXPECT_GT(radio(dialog, 2).y(), radio(dialog, 16).y()) << "what can be used comes first";
+    EXPECT_GT(radio(dialog, 3).y(), radio(dialog, 2).y());
 }
 
 TEST_F(PortDialog, ArrowsMoveAmongThePortsThatCanBeUsed) {
