@@ -174,7 +174,7 @@ void edit(Source& source) {
     }
 }
 
-/// The option panel as it is behind the start-up.
+/// The option panel as it is after the start-up.
 void freshPanel() {
     static const optionPanel::State fresh = (optionPanel::InitOpt(), optionPanel::state());
     optionPanel::state() = fresh;
@@ -212,8 +212,12 @@ void requireShown(int row, const modChMem::Channel& channel) {
     };
     shows(column::rx, frequencyText(channel.rxFre()));
     shows(column::tx, frequencyText(channel.txFre()));
-    shows(column::decode, channel.decodeTone);
-    shows(column::encode, channel.transmits() ? std::string_view(channel.encodeTone) : "");
+    // A channel that has no tone yet shows that it is off.
+    const auto toneText = [](const std::string& tone) {
+        return tone.empty() ? modCtdcs::state().CtdcsOffText : tone;
+    };
+    shows(column::decode, toneText(channel.decodeTone));
+    shows(column::encode, channel.transmits() ? toneText(channel.encodeTone) : std::string());
     for (int k = modChMem::firstParameter; channel.present() && k <= modChMem::state().ColNum;
          ++k) {
         shows(k, modChMem::columnOf(k).textOf(channel.field(k)));
