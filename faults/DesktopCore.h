@@ -49,7 +49,7 @@ class DesktopCore : public testing::Test {
         modFileCmd::state() = {};
         documentOrigin::state() = {};
     }
-    /// A start of a new process with these settings; the machine's own ports are no use to it.
+    /// A start of a new process with these settings; the machine's own ports are useless to it.
     modStartUp::StartResult start(const std::string& settings) {
         forget();
         // Old enough for its stamp to be believed.
@@ -60,7 +60,7 @@ class DesktopCore : public testing::Test {
         modCommun::state().portMaker = [](std::int16_t) { return comPorts::portForDevice(""); };
         return modStartUp::Form_Load();
     }
-    /// What the user has before him: the grid's texts and the image behind them.
+    /// What the user has before him: the grid's texts and the image that they show.
     static std::string screen() {
         const auto& grid = modChMem::state().vsfgGridCh;
         std::string all;

@@ -29,7 +29,7 @@ struct LinkCase {
     /// Read and write range; whole blocks, which the channels do not touch.
     modIicDat::AddressRange range{0x400, 0x43F};
     Memory memory = Memory::telling;
-    /// With a second read, or read back behind a write.
+    /// With a second read, or read back after a write.
     bool guarded = false;
     int baud = SimRadio::usualBaud;
     /// The port drops what has been written and not been sent when it is told to, as one without a

@@ -81,7 +81,7 @@ int main(int count, char** words) {
     setDialogs(&dialogs);
     mdimoduMain::state().programFolder = arguments[1];
     mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
-    // The machine's own ports are no use to a test.
+    // The machine's own ports are useless to a test.
     modCommun::state().portMaker = [](std::int16_t) { return comPorts::portForDevice(""); };
     static_cast<void>(modStartUp::Form_Load());
     const bool good = done(arguments[2], modShowErr::state().entries.size());

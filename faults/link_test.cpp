@@ -92,7 +92,7 @@ TEST_F(LinkFaults, ARequestByteLostFlippedOrDoubled) {
                          [](const auto&, const auto& verdict) { EXPECT_FALSE(verdict.deceives); });
         LinkCase write = read;
         write.direction = Direction::write;
-        // The handshake is bytes 1 to 8; behind it nothing but a block's first byte is safe.
+        // The handshake is bytes 1 to 8; after it nothing but a block's first byte is safe.
         forEachByteFault(write, &SimFaults::requestBytes, 1,
                          [](const auto& fault, const auto& verdict) {
                              EXPECT_TRUE(!verdict.deceives || (fault.byte - 9) % 20 > 0);
@@ -132,7 +132,7 @@ TEST_F(LinkFaults, ALateReply) {
     }
 }
 
-/// An answer so late that those to all the greetings behind it come in one burst. The session takes
+/// An answer so late that those to all the greetings after it come in one burst. The session takes
 /// them for the answers to its blocks, and a port that really drops what it has not sent then cuts
 /// every block short.
 TEST_F(LinkFaults, ABurstOfLateAcknowledgementsDeceivesNobodyWhoReadsBack) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 //
-// What stands behind a path is not what it should be: a data file, a port, a folder.
+// What a path leads to is not what it should be: a data file, a port, a folder.
 #include <gmock/gmock.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>

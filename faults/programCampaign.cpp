@@ -104,7 +104,7 @@ int measure(const char* fault, const SimFaults& faults) {
     const double share = (seconds(used.ru_utime) + seconds(used.ru_stime)) / time.count() * 100;
     const bool failed = WIFEXITED(status) && WEXITSTATUS(status) == 1;
     fmt::print(
-        "| {} | real read | 1 | {:.2f} s, {:.2f} s of them behind the unplugging, processor "
+        "| {} | real read | 1 | {:.2f} s, {:.2f} s of them after the unplugging, processor "
         "{:.1f} %, largest {} KiB{} |\n",
         fault, time.count(), behind.count(), share, used.ru_maxrss, failed ? "" : ", NOT TOLD");
     return failed ? 0 : 1;
@@ -117,7 +117,7 @@ int main(int argc, char** argv) {
     fmt::print("| fault | how | cases | outcome |\n| --- | --- | ---: | --- |\n");
     int broken = measure("radio silent", {.silentFrom = 1});
     broken += measure("silent from the 9th exchange on", {.silentFrom = 9});
-    broken += measure("cable pulled behind the 20th exchange", {.goneAfter = 20});
+    broken += measure("cable pulled after the 20th exchange", {.goneAfter = 20});
     broken += measure("endless noise", {.babble = Babble{}});
     broken += killEverywhere(oneWrite, 0x1FF, 1);
     broken += killEverywhere(twoWrites, 0x1FF, 1);

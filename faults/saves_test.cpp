@@ -40,7 +40,7 @@ const std::vector<Save>& saves() {
     constexpr bool always = true;
     static const std::vector<Save> all{
         {"set, in place", cli({"set", "@long.dat", "ch1.rx=446.1"}), {"long.dat"}},
-        {"set, behind a link", cli({"set", "@link.dat", "ch1.rx=446.1"}), {"long.dat"}, always},
+        {"set, through a link", cli({"set", "@link.dat", "ch1.rx=446.1"}), {"long.dat"}, always},
         {"new", cli({"new", "@fresh.dat"}), {"fresh.dat"}},
         {"export", cli({"export", "@a.dat", "-o", "@out.csv"}), {"out.csv"}, always},
         {"import", cli({"import", "@a.dat", "@in.csv"}), {"a.dat"}},
@@ -106,7 +106,7 @@ struct Call {
 
 struct Fault {
     Call call;
-    std::string what;  ///< as strace takes it; "+" behind it for every later call, too
+    std::string what;  ///< as strace takes it; "+" after it for every later call, too
 };
 
 using Files = std::map<std::string, std::string>;
@@ -122,7 +122,7 @@ class Workplace {
     void link(const std::string& target, const std::string& name) const {
         fs::create_symlink(target, folder / name);
     }
-    /// All files by their names; of a link what stands behind it, and that it is one. A time in a
+    /// All files by their names; of a link what it leads to, and that it is one. A time in a
     /// name is "TIME".
     [[nodiscard]] Files files() const {
         Files all;
@@ -287,7 +287,7 @@ class Trials {
                                                                      : ", failure told"));
     }
 
-    /// What a killed program leaves is no hindrance, and goes.
+    /// What a killed program leaves does not hinder, and goes.
     void goOn(const Workplace& in) const {
         const TempFolder scratch;
         const auto again = execute(placed(save_.words, in.folder), scratch);

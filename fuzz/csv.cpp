@@ -34,7 +34,7 @@ std::vector<cli::CsvRow> rowsOf(std::string_view text) {
 }
 
 void requireReadAsWritten(const std::vector<cli::CsvRow>& rows) {
-    // Behind another line: a byte order mark in front of a file is no part of its first cell.
+    // After another line: a byte order mark at the start of a file is not part of its first cell.
     std::string written = cli::csvLine({"first"});
     for (const auto& row : rows) {
         written += cli::csvLine(row.cells);

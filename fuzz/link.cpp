@@ -304,7 +304,7 @@ void runSession(Source& source, test::SimulatedClock& clock) {
         require(std::ranges::equal(now.first(first), old.first(first)),
                 "what lies in front of the range stays");
         require(std::ranges::equal(now.subspan(behind), old.subspan(behind)),
-                "what lies behind the range stays");
+                "what lies after the range stays");
     }
 }
 

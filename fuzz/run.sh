@@ -12,7 +12,7 @@
 #   fuzz/run.sh TARGET minimise FILE     the smallest input that fails as FILE does
 #
 # Everything that a run makes is in build/fuzz-work: TARGET.log, the inputs found, and findings as
-# TARGET-crash-... An option of the fuzzer may stand behind: -jobs=4
+# TARGET-crash-... An option of the fuzzer may follow: -jobs=4
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root=$PWD

@@ -129,7 +129,7 @@ bool isOldOrNew(std::span<const std::uint8_t> held, std::span<const std::uint8_t
     return true;
 }
 
-/// Behind a success the image and the radio hold the same, but for what the faults of the session
+/// After a success the image and the radio hold the same, but for what the faults of the session
 /// have changed unseen.
 void requireEqual(const SimRadio& radio, const SimFaults& faults,
                   std::span<const std::uint8_t> before, modIicDat::AddressRange range, bool reading,

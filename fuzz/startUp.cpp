@@ -126,6 +126,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             "the image has the size that the settings give");
     const auto language = mdimoduMain::state().Language;
     require(language >= 1 && language <= 3, "the language is one of three");
-    require(folder.count() == 3, "no file is left behind");
+    require(folder.count() == 3, "no file is left");
     return 0;
 }

@@ -55,7 +55,7 @@ inline void forgetAll() {
     modChMem::state() = fresh;
 }
 
-/// Takes an input apart from its front. Behind its end it gives zeros and empty texts.
+/// Takes an input apart from its front. After its end it gives zeros and empty texts.
 class Source {
   public:
     Source(const std::uint8_t* data, std::size_t size) : rest_(data, size) {}
@@ -78,7 +78,7 @@ class Source {
         return taken;
     }
     std::span<const std::uint8_t> rest() { return bytes(rest_.size()); }
-    /// A text behind its length.
+    /// A text after its length.
     std::string text(int limit) {
         return textOf(bytes(static_cast<std::size_t>(below(limit + 1))));
     }
@@ -125,7 +125,7 @@ struct Document {
     }
 };
 
-/// The core with the shipped settings, on a clock of its own; as it is behind the start-up.
+/// The core with the shipped settings, on a clock of its own; as it is after the start-up.
 class Core {
   public:
     Core() {
@@ -150,7 +150,7 @@ class Core {
     Document fresh_;
 };
 
-/// The core as it is behind the start-up.
+/// The core as it is after the start-up.
 inline Core& freshCore() {
     static Core core;
     core.reset();

@@ -133,7 +133,7 @@ def constant_changes(code):
 def condition_changes(code):
     for found in CONDITION.finditer(code):
         first, end = found.end(), closing(code, found.end() - 1)
-        # Behind a declaration the condition comes last; a declaration alone cannot be negated.
+        # After a declaration the condition comes last; a declaration alone cannot be negated.
         first = code.rfind(";", first, end) + 1 or first
         if not re.search(r"[^=!<>]=[^=]", code[first:end]):
             yield first, end, None
@@ -337,7 +337,7 @@ def limit():
 
 
 def end_group(leader):
-    """Ends what a test program has started and left behind."""
+    """Ends what a test program has started and left running."""
     try:
         os.killpg(leader, signal.SIGKILL)
     except ProcessLookupError:

@@ -14,7 +14,7 @@ namespace k520::bcd {
     return static_cast<std::uint8_t>(number / 10 % 10 * 16 + number % 10);
 }
 
-/// The number that a byte stands for; nothing where one of its halves is no digit.
+/// The number that a byte stands for; nothing where one of its halves is not a digit.
 [[nodiscard]] constexpr std::optional<int> numberOf(std::uint8_t byte) noexcept {
     const int tens = byte >> 4;
     const int units = byte & 0x0F;

@@ -24,19 +24,19 @@ namespace k520 {
 [[nodiscard]] std::int16_t toInt16(double value);
 [[nodiscard]] std::int32_t toInt32(double value);
 
-/// The value of a decimal number text, or nothing where the text is no number. Blanks around it, a
-/// sign, a decimal point (always ".", whatever the locale) and an exponent (e, E, d or D) are
+/// The value of a decimal number text, or nothing where the text is not a number. Blanks around it,
+/// a sign, a decimal point (always ".", whatever the locale) and an exponent (e, E, d or D) are
 /// allowed. Grouping marks, "nan" and "inf" are not numbers.
 [[nodiscard]] std::optional<double> parseNumber(std::string_view text) noexcept;
 [[nodiscard]] inline bool isNumeric(std::string_view text) noexcept {
     return parseNumber(text).has_value();
 }
 
-/// The value of a text that is nothing but decimal digits, perhaps behind a "-"; nothing for any
+/// The value of a text that is nothing but decimal digits, perhaps after a "-"; nothing for any
 /// other text and outside 32 bits.
 [[nodiscard]] std::optional<std::int32_t> parseWhole(std::string_view text) noexcept;
 
-/// A rounded number from a decimal text; raise 13 where the text is no number.
+/// A rounded number from a decimal text; raise 13 where the text is not a number.
 [[nodiscard]] std::int16_t textToInt16(std::string_view text);
 [[nodiscard]] std::int32_t textToInt32(std::string_view text);
 

@@ -31,7 +31,7 @@ class Clock {
     [[nodiscard]] virtual Microseconds now() = 0;
     /// Returns at `deadline` or a little later, never earlier.
     virtual void waitUntil(Microseconds deadline) = 0;
-    /// The same for a wait in which the interface is not served.
+    /// Waits without serving the interface.
     virtual void sleepUntil(Microseconds deadline) { waitUntil(deadline); }
     /// The wall clock.
     [[nodiscard]] virtual DateTime dateTime() = 0;

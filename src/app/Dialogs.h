@@ -36,7 +36,7 @@ class Dialogs {
     virtual void tell(BoxIcon icon, const std::string& title, const std::string& text) = 0;
     /// The chosen file's path, or an empty text when cancelled.
     virtual std::string openFile(const FileChoice& choice) = 0;
-    /// The same for saving; asks nothing before an existing file is overwritten. Raises a
+    /// The path chosen for saving; asks nothing before an existing file is overwritten. Raises a
     /// RuntimeError where the chooser fails after a name was given.
     virtual std::string saveFile(const FileChoice& choice) = 0;
     /// Shows the custom range dialog; it sets the band limits itself.

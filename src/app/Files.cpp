@@ -61,7 +61,7 @@ bool meansMissing(int systemError) {
     return systemError == ENOENT || systemError == ENOTDIR;
 }
 
-/// What stands behind the path, links followed; nothing where there is none.
+/// What the path leads to, links followed; nothing where there is none.
 std::optional<Status> statusOf(const fs::path& path) {
     Status status{};
     if (retried([&] { return ::stat(path.c_str(), &status); }) == 0) {
@@ -130,13 +130,13 @@ void writeAll(const Descriptor& file, Bytes bytes, const fs::path& path) {
 /// The place to be replaced.
 struct Target {
     fs::path path;              ///< as the caller named it
-    fs::path folderPath;        ///< the folder of the file itself, behind every link
+    fs::path folderPath;        ///< the folder of the file itself, every link followed
     Descriptor folder;          ///< the same, opened
     std::string name;           ///< the file's name in that folder
     std::optional<Status> old;  ///< the file that stands there
 };
 
-/// The path behind a symbolic link, even if nothing stands there yet.
+/// The path that a symbolic link leads to, even if nothing stands there yet.
 fs::path behindLinks(fs::path path) {
     for (int links = 0; links < mostLinks; ++links) {
         std::error_code error;
@@ -170,7 +170,7 @@ Target locate(const fs::path& path) {
 
 /// A file beside the target that takes its place in the end, or goes. Its name is one of a few, and
 /// it is locked while it lives: so the next file in the folder takes the place of one that a
-/// program left behind when it was killed.
+/// program left there when it was killed.
 class TemporaryFile {
   public:
     explicit TemporaryFile(const Target& target) : target_(target) { create(); }

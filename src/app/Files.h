@@ -15,7 +15,7 @@
 /// file and carries the system's own words.
 namespace k520::files {
 
-/// What stands behind a path.
+/// What a path leads to.
 struct Content {
     std::vector<std::uint8_t> bytes;  ///< at most the limit asked for
     std::uint64_t size = 0;           ///< the file's whole size
@@ -23,19 +23,19 @@ struct Content {
 
 /// Reads at most `limit` bytes from the start of a regular file (symbolic links are followed).
 /// Anything but a regular file (a folder, a device, a FIFO) is refused without waiting for it.
-/// Raises 53 when there is none, 75 when it may not be read or is no regular file.
+/// Raises 53 when there is none, 75 when it may not be read or is not a regular file.
 [[nodiscard]] Content read(const std::filesystem::path& path, std::size_t limit);
 
 /// Replaces a file so that a crash or a full disk at any instant leaves the old or the new
 /// content, never a mixture: the bytes go to a temporary file in the same folder, to the disk, and
 /// over the old name. Mode and owner are kept, a symbolic link stays a link, a new file gets the
 /// usual mode. Returns only when the bytes are on the disk; otherwise raises (61 disk full, 75 no
-/// access, 76 no such folder ...) and leaves nothing behind. A write-protected file is refused
-/// like one that is no regular file, by 75. What a killed program leaves, a file .k520-N.tmp, goes
-/// with the next file that is replaced in the folder.
+/// access, 76 no such folder ...) and leaves nothing of its own. A write-protected file is refused
+/// like one that is not a regular file, by 75. What a killed program leaves, a file .k520-N.tmp,
+/// goes with the next file that is replaced in the folder.
 void replace(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
-/// The same, with what the file holds beyond `bytes.size()` carried over to the new file.
+/// Replaces like replace(), and carries over what the file holds beyond `bytes.size()`.
 void replaceHead(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
 /// Raises the error that replace() would meet at once: the folder is missing or cannot be written,
@@ -68,7 +68,7 @@ struct Stamp {
     friend bool operator==(const Stamp&, const Stamp&) = default;
 };
 
-/// The stamp of what stands behind a path; nothing where there is none.
+/// The stamp of what a path leads to; nothing where there is none.
 [[nodiscard]] std::optional<Stamp> stampOf(const std::filesystem::path& path);
 
 /// Keeps other programs (and threads) that take the same lock waiting while it lives. It waits a

@@ -5,7 +5,7 @@
 #include "app/Text.h"
 
 /// Why something on the ground floor failed: numbers, files, settings, the program folder. They
-/// stand behind a file's name and a colon, or in the middle of a sentence, so they begin with a
+/// stand after a file's name and a colon, or in the middle of a sentence, so they begin with a
 /// small letter and have no full stop.
 namespace k520::texts {
 

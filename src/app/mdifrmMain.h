@@ -77,7 +77,7 @@ class mdifrmMain : public QMainWindow {
     /// Runs a command on what the window shows: an open cell editor is stored first, and where it
     /// cannot be stored the command does not run.
     void command(const std::function<void()>& body);
-    /// The tree marks the child window in front, and no editor stays open behind it.
+    /// The tree marks the child window in front, and no editor stays open in another one.
     void followFront(const QMdiSubWindow* front);
     void showChild(QWidget& child);
     void communicate(Direction direction);

@@ -70,7 +70,7 @@ void correctLanguage() noexcept;
 [[nodiscard]] std::string readSetting(std::string_view section, std::string_view key,
                                       SettingBuffer buffer, std::string_view defaultText);
 
-/// The same without a buffer: the whole value.
+/// Reads a whole value, without a buffer.
 [[nodiscard]] std::string readSetting(std::string_view section, std::string_view key,
                                       std::string_view defaultText);
 

@@ -77,7 +77,7 @@ void customRangeOk(std::string_view minText, std::string_view maxText);
 /// Asks for a data file and shows it. A failure also shows box 83; the current path stays.
 void OpenFile();
 
-/// The same with a file that is known already, as from the program's arguments. A failure's box
+/// Opens a file that is known already, as from the program's arguments. A failure's box
 /// says which file it is, and why.
 void openNamed(const std::string& path);
 

@@ -27,7 +27,7 @@ struct State {
     std::int16_t lineCounter = 0;
     /// What VbErrNumDes produced last.
     std::string lastDescription;
-    /// The failures behind the lines, in the same order.
+    /// The failures that the lines tell of, in the same order.
     std::vector<Entry> entries;
     /// The failure that ShowErrMsg is to log.
     std::int16_t pendingNumber = 0;

@@ -46,7 +46,7 @@ std::int16_t convert(Form form, const std::string& text) {
     return form == Form::decimal ? textToInt16(text) : hexToInt16(text);
 }
 
-/// A number setting; nothing, and a report, for a text that is no number.
+/// A number setting; nothing, and a report, for a text that is not a number.
 std::optional<std::int16_t> tryNumber(const char* key, Form form, SettingBuffer buffer,
                                       const char* fallback) {
     std::optional<std::int16_t> value;
@@ -57,7 +57,7 @@ std::optional<std::int16_t> tryNumber(const char* key, Form form, SettingBuffer 
     return value;
 }
 
-/// The same with the default in place of such a text.
+/// A number setting, or the default in place of a text that is not a number.
 std::int16_t readNumber(const char* key, Form form, SettingBuffer buffer, const char* fallback) {
     const auto value = tryNumber(key, form, buffer, fallback);
     return value ? *value : convert(form, throughBuffer(fallback, buffer));
@@ -134,7 +134,7 @@ void chooseUsablePort() {
     }
 }
 
-/// Everything behind the port number, in the order of the settings' table.
+/// Everything after the port number, in the order of the settings' table.
 void readOthers() {
     for (const char* discarded : {"ModelType", "ModelRange"}) {
         readText(discarded, shortBuffer, "0");

@@ -21,7 +21,7 @@ enum class StartResult {
 /// Chinese, 1033 for everything else. Taken from LC_ALL, LC_MESSAGES or LANG, as the C library
 /// does.
 [[nodiscard]] std::int32_t GetSystemDefaultLCID();
-/// The same for a locale name such as "zh_CN.UTF-8".
+/// The identifier of a locale name such as "zh_CN.UTF-8".
 [[nodiscard]] std::int32_t localeIdentifier(const std::string& localeName);
 
 /// Sets the language of all named texts (Text.h) before the settings are read: help, and complaints

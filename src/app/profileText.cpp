@@ -35,7 +35,7 @@ std::string_view withoutSpace(std::string_view text) {
                                            : withoutSpaceBehind(text.substr(first));
 }
 
-/// A value as it counts: the text behind "=" without its space and one pair of quotes.
+/// A value as it counts: the text after "=" without its space and one pair of quotes.
 std::string_view plainValue(std::string_view raw) {
     const std::string_view value = withoutSpace(raw);
     const bool quoted = value.size() >= 2 && value.front() == value.back() &&

@@ -16,7 +16,7 @@
 ///  - a line that starts with ";" is a comment;
 ///  - of two equal keys in a section, or two equal sections, the first wins;
 ///  - keys in front of the first section do not count;
-///  - a section line's missing "]" is forgiven, and text behind a "]" is ignored.
+///  - a section line's missing "]" is forgiven, and text after a "]" is ignored.
 namespace k520 {
 
 class ProfileText {
@@ -34,7 +34,7 @@ class ProfileText {
                                                    std::string_view key) const;
 
     /// Sets a key's value. Changes the one line that holds the key, or adds one line at the end of
-    /// the section (behind its last line that is not blank), or adds the section at the end of the
+    /// the section (after its last line that is not blank), or adds the section at the end of the
     /// file. Every other byte stays; a new line ends as the file's lines do. A value that is in
     /// force already changes nothing. Raises 5 for names or a value that the format cannot hold: a
     /// line break or a NUL byte anywhere, an empty name, a "]" in a section name, a "=" in a key,
@@ -47,9 +47,9 @@ class ProfileText {
         std::uint64_t hash;      ///< of parent and name
         std::size_t parent;      ///< where the key's section has its name; 0 for a section
         std::size_t nameBegin;   ///< first byte of the name, never 0
-        std::size_t nameEnd;     ///< behind the name
-        std::size_t valueBegin;  ///< behind a key's "="
-        std::size_t end;         ///< behind a key's value, or behind a section's last line that is
+        std::size_t nameEnd;     ///< after the name
+        std::size_t valueBegin;  ///< after a key's "="
+        std::size_t end;         ///< after a key's value, or after a section's last line that is
                                  ///< not blank
     };
 

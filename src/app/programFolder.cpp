@@ -66,7 +66,7 @@ void seedFile(const fs::path& from, const fs::path& to) {
     }
 }
 
-/// The per-user folder needs no seeding to work, so a home that cannot be written is no failure.
+/// The per-user folder needs no seeding to work, so a home that cannot be written is not a failure.
 void seed(const fs::path& folder, const fs::path& shipped) {
     try {
         files::makeFolder(folder);

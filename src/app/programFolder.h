@@ -15,7 +15,7 @@ namespace k520::programFolder {
 /// `chosen`, $K520_HOME, the executable's folder when it holds a
 /// settings file and can be written, $XDG_DATA_HOME/k520 (by default ~/.local/share/k520), which is
 /// made and seeded from the shipped files on first use. Returns a remark about a chosen folder that
-/// does not exist; raises 76 for a chosen path that is no folder.
+/// does not exist; raises 76 for a chosen path that is not a folder.
 [[nodiscard]] std::optional<std::string> choose(const std::optional<std::string>& chosen);
 
 /// Does what choose() does but for making and seeding the folder.

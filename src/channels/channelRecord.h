@@ -68,7 +68,7 @@ struct Parameter {
     int field;
     int offset;
     std::uint8_t mask;
-    std::array<std::uint8_t, 2> patterns;  ///< 0 where there is no such value
+    std::array<std::uint8_t, 2> patterns;  ///< 0 where it has none
 };
 
 inline constexpr Parameter parameter5{5, 13, 0x20, {0x20, 0}};

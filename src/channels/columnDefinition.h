@@ -41,11 +41,11 @@ class ColumnDefinition {
                               std::vector<std::string> otherTexts = {})
         : entries_(std::move(entries)), otherTexts_(std::move(otherTexts)) {}
 
-    /// An entry; an empty text behind the end marker. Raises 9 outside 0 to 49.
+    /// An entry; an empty text after the end marker. Raises 9 outside 0 to 49.
     [[nodiscard]] const std::string& entry(int index) const;
 
     [[nodiscard]] const std::string& key() const { return entry(0); }
-    /// Raises 13 where the entry is no number.
+    /// Raises 13 where the entry is not a number.
     [[nodiscard]] std::int32_t defaultValue() const;
 
     /// The texts of the values, as many as there are.

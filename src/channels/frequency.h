@@ -17,7 +17,7 @@ inline constexpr std::int32_t none = -1;
 /// The frequency in MHz as the shortest decimal text: 44600625 is "446.00625", 14500000 is "145".
 [[nodiscard]] std::string mhzText(std::int32_t frequency);
 
-/// The same with all five decimals, so that the points of a column stand below each other.
+/// The frequency with all five decimals, so that the points of a column stand below each other.
 [[nodiscard]] std::string fixedMhzText(std::int32_t frequency);
 
 /// The frequency nearest to a number of MHz, halves to even. Raises 6 outside 32 bits.
@@ -31,7 +31,7 @@ inline constexpr std::int32_t none = -1;
 /// The radio's form of a frequency: eight BCD digits, the least significant pair first. Raises 13
 /// where a nibble is above 9.
 [[nodiscard]] std::int32_t fromBcd(std::span<const std::uint8_t, 4> bytes);
-/// The same the other way, for a frequency from 0 to 999.99999 MHz.
+/// The eight BCD digits of a frequency from 0 to 999.99999 MHz.
 void toBcd(std::int32_t frequency, std::span<std::uint8_t, 4> bytes);
 
 }  // namespace k520::frequency

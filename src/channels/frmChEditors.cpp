@@ -57,7 +57,7 @@ int stepOf(int key) {
 }
 
 /// Reads what was meant: many keyboards have a comma in their number block, and a DCS code may be
-/// typed without shift. Nothing is refused: a text that is no number has a meaning of its own.
+/// typed without shift. Nothing is refused: a text that is not a number has a meaning of its own.
 class MeantText : public QValidator {
   public:
     using QValidator::QValidator;

@@ -46,8 +46,8 @@ struct State {
 /// row shows the stored values again.
 void vsfgGridCh_AfterEdit(std::int16_t row, std::int16_t col);
 
-/// Puts an edited channel into its row and shows it; `remark` is what there is to say of it.
-void takeChannel(std::int16_t row, modChMem::Channel channel, std::string remark);
+/// Puts an edited channel into its row and shows it; `words` is what there is to say of it.
+void takeChannel(std::int16_t row, modChMem::Channel channel, std::string words);
 
 /// The raster point of a frequency that is given as a text in 10 Hz units (frequency.h,
 /// snapToRaster); nothing after a failure.

@@ -92,7 +92,7 @@ void IcChParaSol(std::int16_t channel);
 void CiChParaSol(std::int16_t channel);
 /// Bytes that are no BCD digits fail with 13; the field keeps its value.
 void IcRxFreSol(std::int16_t channel);
-/// The same; a top byte outside 0x01 to 0x99 means no transmit frequency.
+/// Decodes a transmit frequency; a top byte outside 0x01 to 0x99 means no transmit frequency.
 void IcTxFreSol(std::int16_t channel);
 /// Four bytes FF for no frequency. The digits are taken as they are, without padding: only eight of
 /// them (100 MHz and above) give what the radio expects. More fail with 9, and the image keeps what
@@ -101,7 +101,7 @@ void CiRxFreSol(std::int16_t channel);
 void CiTxFreSol(std::int16_t channel);
 void IcCtdcsDecSol(std::int16_t channel);
 void IcCtdcsEncSol(std::int16_t channel);
-/// A text that is no tone fails as toneCode::toneWord does, and the image keeps what it held.
+/// A text that is not a tone fails as toneCode::toneWord does, and the image keeps what it held.
 void CiCtdcsDecSol(std::int16_t channel);
 void CiCtdcsEncSol(std::int16_t channel);
 
@@ -128,8 +128,8 @@ bool QtDqtCharToIic(std::string_view text);
 /// The key of a column's default value (entry 2 of its definition).
 [[nodiscard]] int defaultKey(int column);
 
-/// Reads the grid's definition. A value that is no number is logged and keeps its default; so does
-/// everything beyond the bounds of the arrays (9).
+/// Reads the grid's definition. A value that is not a number is logged and keeps its default; so
+/// does everything beyond the bounds of the arrays (9).
 void ReadChInfo();
 /// Makes an empty grid of that definition. It has as many columns as there are titles or
 /// definitions, whichever are more, and never more than the table has rows or definitions.
@@ -144,7 +144,7 @@ void showChannel(std::int16_t channel);
 void ChParaShow(std::int16_t channel);
 /// A frequency in MHz, in DefColor inside the band and in OverColor outside it.
 void RxFreShow(std::int16_t channel);
-/// The same, and blank for none.
+/// Shows a transmit frequency, and blank for none.
 void TxFreShow(std::int16_t channel);
 void CtdcsDecShow(std::int16_t channel);
 /// Blank for a channel that does not transmit.

@@ -56,7 +56,7 @@ void writeBand() {
     writeLimit(bandAddress + bandLength / 2, state().bandHigh);
 }
 
-/// A limit as the image holds it, in 10 Hz; nothing where its bytes are no digits.
+/// A limit as the image holds it, in 10 Hz; nothing where its bytes are not digits.
 std::optional<std::int32_t> readLimit(int address) {
     const auto& image = modIicDat::IicDat();
     const auto tenths = tenthsOfBcd({image(address), image(address + 1)});
@@ -79,7 +79,7 @@ void applyBand(bool mayAsk) {
     });
 }
 
-/// A custom limit in 10 Hz; nothing for a text that is no number or for one beyond the range.
+/// A custom limit in 10 Hz; nothing for a text that is not a number or for one beyond the range.
 std::optional<std::int32_t> customLimit(std::string_view text) {
     const auto number = cellText::megahertz(text);
     const double limit = roundHalfEven(number.value_or(0) * frequency::perMhz);

@@ -80,7 +80,7 @@ void selectModel(int index);
 /// no entry is selected or the image is too short, and the limits set before stay.
 void cboFrequency_Click();
 
-/// The same for a program that follows what the list shows: never a dialog. The custom entry
+/// Takes a band for a program that follows what the list shows: never a dialog. The custom entry
 /// keeps the limits in force and writes them.
 void applyShownBand();
 
@@ -102,9 +102,9 @@ void selectBandFromImage();
 
 /// A custom band from two numbers of MHz within 120 to 520, the lower one first. Accepted: they
 /// become the band and the texts of the next opening. Otherwise the band becomes 120 to 520 MHz and
-/// the texts "120" and "520", which is no failure. Either way the custom entry is selected and the
-/// image gets the limits. Returns whether they were accepted. This is the dialog's OK but for its
-/// question, whether to start a new configuration first. Label "frmCustomFre->cmdOk_Click".
+/// the texts "120" and "520", which is not a failure. Either way the custom entry is selected and
+/// the image gets the limits. Returns whether they were accepted. This is the dialog's OK but for
+/// its question, whether to start a new configuration first. Label "frmCustomFre->cmdOk_Click".
 bool acceptCustomRange(std::string_view minText, std::string_view maxText);
 
 /// 0.1 MHz units (0 to 9999) as four BCD digits and back; nothing where a nibble is above 9. Raises

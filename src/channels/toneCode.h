@@ -39,7 +39,7 @@ inline constexpr int dcsCount = 105;
 /// The off texts of all languages.
 [[nodiscard]] std::span<const std::string_view> allOffTexts() noexcept;
 
-/// The text of a stored word; `offText` for off and for every word that is no tone.
+/// The text of a stored word; `offText` for off and for every word that is not a tone.
 [[nodiscard]] std::string toneText(std::uint16_t word, std::string_view offText);
 
 /// The word of a text. The writer asks for less than the reader shows:

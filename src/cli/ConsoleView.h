@@ -10,7 +10,7 @@
 namespace k520::cli {
 
 /// The view of a radio link on a terminal: one line on stderr that names the stage and follows its
-/// progress to 100 %; then it is taken away. Nothing is shown when stderr is no terminal. Ctrl-C
+/// progress to 100 %; then it is taken away. Nothing is shown when stderr is not a terminal. Ctrl-C
 /// abandons the session.
 class ConsoleView : public CommunView {
   public:

@@ -14,7 +14,7 @@ namespace k520::cli {
 /// then as they were.
 void applyEdit(std::string_view key, const std::string& value);
 
-/// The same for a word "KEY=VALUE".
+/// Makes the edit that a word "KEY=VALUE" asks for.
 void applyEditWord(const std::string& word);
 
 /// Edits one cell of a channel's row: a frequency, a tone or a parameter by its column, as typing

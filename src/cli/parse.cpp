@@ -70,7 +70,7 @@ void refuseBrackets(const Request& request, Words words) {
     }
 }
 
-/// The parser of a library behind the table of commands. What the library would say of itself, help
+/// The parser of a library under the table of commands. What the library would say of itself, help
 /// and complaints, is said here instead, in the language in force.
 class Parser {
   public:
@@ -116,7 +116,7 @@ class Parser {
                                                                 : texts::wordNotExpected,
                        word);
         }
-        if (const auto complaint = row != nullptr ? complaintOfArguments(*row, words) : "";
+        if (auto complaint = row != nullptr ? complaintOfArguments(*row, words) : "";
             !complaint.empty()) {
             return complaint;
         }

@@ -60,7 +60,7 @@ struct Picture {
 /// What the core holds now. The tables are taken as they stand.
 [[nodiscard]] Picture currentPicture();
 
-/// The same after decoding `image`, which the core then holds.
+/// The picture after decoding `image`, which the core then holds.
 [[nodiscard]] Picture pictureOf(const MemoryImage& image);
 
 /// MHz in the shortest decimal form, or an empty text for nothing.

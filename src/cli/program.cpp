@@ -80,7 +80,7 @@ void requireUsableImage() {
              "Setting", "DatNum", "8191"});
 }
 
-/// A default that is no entry would make every new channel fail.
+/// A default that is not an entry would make every new channel fail.
 void requireUsableDefaults() {
     for (int k = modChMem::firstParameter; k <= modChMem::state().ColNum; ++k) {
         const auto& column = modChMem::columnOf(k);
@@ -226,7 +226,7 @@ std::string configSetCommand(const std::string& section, const std::string& key,
 }
 
 void warn(const std::string& message) {
-    // The same thing met again, by a second pass over the same data, is no news.
+    // What a second pass over the data meets again is not news.
     static std::set<std::string> told;
     if (told.insert(message).second) {
         printError("k520-cli: " + say(texts::warning) + message + "\n");

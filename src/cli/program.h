@@ -12,7 +12,7 @@
 namespace k520::cli {
 
 /// Chooses the program folder (see programFolder.h) and warns of one that does not exist. A path
-/// that is no folder raises Failure 1.
+/// that is not a folder raises Failure 1.
 void chooseProgramFolder(const std::optional<std::string>& chosen);
 
 /// Who reads what a command prints: the names and texts in what scripts read are the English ones,

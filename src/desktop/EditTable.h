@@ -19,7 +19,7 @@ class CellEditor {
 
 /// A table that knows its open cell editor. Every command that works on the data asks all tables
 /// first (commitAll), so that what a cell shows is what the command works on; where the keyboard is
-/// does not matter. An editor never stays behind when the cursor leaves its cell or the table is
+/// does not matter. An editor never stays open when the cursor leaves its cell or the table is
 /// hidden.
 class EditTable : public QTableView {
     Q_OBJECT

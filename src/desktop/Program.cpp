@@ -133,7 +133,7 @@ int Program::run() {
 void Program::closeUnasked() {
     untilPainted_ = false;
     mdimoduMain::state().quitting = true;
-    // Behind the painting of the other widgets.
+    // After the painting of the other widgets.
     QTimer::singleShot(0, this, [this] { main_->close(); });
 }
 

@@ -14,7 +14,7 @@ template <class Object, class... Arguments>
     return new Object(std::forward<Arguments>(arguments)...);
 }
 
-/// The same for a control that scripts, tests and accessibility find by its name.
+/// Makes a control with a name, by which scripts, tests and accessibility find it.
 template <class Object, class... Arguments>
 [[nodiscard]] Object* ownNamed(const char* objectName, Arguments&&... arguments) {
     auto* object = own<Object>(std::forward<Arguments>(arguments)...);

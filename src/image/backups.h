@@ -86,8 +86,8 @@ void requireRestorable(const std::filesystem::path& path);
 
 struct Content {
     MemoryImage image;  ///< of the size in force
-    /// False for a data file that is no backup, and for one without its ".lost": nothing says what
-    /// the radio held at the bytes that have no place in it.
+    /// False for a data file that is not a backup, and for one without its ".lost": nothing says
+    /// what the radio held at the bytes that have no place in it.
     bool whole = false;
 };
 

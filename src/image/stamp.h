@@ -19,7 +19,7 @@ inline constexpr int length = 5;
 /// too short.
 void write(MemoryImage& image, const DateTime& when);
 
-/// The stamp as a date and time of 2000..2099, or nothing where the bytes are no date.
+/// The stamp as a date and time of 2000..2099, or nothing where the bytes are not a date.
 [[nodiscard]] std::optional<DateTime> read(const MemoryImage& image);
 
 }  // namespace k520::stamp

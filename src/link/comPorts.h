@@ -10,7 +10,8 @@
 #include "app/Checked.h"
 #include "link/SerialPort.h"
 
-/// The sixteen ports COM1 to COM16, the devices behind them, and which of them can be opened.
+/// The sixteen ports COM1 to COM16, the devices that they stand for, and which of them can be
+/// opened.
 namespace k520::comPorts {
 
 inline constexpr std::int16_t firstPort = 1;
@@ -40,7 +41,7 @@ enum class Platform : std::uint8_t { gnuLinux, macOs, windows };
 /// Makes the port that devicePath names.
 [[nodiscard]] PortMaker defaultPortMaker();
 
-/// What a device says of itself: maker and product of the USB device behind it, "simulated radio",
+/// What a device says of itself: maker and product of the USB device, "simulated radio",
 /// or nothing. `terminals` is the system's folder of serial devices (another one in tests).
 [[nodiscard]] std::string deviceDescription(
     const std::string& device, const std::filesystem::path& terminals = "/sys/class/tty");

@@ -15,8 +15,8 @@ inline constexpr std::int16_t sent = 0;
 inline constexpr std::int16_t received = -1;
 
 /// The lines of one frame. Each byte is two upper-case hexadecimal digits and a blank. The first
-/// line holds up to four bytes (command, address, length) behind "Tx: " or "Rx: ", each further
-/// one sixteen behind seven blanks, and what is left over stands behind four.
+/// line holds up to four bytes (command, address, length) after "Tx: " or "Rx: ", each further
+/// one sixteen after seven blanks, and what is left over stands after four.
 [[nodiscard]] std::vector<std::string> frameLines(std::int16_t direction,
                                                   std::span<const std::uint8_t> bytes);
 

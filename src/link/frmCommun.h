@@ -111,7 +111,7 @@ class frmCommun : public QDialog {
     bool closeRefused_ = false;
     /// From the click until everything of the session is over, its last texts included.
     bool running_ = false;
-    /// The last run has left the radio in a state that this backup, and no other, would mend.
+    /// The last run has left the radio in a state that this backup, and no other, would put right.
     std::optional<std::filesystem::path> dueBackup_;
 };
 

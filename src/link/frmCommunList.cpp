@@ -44,7 +44,7 @@ void frmCommunList::showNow() {
 }
 
 /// The view lays itself out anew whatever rows have come, so it is told of the newest alone. Until
-/// then it shows what it knows: rows are only ever added behind the others.
+/// then it shows what it knows: rows are only ever added after the others.
 void frmCommunList::rowsInserted(const QModelIndex& /*parent*/, int /*start*/, int end) {
     newest_ = end;
     if (!wait_->isActive()) {

@@ -104,7 +104,7 @@ void frmCommunRanges::typed(std::size_t index, const QString& text) {
     mark(*fields_[index].edit, taken ? QString() : qText(say(texts::badAddressTip, address)));
 }
 
-/// Marks a field whose text is no address, or takes the mark away where there is no trouble.
+/// Marks a field whose text is not an address, or takes the mark away where the text is one.
 void frmCommunRanges::mark(QLineEdit& edit, const QString& trouble) {
     QPalette palette;
     if (!trouble.isEmpty()) {

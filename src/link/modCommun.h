@@ -56,7 +56,7 @@ struct State {
     ScriptList readList;
     ScriptList writeList;
 
-    // The interpreter. Tokens behind the end of the last script keep older values.
+    // The interpreter. Tokens after the end of the last script keep older values.
     BoundedArray<std::string, 1, 200> tokenArray;
     std::int16_t tokenIndex = 1;
     /// Set while the token array holds a script only in part.
@@ -131,7 +131,7 @@ void ProtocolCom();
 }
 
 /// Waits for so many bytes, logs them and compares them with the expected reply; what stands at a
-/// "VA" goes to the data buffer. Whatever arrived behind them is dropped. A reply that is late or
+/// "VA" goes to the data buffer. Whatever arrived after them is dropped. A reply that is late or
 /// wrong, a ticked stop box and an error (label "modCommun->RxComDat") all add text 175 to the
 /// data list and set the failure flag.
 void RxComDat(std::int16_t count);

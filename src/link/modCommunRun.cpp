@@ -73,7 +73,7 @@ std::uint8_t& nextData() {
     return place;
 }
 
-/// Collects a frame up to its RX or EN; returns whether a reply is described behind it.
+/// Collects a frame up to its RX or EN; returns whether a reply is described after it.
 bool collectFrame() {
     State& s = state();
     for (;;) {

@@ -87,7 +87,7 @@ constexpr Plan readPlan{.direction = Direction::read,
                         .failureText = 166};
 
 // Text 168 is empty: a write shows nothing but percents and, late, the count of attempts. Reading
-// has its status texts in a row from 164; of the rows behind 168 only 171 and 172 are such short
+// has its status texts in a row from 164; of the rows after 168 only 171 and 172 are such short
 // status words for success and failure (77 and 78 speak of the communication as a whole).
 constexpr Plan writePlan{.direction = Direction::write,
                          .label = "frmCommun->cmdWrite_Click",
@@ -402,7 +402,7 @@ RadioState radioStateAfter(const Result& result) noexcept {
     if (result.furthestAddress) {
         return RadioState::partlyWritten;
     }
-    // Behind the handshake the first block may have been stored without an answer that came back.
+    // After the handshake the first block may have been stored without an answer that came back.
     return result.mostSteps == 0 ? RadioState::untouched : RadioState::unknown;
 }
 

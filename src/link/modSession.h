@@ -30,9 +30,10 @@ struct State {
 enum class Outcome : std::uint8_t {
     succeeded,
     portFailed,  ///< the port could not be opened; the error list tells why
-    failed,   ///< no attempt succeeded, or an error that no attempt can mend is in the error list
-    stopped,  ///< by the stop box, or abandoned
-    busy,     ///< another session is on: nothing was done
+    failed,      ///< no attempt succeeded, or an error that no attempt can get over is in the error
+                 ///< list
+    stopped,     ///< by the stop box, or abandoned
+    busy,        ///< another session is on: nothing was done
     notAccepted,  ///< every step succeeded, but what came was not accepted
 };
 
@@ -58,7 +59,7 @@ struct Result {
 
 /// Reads the read range from the radio into the image, and decodes and shows it. A failure leaves
 /// the image mixed of old and new blocks and shows nothing. Both return after the labels have been
-/// emptied again, 150 ms behind the end. Label "frmCommun->cmdRead_Click".
+/// emptied again, 150 ms after the end. Label "frmCommun->cmdRead_Click".
 Result cmdRead_Click(CommunView& view);
 
 /// Encodes the tables into the image, stamps it, and writes the write range to the radio. The image
@@ -66,7 +67,7 @@ Result cmdRead_Click(CommunView& view);
 Result cmdWrite_Click(CommunView& view);
 
 /// A read into `image` alone: the memory image, the tables and the displays stay as they are. The
-/// view is driven as in a plain read. Blocks behind the end of `image` fail the session with 9.
+/// view is driven as in a plain read. Blocks beyond the end of `image` fail the session with 9.
 Result readInto(CommunView& view, modIicDat::AddressRange range, MemoryImage& image);
 
 /// A read whose bytes wait in a copy of the image until `accept` has looked at it. True: they go

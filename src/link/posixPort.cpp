@@ -152,7 +152,7 @@ void PosixPort::open() {
     require(setRadioLine(line.get()));
     askForFavours(line.get());
     require(::tcflush(line.get(), TCIOFLUSH) == 0);
-    // Last of what can fail, so that a refused opening leaves no mark behind.
+    // Last of what can fail, so that a refused opening leaves no mark.
     require(::ioctl(line.get(), TIOCEXCL) == 0);
     line_ = std::move(line);
 }

@@ -16,8 +16,9 @@ namespace k520 {
 /// A serial device of the system, by its path; symbolic links and pseudo-terminals do as well.
 ///
 /// While it is open it is ours alone: an advisory lock (flock) and the terminal's exclusive mark
-/// tell every other program so. Nothing is sent to a path that is no serial device. A device that
-/// has gone away is told apart from one that is silent: every operation then raises 57 at once.
+/// tell every other program so. Nothing is sent to a path that is not a serial device. A device
+/// that has gone away is told apart from one that is silent: every operation then raises 57 at
+/// once.
 class PosixPort : public SerialPort {
   public:
     /// `writeLimit` bounds how long write() waits for a line that takes no bytes.
@@ -27,7 +28,7 @@ class PosixPort : public SerialPort {
     PosixPort(const PosixPort&) = delete;
     PosixPort& operator=(const PosixPort&) = delete;
 
-    /// Raises 53 for a path behind which there is nothing, 68 for one that is no serial device, 70
+    /// Raises 53 for a path that leads nowhere, 68 for one that is not a serial device, 70
     /// without permission (the source names the group that has it), 55 for a device in use (the
     /// source names the holder where it can be found).
     void open() override;

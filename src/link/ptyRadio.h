@@ -14,15 +14,15 @@
 namespace k520 {
 
 /// A simulated radio on a pseudo-terminal: to every program its device is a serial port with a
-/// radio behind it. The line runs in real time, whatever clock is in force.
+/// radio at its other end. The line runs in real time, whatever clock is in force.
 ///
-/// A client that is killed leaves the terminal's exclusive mark behind, and nobody could open the
+/// A client that is killed leaves the terminal's exclusive mark in place, and nobody could open the
 /// device again; the mark is therefore taken away when a client goes.
 class PtyRadio {
   public:
     using Microseconds = Clock::Microseconds;
 
-    /// Opens the pair. Raises what the system says when there is no pseudo-terminal to be had.
+    /// Opens the pair. Raises what the system says when it has no pseudo-terminal to give.
     explicit PtyRadio(std::shared_ptr<SimRadio> radio);
 
     /// The device that clients open.

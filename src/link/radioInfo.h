@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-/// What the radio information shows, and the developer entrance behind it.
+/// What the radio information shows, and its entrance for developers.
 namespace k520::radioInfo {
 
 struct State {
@@ -21,8 +21,8 @@ void lblDebug_Click();
 /// Limits in 10 Hz units as "400.00000 - 470.00000MHz".
 [[nodiscard]] std::string bandText(std::int32_t low, std::int32_t high);
 
-/// When the radio behind the image was last written, as "2026-11-21 13:05"; text 179 where the
-/// stamp is no date.
+/// When the radio that the image is from was last written, as "2026-11-21 13:05"; text 179 where
+/// the stamp is not a date.
 [[nodiscard]] std::string lastWriteText();
 
 }  // namespace k520::radioInfo

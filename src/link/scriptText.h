@@ -12,7 +12,7 @@
 /// The texts of the protocol scripts. A script is a string of two-character tokens without
 /// separators: hexadecimal bytes and these keywords.
 ///
-///   TX  begins a frame: the bytes and VA marks behind it are sent in one write
+///   TX  begins a frame: the bytes and VA marks after it are sent in one write
 ///   RX  ends the frame: what follows, up to TX, RF, WF or EN, is the expected reply
 ///   VA  one byte of the data buffer: sent from it, or received into it whatever it is
 ///   RF, WF  reserved: three byte tokens follow and are dropped

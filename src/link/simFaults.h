@@ -17,7 +17,7 @@ namespace k520 {
 enum class ByteFaultKind {
     lose,     ///< the byte does not arrive; its time on the line passes
     corrupt,  ///< it arrives changed: exclusive or with `value`
-    add,      ///< the byte `value` comes behind it
+    add,      ///< the byte `value` comes after it
     repeat,   ///< it comes twice
     delay,    ///< it, and so what follows it, comes later by `by`
 };
@@ -41,11 +41,11 @@ struct Babble {
 };
 
 /// An exchange is one complete frame that the radio has received, counted from 1 over its life:
-/// the greeting is one, the acknowledgement behind it the second.
+/// the greeting is one, the acknowledgement after it the second.
 struct SimFaults {
     /// Faults of the bytes that the radio sends. Several may meet on one byte.
     std::vector<ByteFault> replyBytes{};
-    /// The same for the bytes that the computer sends.
+    /// The faults of the bytes that the computer sends.
     std::vector<ByteFault> requestBytes{};
     /// From this exchange on the radio is as if switched off: it neither answers nor stores.
     std::optional<std::uint32_t> silentFrom{};

@@ -50,7 +50,7 @@ bool isComplete(const Shape& shape, std::span<const std::uint8_t> begun) {
     if (!shape.carriesData || begun.size() < shape.length) {
         return begun.size() == shape.length;
     }
-    // No data is waited for behind a length that is refused anyway.
+    // No data is waited for after a length that is refused anyway.
     const std::size_t data = begun[headerLength - 1];
     return data > longestBlock || begun.size() == shape.length + data;
 }

@@ -19,7 +19,7 @@
 namespace k520 {
 
 /// The memory address that the high and low address bytes of a block frame mean, or nothing where
-/// the high byte is no address form. The radio's form is not the plain address: the high byte
+/// the high byte is not an address form. The radio's form is not the plain address: the high byte
 /// holds bits 13..10 in its upper and bits 9..8 in its lower half (0..3), so 0x0400 is 10 00.
 [[nodiscard]] std::optional<int> decodeAddress(std::uint8_t high, std::uint8_t low) noexcept;
 
@@ -68,7 +68,7 @@ class SimRadio {
     explicit SimRadio(std::vector<std::uint8_t> memory = {}, SimFaults faults = {},
                       int baud = usualBaud);
 
-    /// The computer has written these bytes at `now`; they go onto the line behind earlier ones.
+    /// The computer has written these bytes at `now`; they go onto the line after earlier ones.
     void receive(std::span<const std::uint8_t> bytes, Microseconds now);
     /// The reply bytes that have arrived at the computer by `now` and were not taken before.
     [[nodiscard]] std::vector<std::uint8_t> takeDue(Microseconds now);

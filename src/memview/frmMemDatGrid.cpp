@@ -61,7 +61,7 @@ class ByteValidator : public QValidator {
         text = text.toUpper();
         return modMemDat::isByteText(stdText(text)) ? Acceptable : Intermediate;
     }
-    /// Only asked for when a text that is no byte was to be accepted.
+    /// Only asked for when a text that is not a byte was to be accepted.
     void fixup(QString&) const override { editor_.refuse(); }
 
   private:

@@ -10,8 +10,8 @@ namespace k520 {
 [[nodiscard]] QPalette refusedPalette(QPalette palette);
 
 /// A table of bytes as two hexadecimal digits. Typing, F2 or a double click edits the current cell;
-/// Enter goes down, Tab to the next byte. A text that is no byte is not accepted: the editor stays
-/// open and says so until it is corrected or left with Escape or for another cell.
+/// Enter goes down, Tab to the next byte. A text that is not a byte is not accepted: the editor
+/// stays open and says so until it is corrected or left with Escape or for another cell.
 class frmMemDatGrid : public EditTable {
     Q_OBJECT
 

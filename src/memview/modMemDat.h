@@ -59,7 +59,7 @@ void TableFreDat();
 /// open calls it.
 void followImage();
 
-/// The command behind the fill button: TableFreDat.
+/// The command of the fill button: TableFreDat.
 void cmdFillGrid_Click();
 
 /// Takes all marks away. Label "frmMemDat->cmdSetDefCol".
@@ -68,8 +68,8 @@ void cmdSetDefCol();
 /// What a user has typed into a cell: a byte that is another one goes into the image. Before that
 /// the grid is filled anew, so that writing it back changes this byte alone, whatever has happened
 /// to the image since. The tables do not follow: the bytes of channels and options are theirs
-/// again when the image is next saved or sent. Returns false for a text that is no byte, and does
-/// nothing then.
+/// again when the image is next saved or sent. Returns false for a text that is not a byte, and
+/// does nothing then.
 bool typeByte(int row, int column, std::string_view text);
 
 /// Gives the grid as many rows as TableMaxAddr asks for now, filled where it was filled before.
@@ -94,7 +94,7 @@ void vsfgGridMemDat_AfterEdit();
 [[nodiscard]] std::int32_t B_To_D(std::string_view bin);
 
 /// Every digit with its place counted from the left, so the most significant bit is "B0":
-/// "B0:1 B1:0 B2:1 B3:0   B4:0 ", two more blanks behind the fourth.
+/// "B0:1 B1:0 B2:1 B3:0   B4:0 ", two more blanks after the fourth.
 [[nodiscard]] std::string B_To_BitShow(std::string_view bin);
 
 /// A cell's text, read as a hexadecimal number, as a byte. Raises 13 where it is none, 6 above FF.

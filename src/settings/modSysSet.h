@@ -35,7 +35,7 @@ struct State {
 void OptSelSaveSol(std::int16_t mode);
 
 /// Encodes OptNow into the memory image, option by option; stops at the first that fails (6 for a
-/// value that is no byte, 9 for an image that is too short). Voice chip and crystal are never
+/// value that is not a byte, 9 for an image that is too short). Voice chip and crystal are never
 /// encoded: the image keeps what it holds for them.
 void OptSelToSave();
 

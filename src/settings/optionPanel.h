@@ -41,7 +41,7 @@ void InitFace();
 /// A list value above its last entry adds a line to the error list and selects the default's entry
 /// instead, and OptNow then holds that. A check box is checked by any value but 0 and leaves OptNow
 /// alone. -1 selects nothing. A value that no list can take (below -1, or a default above the last
-/// entry) is failure 380; the controls behind it then stay as they were. All lists come before all
+/// entry) is failure 380; the controls after it then stay as they were. All lists come before all
 /// check boxes.
 void InitOpt();
 

@@ -72,7 +72,7 @@ struct Option {
     std::int16_t max = 1;
     EntryStyle entries = EntryStyle::numbers;
     std::int16_t firstText = 0;  ///< index of an interface text
-    /// The list's name in the message about a value above `max`, the blanks behind it included.
+    /// The list's name in the message about a value above `max`, the blanks after it included.
     std::string_view rangeItem = {};
 };
 

@@ -22,7 +22,7 @@ struct Variable {
 
 class StartUp : public test::ProgramFolder {
   protected:
-    /// A start of a new process, to which the machine's own ports are no use.
+    /// A start of a new process, to which the machine's own ports are useless.
     StartResult start() {
         forget();
         mdimoduMain::state().programFolder = home;
@@ -163,7 +163,7 @@ TEST_F(StartUp, ClosingAsksUnlessQuitting) {
     EXPECT_TRUE(MDIForm_QueryUnload());
 }
 
-// A step that fails is reported and costs nothing behind it.
+// A step that fails is reported, and the steps after it are done.
 TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
     folder.write("Uninstall.exe",
                  "[Setting]\nFirRun=0\nLanguage=1\nDatNum=8191\nChannelLock=ShowLock\n");

@@ -44,7 +44,7 @@ TEST(ProfileText, ReadsAsUsersOfTheFormatExpect) {
     EXPECT_EQ(text.value("S", "@AZ{`{\xC3\x84"), std::nullopt);
 }
 
-// The same names in several sections, and each a second time behind all of them.
+// The same names in several sections, and each a second time after all of them.
 TEST(ProfileText, FindsEachOfManyNames) {
     constexpr int sections = 3;
     for (const int keys : {169, 170, 171, 700, 5'000}) {
@@ -164,7 +164,7 @@ TEST_F(SettingsFile, ShowsEveryChangeAtOnce) {
     EXPECT_EQ(readSetting("S", "K", "0"), "0");
 }
 
-// Another program's change is seen behind the last snapshot, one's own at once.
+// Another program's change is seen after the last snapshot, one's own at once.
 TEST_F(SettingsFile, StaysInItsSnapshot) {
     const auto otherWrites = [&](const std::string& value) {
         own.write(settingsFileName, "[S]\nK=" + value + "\n");

@@ -52,7 +52,7 @@ TEST_F(ErrorList, ShowsTwoLinesForEachFailureTheLastSelected) {
     EXPECT_EQ(state().entries.at(1).number + state().entries.at(2).number, 4711);
 }
 
-/// A locale whose dates are "D<day>" and "T<hour>", each behind `prefix`.
+/// A locale whose dates are "D<day>" and "T<hour>", each after `prefix`.
 struct OwnForm : std::time_put<char> {
     explicit OwnForm(std::string before) : prefix(std::move(before)) {}
     iter_type do_put(iter_type out, std::ios_base&, char, const std::tm* time, char form,
@@ -86,7 +86,7 @@ TEST_F(ErrorList, TakesEveryOtherExceptionAsAnErrorOfTheProgram) {
     EXPECT_THAT(lines().at(5), HasSubstr("出错号:  51 "));
 }
 
-/// The letter behind "&", or 0.
+/// The letter after "&", or 0.
 char mnemonic(std::string_view text) {
     const auto at = text.find('&');
     return at == text.npos || at + 1 == text.size() ? '\0'

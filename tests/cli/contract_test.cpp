@@ -163,7 +163,7 @@ TEST_F(Contract, BandsAndOptions) {
     }
     EXPECT_EQ(set("option.squelch=3").err, "");
 
-    // A custom band is in force for the edits behind it; a file that holds one opens as 120 - 520.
+    // A custom band is in force for the edits after it; a file that holds one opens as 120 - 520.
     EXPECT_EQ(set("band=145.12345-150 ch1.rx=600").code, 0);
     EXPECT_EQ(channel(1)["rx_hz"], 150000000);
     shown = show();

@@ -131,7 +131,7 @@ in_fish() {
     done
 }
 
-# In a terminal, where the line that the Tab key leaves is run: so for single offers. A slash behind a
+# In a terminal, where the line that the Tab key leaves is run: so for single offers. A slash after a
 # folder goes away then.
 in_zsh() {
     local single=() answers each

@@ -57,7 +57,7 @@ class CommunDialog : public test::Desktop {
         });
     }
     bool blinks() { return dialog.findChild<QTimer*>(QStringLiteral("tmrLigGrint"))->isActive(); }
-    /// Everything that the end of a session has to leave behind, whatever the end was.
+    /// Everything that the end of a session has to leave as it should be, whatever the end was.
     void expectIdle(Direction direction, bool succeeded) {
         EXPECT_EQ(said(dialog, "lblComStatus") + said(dialog, "lblComPercent") +
                       said(dialog, "lblTimeLeft"),

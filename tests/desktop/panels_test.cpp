@@ -255,7 +255,7 @@ TEST_F(MemDat, WhatIsNoByteIsRefusedInTheCell) {
     type(0x20, "4");
     QTest::keyClick(editor(), Qt::Key_Return);
     QTest::keyClick(editor(), 'b');
-    EXPECT_EQ(editor()->palette(), table().palette()) << "is being mended";
+    EXPECT_EQ(editor()->palette(), table().palette()) << "is being corrected";
     leave(Qt::Key_Return);
     EXPECT_EQ(byte(0x20), 0x4B);
 }

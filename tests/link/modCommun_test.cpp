@@ -116,7 +116,7 @@ TEST_F(Commun, ReplyDataGoToTheBufferUntilTheFirstDifference) {
 
 // Scripts read the trace: it says the same in every language.
 TEST_F(Commun, TheTraceKeepsItsWords) {
-    for (std::int16_t language : {1, 2, 3}) {
+    for (std::int16_t language = 1; language <= 3; ++language) {
         modSoftFace::FillSoftFace(language);
         EXPECT_EQ(traceLine(modSoftFace::text(175)), "Rx：Communication failed! No receive Data!");
         EXPECT_EQ(traceLine("Tx: 06"), "Tx: 06");

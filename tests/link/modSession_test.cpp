@@ -13,7 +13,7 @@ using testing::HasSubstr;
 using testing::Not;
 using Texts = test::ScriptedDialogs::Texts;
 
-/// Keeps every call in order, "|" behind each: the status texts as they are, percents behind a "p",
+/// Keeps every call in order, "|" after each: the status texts as they are, percents after a "p",
 /// the others as letters.
 struct RecordingView : NullView {
     void setStatus(const std::string& text) override {
@@ -171,7 +171,7 @@ TEST_F(Session, ShortLastBlockCopiesSixteenBytes) {
     modIicDat::state().readRange = modIicDat::state().writeRange = {0x400, 0x413};
     EXPECT_EQ(cmdRead_Click(view).failedAttempts, 1);
     EXPECT_TRUE(agree(0x400, 20));
-    // What lies behind the four bytes is left over from the block before.
+    // What lies after the four bytes is left over from the block before.
     EXPECT_EQ(IicDat()(0x414), radio->memory()[0x404]);
     EXPECT_EQ(IicDat()(0x420), 0);
     IicDat()(0x413) = 0x77;

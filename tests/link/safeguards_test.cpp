@@ -472,7 +472,7 @@ TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
     EXPECT_TRUE(std::ranges::equal(copy.bytes(), IicDat().bytes()));
 
     const auto before = IicDat();
-    // Behind the handshake's two bytes and the header of the block that channel 2 has.
+    // After the handshake's two bytes and the header of the block that channel 2 has.
     plug({.replyBytes = {{.kind = ByteFaultKind::corrupt, .byte = 2 + 40 + 5, .value = 1}}});
     view = {};
     const Report report = read(view, all);

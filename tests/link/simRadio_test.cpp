@@ -194,7 +194,7 @@ TEST(SimRadio, RequestBytesBlocksAndTheLineFailOnRequest) {
         EXPECT_TRUE(std::ranges::equal(host.radio.memory().first(2), stored));
     }
 
-    // Noise fills the second behind the greeting's answer, and ends with the next exchange.
+    // Noise fills the second after the greeting's answer, and ends with the next exchange.
     Host noisy({}, {.babble = Babble{.from = 2, .until = 3, .value = 0x55}});
     const Bytes heard = noisy.exchange(greeting);
     EXPECT_EQ(heard[0], 0x06);

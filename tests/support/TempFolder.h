@@ -40,7 +40,7 @@ class TempFolder {
         file << text << std::flush;
         return path_ / name;
     }
-    /// A file's bytes; an exception where there is no such file.
+    /// A file's bytes; an exception where there is none.
     [[nodiscard]] std::string read(const std::string& name) const {
         std::ifstream file(path_ / name, std::ios::binary);
         file.exceptions(std::ios::failbit | std::ios::badbit);
