@@ -35,7 +35,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "tot",
      .caption = 233,
      .group = transmit,
-     .tip = &texts::tipTot,
+     .tip = texts::tipTot,
      .source = {{{0x130, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 20,
@@ -48,7 +48,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "squelch",
      .caption = 217,
      .group = receiver,
-     .tip = &texts::tipSquelch,
+     .tip = texts::tipSquelch,
      .source = {{{0x134, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 9,
@@ -59,7 +59,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "volume",
      .caption = 239,
      .group = receiver,
-     .tip = &texts::tipVolume,
+     .tip = texts::tipVolume,
      .source = {{{0x3FF, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 15,
@@ -70,7 +70,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "voice",
      .caption = 226,
      .group = voiceAndTones,
-     .tip = &texts::tipVoice,
+     .tip = texts::tipVoice,
      .source = {{{0x12F, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 2,
@@ -83,7 +83,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "broadcast_squelch",
      .caption = 240,
      .group = broadcast,
-     .tip = &texts::tipBroadcastSquelch,
+     .tip = texts::tipBroadcastSquelch,
      .codec = offsetByte,
      .source = {{{0x3F6, 0xFF}}},
      .ownedMask = 0xFF,
@@ -95,7 +95,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "broadcast_volume",
      .caption = 241,
      .group = broadcast,
-     .tip = &texts::tipBroadcastVolume,
+     .tip = texts::tipBroadcastVolume,
      .source = {{{0x3F7, 0x0F}}},
      .ownedMask = 0xFF,
      .max = 15,
@@ -105,7 +105,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "battery_save",
      .caption = 327,
      .group = power,
-     .tip = &texts::tipBatterySave,
+     .tip = texts::tipBatterySave,
      .source = {{{0x135, 0x01}}},
      .ownedMask = 0xFF,
      .kind = checkBox,
@@ -116,7 +116,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "beep",
      .caption = 328,
      .group = voiceAndTones,
-     .tip = &texts::tipBeep,
+     .tip = texts::tipBeep,
      .source = {{{0x136, 0x01}}},
      .ownedMask = 0xFF,
      .kind = checkBox,
@@ -127,7 +127,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "emergency_alarm",
      .caption = 293,
      .group = voiceAndTones,
-     .tip = &texts::tipEmergencyAlarm,
+     .tip = texts::tipEmergencyAlarm,
      .codec = bit,
      .source = {{{0x3FC, 0x80}}},
      .ownedMask = 0x80,
@@ -140,7 +140,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "voice_chip",
      .caption = 315,
      .group = voiceAndTones,
-     .tip = &texts::tipVoiceChip,
+     .tip = texts::tipVoiceChip,
      .codec = chip,
      .source = {{{0x3FE, 0x03}}},
      .max = 1,
@@ -152,7 +152,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "crystal",
      .caption = 326,
      .group = power,
-     .tip = &texts::tipCrystal,
+     .tip = texts::tipCrystal,
      .codec = crystal,
      .source = {{{0x3D8, 0xFF}, {0x3D3, 0xC0}}},
      .max = 3,
@@ -164,7 +164,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "pre_tot",
      .caption = 330,
      .group = transmit,
-     .tip = &texts::tipPreTot,
+     .tip = texts::tipPreTot,
      .source = {{{0x131, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 10,
@@ -177,7 +177,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "vox_level",
      .caption = 333,
      .group = vox,
-     .tip = &texts::tipVoxLevel,
+     .tip = texts::tipVoxLevel,
      .source = {{{0x13A, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 10,
@@ -190,7 +190,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "vox_delay",
      .caption = 336,
      .group = vox,
-     .tip = &texts::tipVoxDelay,
+     .tip = texts::tipVoxDelay,
      .source = {{{0x13B, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 5,
@@ -203,7 +203,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "vox_inhibit_rx",
      .caption = 346,
      .group = vox,
-     .tip = &texts::tipVoxInhibitRx,
+     .tip = texts::tipVoxInhibitRx,
      .source = {{{0x138, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 1,
@@ -215,7 +215,7 @@ constexpr std::array<Option, optionCount> table{{
      .name = "low_battery_tx",
      .caption = 351,
      .group = transmit,
-     .tip = &texts::tipLowBatteryTx,
+     .tip = texts::tipLowBatteryTx,
      .codec = bit,
      .source = {{{0x3FE, 0x04}}},
      .ownedMask = 0x04,
@@ -234,7 +234,6 @@ constexpr bool isOrdered() {
     return true;
 }
 static_assert(isOrdered());
-static_assert(std::ranges::none_of(table, [](const Option& row) { return row.tip == nullptr; }));
 
 /// By Group.
 constexpr std::array<const Text*, groupCount> groupHeadings{
@@ -321,7 +320,7 @@ const std::string& captionText(const Option& option) {
 }
 
 std::string tipText(const Option& option) {
-    return say(*option.tip);
+    return say(option.tip);
 }
 
 std::string groupText(Group group) {

@@ -57,7 +57,7 @@ struct Option {
     std::string_view name = {};     ///< what scripts call it
     std::int16_t caption = 0;       ///< index of the interface text beside the control
     Group group = Group::transmit;
-    const Text* tip = nullptr;  ///< what the option is for; every option has one
+    Text tip;  ///< what the option is for; an option without one does not compile
 
     Codec codec = Codec::byte;
     /// Where the value is read from; a second place of mask 0 is none.
