@@ -110,14 +110,14 @@ start() {
 }
 
 # The dialog closes only after the session: Escape means nothing while it is busy.
+closed_by_escape() {
+    press Escape
+    gone "$communication"
+}
 session() {
     open_with "$1" active "$communication"
     press Return
-    closed() {
-        press Escape
-        gone "$communication"
-    }
-    wait_for closed
+    wait_for closed_by_escape
     window "$main"
 }
 
