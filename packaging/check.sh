@@ -29,7 +29,7 @@ roff_of() {
         --ditroff "$1" >/dev/null
 }
 
-# Lintian is no friend of the administrator's account, and needs no more than to read.
+# Lintian complains about the administrator's account, and only has to read.
 lintian --fail-on error,warning --allow-root build/deb/*.deb
 quiet desktop-file-validate "$share/applications/k520.desktop"
 appstreamcli validate --no-net "$share/metainfo/"*.xml

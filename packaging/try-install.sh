@@ -200,7 +200,7 @@ in_clean_root() {
     say "removal"
     apt purge --yes k520 k520-cli k520-data
     ! find "$root/usr" "$root/etc" -name '*k520*' -not -path '*/doc/*' | grep . ||
-        fail "this is left behind"
+        fail "this is still there"
 }
 
 in_bare_folder() {

@@ -36,8 +36,8 @@ void FillSoftFace(std::int16_t& language);
 /// Text `index` of the table. Raises 9 outside 0 to 445.
 [[nodiscard]] const std::string& text(int index);
 
-/// The same in one of the two languages that have texts, whichever is in force; empty for an index
-/// that has none.
+/// Text `index` in one of the two languages that have texts, whichever is in force; empty for
+/// an index that has none.
 [[nodiscard]] std::string_view textIn(TextLanguage language, int index) noexcept;
 
 }  // namespace k520::modSoftFace

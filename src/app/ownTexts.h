@@ -21,7 +21,8 @@ inline constexpr Text tipOpen{"打开数据文件", "Open a data file"};
 inline constexpr Text tipSave{"把信道和整机设置保存到数据文件",
                               "Save channels and optional features in a data file"};
 inline constexpr Text tipRead{"从对讲机读出全部数据", "Read the data from the radio"};
-inline constexpr Text tipWrite{"把这里的数据写入对讲机", "Write the data shown here to the radio"};
+inline constexpr Text tipWrite{"把信道和整机设置写入对讲机",
+                               "Write the data shown here to the radio"};
 inline constexpr Text tipPort{"选择写频线所接的串口",
                               "Choose the port that the cable is plugged into"};
 inline constexpr Text tipPrint{"打印信道和整机设置", "Print channels and optional features"};
@@ -55,7 +56,7 @@ inline constexpr Text longFile{
     "saving leaves the rest as it is."};
 inline constexpr Text noConfiguration{
     "文件内容不像本机的配置：显示的值可能没有意义，也可能仍是打开之前的值。请不要写入对讲机。",
-    "This does not look like a configuration of this radio: what is shown may be senseless, or "
+    "This does not look like a configuration of this radio: what is shown may make no sense, or "
     "still be from before. Do not write it to a radio."};
 
 // Error list

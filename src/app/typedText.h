@@ -18,7 +18,7 @@ namespace k520::typedText {
 [[nodiscard]] std::string plain(std::string_view text);
 
 /// The text of a number as the program writes one: plain, with a decimal point, without the unit
-/// after it. `units` are in small letters. A text that is no number may come back changed.
+/// after it. `units` are in small letters. A text that is not a number may come back changed.
 [[nodiscard]] std::string numeral(std::string_view text, std::span<const std::string_view> units);
 
 /// The number that a text means (see parseNumber), perhaps with one of the units; nothing where it

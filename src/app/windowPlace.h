@@ -21,7 +21,7 @@ struct Box {
     friend bool operator==(const Box&, const Box&) = default;
 };
 
-/// Nothing for a text that is no place, and for one without an area.
+/// Nothing for a text that is not a place, and for one without an area.
 [[nodiscard]] std::optional<Box> parse(std::string_view text);
 [[nodiscard]] std::string textOf(const Box& box);
 

@@ -21,8 +21,8 @@ namespace k520::cellText {
 [[nodiscard]] std::optional<double> distanceFromReceive(std::string_view text);
 
 /// A tone in its normal form (toneCode::normaliseTone), with or without the unit Hz; the off text
-/// of the language in force for an empty text and for that of any language. Nothing where it is no
-/// tone.
+/// of the language in force for an empty text and for that of any language. Nothing where it is not
+/// a tone.
 [[nodiscard]] std::optional<std::string> tone(std::string_view text);
 
 /// A channel's name: the characters of modChMem's table, small letters made capitals. Nothing where

@@ -145,12 +145,16 @@ std::string typeTone(Channel& channel, int col, std::string_view text) {
     return tone ? std::string() : say(texts::noToneRemark, shown(text));
 }
 
+std::string notAnEntry(std::string_view text, const modChMem::ColumnDefinition& definition) {
+    return say(texts::notAnEntry, shown(text),
+               fmt::join(definition.texts(), say(texts::entriesBetween)));
+}
+
 std::string typeEntry(Channel& channel, int col, std::string_view text) {
     const auto& definition = columnOf(col);
     const auto entry = definition.meaningOf(text);
     if (!entry) {
-        throw RuntimeError(errNum::invalidCall, say(texts::notAnEntry, shown(text),
-                                                    fmt::join(definition.texts(), ", ")));
+        throw RuntimeError(errNum::invalidCall, notAnEntry(text, definition));
     }
     channel.field(col) = entry->value;
     return entry->byIndex ? say(texts::byIndexRemark, shown(text), entry->value,
@@ -199,9 +203,7 @@ std::string reasonAgainst(int col, std::string_view text) {
             break;
     }
     const auto& definition = columnOf(col);
-    return definition.meaningOf(text)
-               ? std::string()
-               : say(texts::notAnEntry, shown(text), fmt::join(definition.texts(), ", "));
+    return definition.meaningOf(text) ? std::string() : notAnEntry(text, definition);
 }
 
 }  // namespace

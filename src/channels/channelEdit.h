@@ -44,10 +44,11 @@ enum class Kind : std::uint8_t { frequency, tone, list, plain };
 ///  - A receive frequency makes a new channel with the tones and parameters of `newChannel`, or
 ///    with tones off and the parameters' defaults. It makes a channel without transmit frequency
 ///    transmit on the same one, and gives each parameter that is -1 its default.
-///  - A text that is no receive frequency empties the channel: all fields are -1. One that is no
+///  - A text that is not a receive frequency empties the channel: all fields are -1. One that is
+///  not a
 ///    transmit frequency ends transmission, and the encode tone with it.
 ///  - A transmit frequency in a channel without encode tone gives it the decode tone.
-///  - A text that is no tone is off.
+///  - A text that is not a tone is off.
 ///  - An entry of a list is stored as its number; 5 for a text that is none. So is a text that a
 ///    plain column cannot hold.
 /// Returns what the person has to know, beginning with the text; mostly empty.

@@ -57,7 +57,7 @@ class Channel {
     /// Tone texts (see toneCode.h); empty or the off text for off.
     std::string decodeTone;
     std::string encodeTone;
-    /// What was typed into columns that are no list (a name, an offset), by column. The radio's
+    /// What was typed into columns that are not lists (a name, an offset), by column. The radio's
     /// memory has no place for them.
     std::map<int, std::string> texts;
     /// Switched on by the command "Open channel", and its frequency not edited since.

@@ -22,6 +22,7 @@ inline constexpr Text notATone{
     "nothing for off"};
 inline constexpr Text notAnEntry{"“{}”不是有效的选项，请从以下各项中选择：{}",
                                  "\"{}\" is not a valid value; choose one of: {}"};
+inline constexpr Text entriesBetween{"、", ", "};
 inline constexpr Text notAName{
     "“{}”不能用作名称，只能使用 0-9、A-Z、空格和 - / + _",
     "\"{}\" is not a valid name; a name has 0-9, A-Z, blanks and - / + _"};

@@ -94,8 +94,8 @@ class ChannelDelegate : public QStyledItemDelegate {
                                         const QModelIndex& index) const override;
     /// Nothing: a change beside the edit must not replace what is being typed.
     void setEditorData(QWidget* editor, const QModelIndex& index) const override;
-    /// Nothing for a line in which nothing was typed: looking into a cell is no edit, but typing
-    /// what is there already is one.
+    /// Nothing for a line in which nothing was typed: looking into a cell is not an edit, but
+    /// typing what is there already is one.
     void setModelData(QWidget* editor, QAbstractItemModel* model,
                       const QModelIndex& index) const override;
     void updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,

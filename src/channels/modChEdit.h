@@ -35,15 +35,15 @@ struct State {
 
 /// Before a cell is edited; returns true to refuse. Gives the cell its way of editing: columns 1
 /// and 2 by keyboard, 3 and 4 not in the grid (the tone editor serves them), all others by a list
-/// of the column's texts, or by keyboard where the column is no list. Refused: everything but
+/// of the column's texts, or by keyboard where the column is not a list. Refused: everything but
 /// column 1 of an empty channel, and the encode tone of a channel that does not transmit. Nothing
 /// is decided for titles, nor while the window is locked: the grid has to refuse those itself. The
 /// cell at row 100, column 10 is left alone.
 [[nodiscard]] bool vsfgGridCh_BeforeEdit(std::int16_t row, std::int16_t col);
 
 /// After the cell's text has changed: stores it as channelEdit::type says, and shows what was
-/// stored. After a failure (5 for a text that is no entry, 6 for a number that is too large) the
-/// row shows the stored values again.
+/// stored. After a failure (5 for a text that is not an entry, 6 for a number that is too large)
+/// the row shows the stored values again.
 void vsfgGridCh_AfterEdit(std::int16_t row, std::int16_t col);
 
 /// Puts an edited channel into its row and shows it; `words` is what there is to say of it.
@@ -54,7 +54,7 @@ void takeChannel(std::int16_t row, modChMem::Channel channel, std::string words)
 std::optional<std::int32_t> ModifyTxRxFre(std::string_view text);
 
 /// The tone editor leaves column 3 or 4 with this text: stored and shown as cellText::tone reads
-/// it, or as off where it is no tone.
+/// it, or as off where it is not a tone.
 void cboGridChCtdcs_LostFocus(std::int16_t row, std::int16_t col, std::string_view text);
 
 /// Steps a parameter of a channel that exists to its column's next text, and from the last to the
@@ -70,8 +70,8 @@ struct MenuItem {
 
 /// The right button on a row: makes it the current channel and returns the menu's items: open and
 /// delete this channel, delete all channels, save as default. Open is for an empty channel, delete
-/// and save for one that exists, none while the window is locked. Nothing for a row that is no
-/// channel (9). Label "frmChMem->vsfgGridCh_MouseDown:".
+/// and save for one that exists, none while the window is locked. Nothing for a row that is
+/// not a channel (9). Label "frmChMem->vsfgGridCh_MouseDown:".
 [[nodiscard]] std::vector<MenuItem> channelMenu(std::int16_t channel);
 
 /// "Open channel" on an empty channel: receives and transmits on the band's lower limit, with the

@@ -90,7 +90,7 @@ void encodeChannel(std::int16_t channel);
 /// Fields 5 to 8. Above channel 16 these two fail with 9, after fields 5 and 6.
 void IcChParaSol(std::int16_t channel);
 void CiChParaSol(std::int16_t channel);
-/// Bytes that are no BCD digits fail with 13; the field keeps its value.
+/// Bytes that are not BCD digits fail with 13; the field keeps its value.
 void IcRxFreSol(std::int16_t channel);
 /// Decodes a transmit frequency; a top byte outside 0x01 to 0x99 means no transmit frequency.
 void IcTxFreSol(std::int16_t channel);
@@ -149,7 +149,7 @@ void TxFreShow(std::int16_t channel);
 void CtdcsDecShow(std::int16_t channel);
 /// Blank for a channel that does not transmit.
 void CtdcsEncShow(std::int16_t channel);
-/// Colours the frequencies of all channels anew, after a change of the band.
+/// Colours the frequencies of all channels again, after a change of the band.
 void repaintFrequencies();
 
 /// The two colours of the settings file; nothing means the control's own.

@@ -113,7 +113,7 @@ void editOption(std::string_view name, const std::string& text) {
     if (!entry) {
         refuse(say(texts::keyWithReason, key,
                    say(texts::notAnEntry, typedText::shown(text),
-                       fmt::join(optionTable::entryTexts(*option), ", "))));
+                       fmt::join(optionTable::entryTexts(*option), say(texts::entriesBetween)))));
     }
     const auto value = static_cast<std::int16_t>(entry->value);
     if (entry->byIndex) {

@@ -12,7 +12,7 @@ inline constexpr Text keyUnknown{"没有键“{}”；请参阅 k520-cli set --h
                                  "there is no key \"{}\"; see k520-cli set --help"};
 inline constexpr Text keyNotOfChannel{"没有键“{}”；信道的键形如 ch1.rx",
                                       "there is no key \"{}\"; channel keys look like ch1.rx"};
-inline constexpr Text keyWithoutValue{"“{}”不是 键=值 的形式", "\"{}\" is not KEY=VALUE"};
+inline constexpr Text keyWithoutValue{"“{}”不是 KEY=VALUE 的形式", "\"{}\" is not KEY=VALUE"};
 inline constexpr Text keyOutOfRange{"{}：信道只有 1 至 {}", "{}: there are channels 1 to {}"};
 inline constexpr Text optionUnknown{"没有选项“{}”；请参阅 k520-cli set --help",
                                     "there is no option \"{}\"; see k520-cli set --help"};
@@ -27,10 +27,10 @@ inline constexpr Text cannotSetEmpty{"无法设置 {}：信道 {} 为空；请�
 inline constexpr Text cannotSetSilent{
     "无法设置 {}：信道 {} 不发射；请先设置 ch{}.tx",
     "{} cannot be set: channel {} does not transmit; set ch{}.tx first"};
-inline constexpr Text bandNotARange{"band：“{}”不是以 MHz 为单位的 下限-上限（例如 400-470）",
+inline constexpr Text bandNotARange{"band：“{}”不是以 MHz 为单位的“下限-上限”（例如 400-470）",
                                     "band: \"{}\" is not LOW-HIGH in MHz, such as 400-470"};
 inline constexpr Text bandUnknown{
-    "band：“{}”既不是 0 至 {} 的序号，也不是以 MHz 为单位的 下限-上限",
+    "band：“{}”既不是 0 至 {} 的序号，也不是以 MHz 为单位的“下限-上限”",
     "band: \"{}\" is neither an entry 0 to {} nor LOW-HIGH in MHz"};
 inline constexpr Text bandWidened{
     "band={}：不在 120 至 520 MHz 之内，或上下限颠倒；频段现为 120 - 520 MHz",

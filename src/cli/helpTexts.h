@@ -37,14 +37,14 @@ inline constexpr Text helpOfPort{
     "A port number 1 to 16, a device path, or \"virtual\" for the simulated radio inside the "
     "program"};
 inline constexpr Text helpOfTrace{
-    "保存收发的全部通信数据（- 为标准输出）；没有数据时 FILE 保持不变",
-    "Keep the list of all frames sent and received (- for stdout); without any FILE stays as it "
-    "is"};
+    "把收发的全部通信数据保存到 FILE（- 为标准输出）；没有数据时 FILE 保持不变",
+    "Store all bytes sent and received in FILE (- for stdout); when there are none FILE stays as "
+    "it is"};
 inline constexpr Text helpOfOtherOutput{"保存到这里，FILE 保持不变",
                                         "Save here and leave FILE as it is"};
-inline constexpr Text helpOfReadBack{"写完后回读并比较", "Read back afterwards and compare"};
+inline constexpr Text helpOfReadBack{"写完后回读并比较", "Read back after the write and compare"};
 inline constexpr Text helpOfSection{"节名，例如 Setting", "A section, such as Setting"};
-inline constexpr Text helpOfKey{"该节中的键名", "A key of it"};
+inline constexpr Text helpOfKey{"该节中的键名", "A key in that section"};
 
 // new
 inline constexpr Text newSummary{"用默认数据新建数据文件",
@@ -54,20 +54,24 @@ inline constexpr Text newFile{"要新建的数据文件；已有的文件会被�
 
 // show
 inline constexpr Text showSummary{"显示数据文件的机型、频段、写频时间、信道和整机设置",
-                                  "Shows model, band, stamp, channels and options of a data file"};
+                                  "Shows model, band, time of the last write, channels and options "
+                                  "of a data file"};
 
 // set
 inline constexpr Text setSummary{"修改数据文件，规则与软件窗口中的输入相同",
-                                 "Edits a data file by the rules of the program's grid and panel"};
+                                 "Edits a data file, by the same rules as typing into the window"};
 inline constexpr Text setEdits{"要修改的内容，按顺序执行", "What to change, in order"};
 inline constexpr Text setDetails{
     "KEY 可以是：\n"
     "  chN.rx, chN.tx          频率，单位 MHz；空值表示清除（rx：删除信道；\n"
     "                          tx：不发射）。新信道的发射频率等于接收频率。\n"
+    "                          tx 还可以是“=”（与接收频率相同）、“=+7.6”或“=-7.6”\n"
+    "                          （比接收频率高或低 7.6 MHz）。\n"
     "  chN.decode, chN.encode  模拟亚音（CTCSS）或数字亚音（DCS）：88.5、D023N、\n"
     "                          D023I、023；空值表示关闭\n"
-    "  chN.NAME, chN.pK        信道的一项参数（K 为列号，从 5 起）：选项文字或序号\n"
-    "  band                    频段序号 0 到 10，或 LOW-HIGH（单位 MHz）；信道保持不变\n"
+    "  chN.NAME, chN.pK        信道的一项参数，例如 Power（K 为列号，从 5 起）：\n"
+    "                          选项文字或序号\n"
+    "  band                    频段序号 0 到 10，或 LOW-HIGH（单位 MHz）；信道不变\n"
     "  option.NAME             整机设置：tot, squelch, volume, voice,\n"
     "                          broadcast_squelch, broadcast_volume, battery_save,\n"
     "                          beep, emergency_alarm, voice_chip, crystal, pre_tot,\n"
@@ -77,16 +81,19 @@ inline constexpr Text setDetails{
     "Keys:\n"
     "  chN.rx, chN.tx          a frequency in MHz; empty clears it (rx: deletes the\n"
     "                          channel, tx: no transmission). A new channel transmits\n"
-    "                          where it receives.\n"
+    "                          on its receive frequency. For tx also \"=\" (the receive\n"
+    "                          frequency), \"=+7.6\" or \"=-7.6\" (so many MHz above or\n"
+    "                          below)\n"
     "  chN.decode, chN.encode  a tone: 88.5, D023N, D023I, 023; empty for off\n"
-    "  chN.NAME, chN.pK        an option of the channel (K counts columns from 5): its\n"
-    "                          text or index\n"
-    "  band                    an entry 0 to 10, or LOW-HIGH in MHz; the channels stay\n"
+    "  chN.NAME, chN.pK        a parameter of the channel, such as Power (K counts\n"
+    "                          columns from 5): its text or index\n"
+    "  band                    an entry 0 to 10, or LOW-HIGH in MHz; channels stay\n"
     "  option.NAME             tot, squelch, volume, voice, broadcast_squelch,\n"
     "                          broadcast_volume, battery_save, beep, emergency_alarm,\n"
     "                          voice_chip, crystal, pre_tot, vox_level, vox_delay,\n"
     "                          vox_inhibit_rx, low_battery_tx: its text or index\n"
-    "Frequencies snap to the 5 and 6.25 kHz rasters. All edits are made, or none."};
+    "Frequencies go to the nearest step of 5 or 6.25 kHz.\n"
+    "All edits are made, or none."};
 
 // export, import
 inline constexpr Text exportSummary{"把数据文件中的信道导出为 CSV",
@@ -98,10 +105,13 @@ inline constexpr Text importSummary{"从 CSV 文件导入信道，规则与手�
 inline constexpr Text importCsv{"信道表，格式与 export 的输出相同",
                                 "Channels, as export writes them"};
 inline constexpr Text importDetails{
-    "第一行是列名，与 export 的输出相同；必须有 channel 列，没有的列和信道保持不变。\n"
+    "CSV 文件用 UTF-8 编码，各值之间用逗号分隔。第一行是列名，与 export 的输出相同；\n"
+    "必须有 channel 列，没有的列和信道保持不变。rx 为空则删除该信道。\n"
     "全部行都能导入时才保存。",
-    "The first line names the columns as export does; channel is needed, a missing\n"
-    "column or channel stays as it is. All lines are taken, or none."};
+    "The CSV file is UTF-8 text with commas between the values. The first line names\n"
+    "the columns as export does. The column channel is needed; a missing column or\n"
+    "channel stays as it is. An empty rx deletes the channel. All lines are taken, or\n"
+    "none."};
 
 // diff, hex
 inline constexpr Text diffSummary{"列出两个数据文件的差别",
@@ -111,16 +121,17 @@ inline constexpr Text diffSecond{"另一个数据文件", "Another one"};
 inline constexpr Text diffDetails{
     "比较信道、整机设置、频段和其余的字节。写频时间会显示，但不算差别。\n"
     "退出码：0 没有差别，1 有差别。",
-    "Compares channels, options, band and the remaining bytes. The programming stamp\n"
-    "is shown and does not count.\n"
+    "Compares channels, options, band and the remaining bytes. The time of the last\n"
+    "write is shown and does not count.\n"
     "Exit code 0: no difference, 1: a difference."};
 inline constexpr Text hexSummary{"以十六进制表格显示数据文件的内存数据",
-                                 "Prints the memory image of a data file as a hexadecimal table"};
+                                 "Prints the bytes of a data file as a hexadecimal table"};
 inline constexpr Text hexFrom{"起始地址，十六进制（默认 0）",
                               "First address, hexadecimal (default 0)"};
 inline constexpr Text hexTo{"结束地址，十六进制（默认到末尾）",
-                            "Last address, hexadecimal (default the image's end)"};
-inline constexpr Text hexDetails{"地址是对讲机内存的地址。", "Addresses are the radio's."};
+                            "Last address, hexadecimal (default the end)"};
+inline constexpr Text hexDetails{"地址是对讲机内存的地址。",
+                                 "Addresses are those of the radio's memory."};
 
 // config, ports
 inline constexpr Text configSummary{"读取或修改设置", "Reads or changes the settings"};
@@ -142,14 +153,14 @@ inline constexpr Text portsDetails{"每个端口号对应的设备由设置文�
 inline constexpr Text readSummary{"读取对讲机并保存为数据文件", "Reads a radio into a data file"};
 inline constexpr Text readOutput{"要保存的数据文件", "The data file to save"};
 inline constexpr Text readTwice{"读两遍，两次数据一致才保存",
-                                "Read twice and accept only two equal images"};
+                                "Read twice, and save only when both agree"};
 inline constexpr Text readKeepCopy{
     "同时在 Data/Backups 中保留一份副本，以日期和时间命名",
     "Also keep what was read in Data/Backups, named by date and time"};
 inline constexpr Text readDetails{
     "请先打开对讲机，插好写频线，并关闭占用端口的其他程序。按 Ctrl-C 结束通信。",
-    "The radio is on, the cable is in, and no other program uses the port. Ctrl-C\n"
-    "ends the session."};
+    "First switch the radio on, plug the cable in, and close other programs that use\n"
+    "the port. Ctrl-C ends the session."};
 
 // write
 inline constexpr Text writeSummary{"把数据文件写入对讲机", "Writes a data file to a radio"};
@@ -170,25 +181,29 @@ inline constexpr Text writeDetails{
 inline constexpr Text restoreSummary{"把备份逐字节写回对讲机",
                                      "Writes a backup back to a radio, byte for byte"};
 inline constexpr Text restoreFrom{
-    "要写回的备份或数据文件（默认：最近一次带 --keep-copy 的写入之前的备份；"
-    "对讲机中须是该备份或那次写入的数据）",
-    "This backup, or any data file (default: the one of the latest write with --keep-copy, if the "
-    "radio holds what that backup or that write holds)"};
+    "要写回的备份或数据文件（默认：按对讲机中的数据找到它需要的备份，见下）",
+    "This backup, or any data file (default: the backup that the radio needs, found by what it "
+    "holds; see below)"};
 inline constexpr Text restoreDetails{
     "Data/Backups 中的备份按从对讲机读到的范围写回；其他数据文件写到写入范围，\n"
     "但不含地址 0400 到 040F，因为数据文件不保存这些字节。不改变写频时间。\n"
-    "没有 --from 时先读取对讲机。",
+    "没有 --from 时先读取对讲机，再与所有带 --keep-copy 的写入（包括没有完成的）\n"
+    "的记录比较，写回相符的那次写入之前的备份。没有相符的记录，或有几个备份都可能\n"
+    "属于它时，不写入任何数据，并列出备份。",
     "A backup in Data/Backups is written as far as it came from a radio. Any other\n"
-    "data file is written over the write range but for bytes 0400 to 040F, which it\n"
-    "does not hold. No date and time is put into it.\n"
-    "Without --from the radio is read first."};
+    "data file is written over the write range, without the bytes 0400 to 040F, which\n"
+    "it does not hold. The time of the last write is not changed.\n"
+    "Without --from the radio is read first and compared with the notes of all writes\n"
+    "with --keep-copy, those that did not finish included. The backup from before the\n"
+    "write that fits is put back. When none fits, or several backups are possible,\n"
+    "nothing is written, and the backups are listed."};
 
 // verify
 inline constexpr Text verifySummary{"读取对讲机并与数据文件比较",
                                     "Reads a radio and compares it with a data file"};
 inline constexpr Text verifyDetails{"不比较写频时间。退出码：0 没有差别，1 有差别。",
-                                    "The programming stamp is left out. Exit code 0: no "
-                                    "difference, 1: a difference."};
+                                    "The time of the last write is not compared.\n"
+                                    "Exit code 0: no difference, 1: a difference."};
 
 // simulate
 inline constexpr Text simulateSummary{"在伪终端上模拟一台对讲机",

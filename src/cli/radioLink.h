@@ -32,12 +32,13 @@ class RadioLink {
     /// step.
     void read(const safeguards::Choices& choices);
     /// Encodes and stamps the image and writes the write range. A backup goes to `backUpTo` where
-    /// that is given; a warning says where what stood there is kept. Raises Failure 1 likewise.
+    /// that is given; a warning says where what stood there is kept. Raises the
+    /// Failure that read does.
     void write(const safeguards::Choices& choices, const std::string& backUpTo = {});
-    /// Puts a backup, or a data file, back into the radio. Raises Failure 1 likewise.
+    /// Puts a backup, or a data file, back into the radio. Raises the Failure that read does.
     void restore(const std::string& file, const safeguards::Choices& choices);
-    /// Finds the backup that the radio needs, puts it back and returns its path. Raises Failure 1
-    /// likewise, and where none or several are possible, which it names.
+    /// Finds the backup that the radio needs, puts it back and returns its path. Raises the
+    /// Failure that read does, and Failure 1 where none or several are possible, which it names.
     std::string takeBack(const safeguards::Choices& choices);
 
   private:

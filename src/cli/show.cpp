@@ -176,7 +176,7 @@ int runShow(const Arguments& arguments) {
     openDocument(file, ShortFile::warn);
     const Picture picture = currentPicture();
     if (arguments.has("json")) {
-        // Bytes that are no UTF-8 can only come from the file's name or the settings.
+        // Bytes that are not UTF-8 can only come from the file's name or the settings.
         print(pictureJson(picture, file)
                   .dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
         print("\n");

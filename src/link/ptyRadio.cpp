@@ -133,13 +133,13 @@ void PtyRadio::noticeClosings() {
     if (looksLeft_ > 0 && nextLook_ <= clock_.now()) {
         --looksLeft_;
         nextLook_ += lookInterval;
-        tidyUpBehindClients();
+        tidyUpAfterClients();
     }
 }
 
 /// When no client is left, the exclusive mark goes, and the line settings are those of a radio's
 /// line again, without echo. A client that was refused closes too, while another one goes on.
-void PtyRadio::tidyUpBehindClients() {
+void PtyRadio::tidyUpAfterClients() {
     if (!portHolder::locker(device_) && !portHolder::opener(device_)) {
         looksLeft_ = 0;
         static_cast<void>(::ioctl(slave_.get(), TIOCNXCL));

@@ -38,7 +38,7 @@ class PtyRadio {
     void sleepUntilSomethingComes(Microseconds limit, int stopDescriptor);
     void hearClient();
     void noticeClosings();
-    void tidyUpBehindClients();
+    void tidyUpAfterClients();
     void answerClient();
     void hangUp();
 

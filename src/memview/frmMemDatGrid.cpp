@@ -83,8 +83,8 @@ class ByteDelegate : public QStyledItemDelegate {
     void setEditorData(QWidget*, const QModelIndex&) const override {}
 
   protected:
-    /// A text that is no byte stays when the keyboard goes: a command would go on without it. And
-    /// Return stores at once, not when events are next served.
+    /// A text that is not a byte stays when the keyboard goes: a command would go on without it.
+    /// And Return stores at once, not when events are next served.
     bool eventFilter(QObject* watched, QEvent* event) override {
         auto* editor = dynamic_cast<ByteEditor*>(watched);
         if (editor != nullptr && event->type() == QEvent::FocusOut && !editor->settle()) {

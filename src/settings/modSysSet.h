@@ -47,7 +47,7 @@ void SaveToOptSel();
 /// 0 loads both, 1 saves OptNow, 2 makes OptDef the current set and saves it, 3 makes OptNow the
 /// default set and saves it; any other mode does none of it. A language outside 1..3 is first set
 /// to 3 for the rest of the run, and OptCount is read. Stops at the first failure: 13 or 6 for a
-/// value that is no 16-bit integer, 9 at entry 100. What was done before stays done.
+/// value that is not a 16-bit integer, 9 at entry 100. What was done before stays done.
 ///
 /// The file's keys are numbers: "0" is the count for all languages; the defaults are at
 /// language * 1000 + 1 + n, the current values at language * 1000 + 501 + n.

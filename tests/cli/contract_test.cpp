@@ -261,7 +261,7 @@ TEST_F(Contract, TheProgramFolderIsFoundInItsOrder) {
         EXPECT_THAT(run.folder.read(std::string(place) + "Uninstall.exe"), HasSubstr("Probe=1"));
     }
     run.command = {"/usr/bin/env", own, K520_CLI, "--program-folder", ""};
-    EXPECT_EQ(run("ports").code, 2) << "a variable that is not set is no choice";
+    EXPECT_EQ(run("ports").code, 2) << "a variable that is not set is not a choice";
     run.command = {K520_CLI, "--program-folder", run.file("none")};
     EXPECT_THAT(run("ports").err, HasSubstr("does not exist; the shipped settings are used"));
     run.command.back() = run.file("fleet.dat");

@@ -57,7 +57,7 @@ std::vector<Literal> literalsOf(const std::string& code) {
 }
 
 /// Words with a blank between them, or a letter that is not ASCII: more than a name. The places of
-/// arguments, escapes, and signs such as an arrow are no words.
+/// arguments, escapes, and signs such as an arrow are not words.
 bool isWording(const std::string& literal) {
     // The first byte of dashes, arrows and the like; after the others come letters.
     constexpr unsigned char signs = 0xE2;
