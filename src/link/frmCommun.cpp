@@ -32,7 +32,7 @@
 #include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "link/modSession.h"
-#include "link/waysBack.h"
+#include "link/restoreList.h"
 
 namespace k520 {
 
@@ -54,6 +54,12 @@ QHBoxLayout* rowOf(std::initializer_list<QWidget*> left, std::initializer_list<Q
         row->addWidget(widget);
     }
     return row;
+}
+
+/// What the error list holds from entry `mark` on.
+std::span<const modShowErr::Entry> loggedSince(std::size_t mark) {
+    const std::span<const modShowErr::Entry> logged(modShowErr::state().entries);
+    return logged.subspan(std::min(mark, logged.size()));
 }
 
 }  // namespace
@@ -240,6 +246,7 @@ QPushButton* frmCommun::startButton(Direction direction) const {
 template <class Body>
 void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     ran_ = true;
+    mark_ = modShowErr::state().entries.size();
     timeLeft_.start(stages.size());
     prgCommunicate_->setValue(0);
     setRunning(true);
@@ -252,9 +259,7 @@ void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     // A session without a port leaves the light as it is.
     imgGreen_->setBlinking(false);
     lblTimeLeft_->clear();
-    const bool due = ran && !report.good && safeguards::radioChanged(report) &&
-                     !report.backup.empty() && report.earlier.empty();
-    dueBackup_ = due ? std::optional(report.backup) : std::nullopt;
+    dueBackup_ = ran ? restoreList::dueAfter(report) : std::nullopt;
     showRestore();
     // After a good end a mere Return must not begin again.
     QPushButton* const next = ran && report.good ? cmdClose_ : startButton(direction_);
@@ -262,6 +267,8 @@ void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     next->setFocus();
     if (ran) {
         conclude(report);
+    } else {
+        result_->setEnding(sessionAdvice::endingOfError(runDirection_, loggedSince(mark_)));
     }
 }
 
@@ -318,9 +325,8 @@ void frmCommun::gaveUp(const modSession::Result& result) {
     lblTimeLeft_->clear();
     guards_->fail();
     gaveUp_ = true;
-    const std::span logged(modShowErr::state().entries);
-    result_->setEnding(sessionAdvice::endingWhileGivingUp(
-        runDirection_, stage_, result, logged.subspan(std::min(mark_, logged.size()))));
+    result_->setEnding(
+        sessionAdvice::endingWhileGivingUp(runDirection_, stage_, result, loggedSince(mark_)));
 }
 
 void frmCommun::run(Direction direction) {
@@ -348,20 +354,17 @@ void frmCommun::restore() {
         return;
     }
     runDirection_ = Direction::write;
-    auto choices = guards_->choices();
-    choices.backUpFirst = false;
-    auto stages = safeguards::stagesOf(Direction::write, choices);
-    stages.front() = Stage::restore;
-    held(std::move(stages), [&] { return safeguards::restore(*view_, *backup, choices); });
+    const auto choices = guards_->choices();
+    held(safeguards::stagesOfRestore(choices),
+         [&] { return safeguards::restore(*view_, *backup, choices); });
 }
 
-/// The backup that the user chooses and agrees to. Right after a write that failed there is nothing
-/// to lose with its backup, and nothing more is asked.
+/// The backup that the user chooses and agrees to.
 std::optional<std::filesystem::path> frmCommun::chosenBackup() {
     frmCommunRestore choice(dueBackup_.value_or(std::filesystem::path()), this);
     const bool wanted = choice.exec() == QDialog::Accepted;
     auto backup = wanted ? choice.chosen() : std::nullopt;
-    if (!backup || backup == dueBackup_ ||
+    if (!backup || !restoreList::asksBefore(*backup, dueBackup_) ||
         theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
                          say(texts::restoreQuestion, backup->filename().string()), false)) {
         return backup;
@@ -374,9 +377,8 @@ void frmCommun::conclude(const safeguards::Report& report) {
         return;
     }
     // A good end tells of everything that was logged; a bad one's cause is in its last stage.
-    const std::span logged(modShowErr::state().entries);
-    const auto mark = std::min(report.good ? report.begin : report.mark, logged.size());
-    result_->setEnding(sessionAdvice::endingOf(report, logged.subspan(mark)));
+    result_->setEnding(
+        sessionAdvice::endingOf(report, loggedSince(report.good ? report.begin : report.mark)));
     result_->setAdviceTip(qText(report.backup.string()));
     // The session has emptied it; what was reached stays to be seen.
     prgCommunicate_->setValue(report.good ? prgCommunicate_->maximum() : 0);
@@ -392,13 +394,11 @@ void frmCommun::conclude(const safeguards::Report& report) {
     }
 }
 
-/// Offers the backups that lead back: in the dialog for reading only where a write did not finish.
 void frmCommun::showRestore() {
-    const auto ways = waysBack::list();
-    const bool due = std::ranges::any_of(ways, &waysBack::WayBack::unfinished);
-    cmdRestore_->setVisible(direction_ == Direction::write || due);
-    cmdRestore_->setEnabled(!running_ && !ways.empty());
-    cmdRestore_->setToolTip(qSay(ways.empty() ? texts::restoreNone : texts::restoreTip));
+    const auto offer = restoreList::offerFor(direction_);
+    cmdRestore_->setVisible(offer.shown);
+    cmdRestore_->setEnabled(offer.enabled && !running_);
+    cmdRestore_->setToolTip(qText(offer.tip));
 }
 
 void frmCommun::setRunning(bool running) {

@@ -108,7 +108,10 @@ void frmToolCom::Form_Load() {
     // The dialog is placed by the size that it has before it is shown.
     fraToolCom_->updateGeometry();
     layout()->activate();
-    resize(usualWidth, std::min(sizeHint().height(), roomOnScreen(*this).height()));
+    const auto* area = fraToolCom_->findChild<QScrollArea*>();
+    const int scrolled = area->widget()->sizeHint().height() - area->sizeHint().height();
+    resize(usualWidth,
+           std::min(sizeHint().height() + std::max(0, scrolled), roomOnScreen(*this).height()));
 }
 
 void frmToolCom::accept() {

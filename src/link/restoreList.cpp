@@ -68,4 +68,23 @@ std::optional<std::size_t> likeliest(const std::vector<Row>& rows,
     return std::nullopt;
 }
 
+Offer offerFor(Direction direction) {
+    const auto ways = waysBack::list();
+    const bool torn = std::ranges::any_of(ways, &WayBack::unfinished);
+    return {.shown = direction == Direction::write || torn,
+            .enabled = !ways.empty(),
+            .tip = say(ways.empty() ? texts::restoreNone : texts::restoreTip)};
+}
+
+std::optional<std::filesystem::path> dueAfter(const safeguards::Report& report) {
+    const bool due = !report.good && safeguards::radioChanged(report) && !report.backup.empty() &&
+                     report.earlier.empty();
+    return due ? std::optional(report.backup) : std::nullopt;
+}
+
+bool asksBefore(const std::filesystem::path& backup,
+                const std::optional<std::filesystem::path>& due) {
+    return backup != due;
+}
+
 }  // namespace k520::restoreList

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "link/communView.h"
+#include "link/safeguards.h"
 #include "link/waysBack.h"
 
 /// The backups that a restore can put back, as a user chooses among them.
@@ -33,5 +35,24 @@ struct Rows {
 /// not finish, the newest made before a write, the newest of all. Nothing for no rows.
 [[nodiscard]] std::optional<std::size_t> likeliest(const std::vector<Row>& rows,
                                                    const std::filesystem::path& due);
+
+/// Whether a dialog offers a restore, and what it says of it.
+struct Offer {
+    bool shown = false;
+    bool enabled = false;  ///< there is a backup to choose
+    std::string tip;
+};
+
+/// For a write always; for a read only while a write that did not finish is waiting for it.
+[[nodiscard]] Offer offerFor(Direction direction);
+
+/// The backup that puts right what a run has left in the radio; nothing where the radio is as it
+/// should be, where there is no backup, or where an earlier write has left it wrong already.
+[[nodiscard]] std::optional<std::filesystem::path> dueAfter(const safeguards::Report& report);
+
+/// Whether the user is asked before `backup` is written. Right after a write that left its backup
+/// `due` there is nothing to lose with that one.
+[[nodiscard]] bool asksBefore(const std::filesystem::path& backup,
+                              const std::optional<std::filesystem::path>& due);
 
 }  // namespace k520::restoreList

@@ -412,6 +412,14 @@ std::vector<Stage> stagesOf(Direction direction, const Choices& choices) {
     return stages;
 }
 
+std::vector<Stage> stagesOfRestore(const Choices& choices) {
+    std::vector<Stage> stages{Stage::restore};
+    if (choices.readBack) {
+        stages.push_back(Stage::compare);
+    }
+    return stages;
+}
+
 Report read(CommunView& view, const Choices& choices) {
     Run run(Direction::read, view);
     const AddressRange range = modIicDat::state().readRange;

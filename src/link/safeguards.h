@@ -55,6 +55,8 @@ void choose(const ChoiceRow& row, bool on);
 
 /// The stages of a run, in order.
 [[nodiscard]] std::vector<Stage> stagesOf(Direction direction, const Choices& choices);
+/// The stages of a restore, which never makes a backup first.
+[[nodiscard]] std::vector<Stage> stagesOfRestore(const Choices& choices);
 
 /// How a run went.
 struct Report {

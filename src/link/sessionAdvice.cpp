@@ -307,6 +307,12 @@ Ending endingWhileGivingUp(Direction direction, Stage stage, const Result& resul
     return {Tone::bad, say(headlineOfFailure(report)), causeOf(result, logged)};
 }
 
+Ending endingOfError(Direction direction, Entries logged) {
+    const bool read = direction == Direction::read;
+    return {Tone::bad, say(read ? texts::notRead : texts::perhapsPartlyWritten),
+            joined(errorAdvice(logged), read ? std::string() : say(texts::radioTouched))};
+}
+
 Ending beforeRun(Direction direction, const std::string& startButton) {
     const auto ways = waysBack::list();
     const auto torn = std::ranges::find_if(ways, &waysBack::WayBack::unfinished);

@@ -39,6 +39,10 @@ struct Ending {
                                          const modSession::Result& result,
                                          std::span<const modShowErr::Entry> logged);
 
+/// What a window says of a run that an error ended before it could report: `logged` is what it has
+/// put into the error list.
+[[nodiscard]] Ending endingOfError(Direction direction, std::span<const modShowErr::Entry> logged);
+
 /// What a window says before a run: how to begin, or that an earlier write did not finish.
 /// `startButton` is the caption of the button that begins.
 [[nodiscard]] Ending beforeRun(Direction direction, const std::string& startButton);

@@ -56,5 +56,50 @@ TEST_F(RestoreList, TellsOccasionAndChangesAndBeginsWithTheLikeliest) {
     EXPECT_EQ(likeliest(all.rows, written.path), 1U);
 }
 
+TEST_F(RestoreList, IsOfferedWhereItCanHelp) {
+    const auto offer = [](Direction direction) {
+        const auto [shown, enabled, tip] = offerFor(direction);
+        return fmt::format("{} {} {}", shown, enabled, tip);
+    };
+    EXPECT_EQ(offer(Direction::write), "true false There is no backup yet.");
+    EXPECT_EQ(offer(Direction::read), "false false There is no backup yet.");
+    const auto torn = kept(backups::Reason::beforeWrite, 1);
+    const std::string tip = " true Choose a backup to write back to the radio.";
+    EXPECT_EQ(offer(Direction::write), "true" + tip);
+    EXPECT_EQ(offer(Direction::read), "false" + tip);
+    const MemoryImage held = modIicDat::IicDat();
+    unfinishedWrite::keep(
+        {.backup = torn.path, .before = {torn.path}, .found = held, .sent = held});
+    EXPECT_EQ(offer(Direction::read), "true" + tip);
+}
+
+TEST_F(RestoreList, ABrokenWriteMakesItsBackupDueAndThatOneIsNotAskedAbout) {
+    safeguards::Report torn;
+    torn.direction = Direction::write;
+    torn.stage = Stage::write;
+    torn.result.outcome = modSession::Outcome::failed;
+    torn.result.furthestAddress = std::int16_t{0x20};
+    torn.result.mostSteps = 4;
+    torn.backup = "new.dat";
+    const auto changed = [&](auto change) {
+        auto report = torn;
+        change(report);
+        return dueAfter(report);
+    };
+    const auto due = dueAfter(torn);
+    EXPECT_EQ(due, "new.dat");
+    EXPECT_EQ(changed([](auto& report) { report.good = true; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& report) { report.backup.clear(); }), std::nullopt);
+    EXPECT_EQ(changed([](auto& report) { report.earlier = {"old.dat"}; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& report) { report.stage = Stage::backUp; }), std::nullopt);
+    EXPECT_FALSE(asksBefore("new.dat", due));
+    EXPECT_TRUE(asksBefore("other.dat", due));
+    EXPECT_TRUE(asksBefore("new.dat", std::nullopt));
+    using enum Stage;
+    EXPECT_EQ(safeguards::stagesOfRestore({.backUpFirst = true, .readBack = true}),
+              (std::vector{restore, compare}));
+    EXPECT_EQ(safeguards::stagesOfRestore({}), std::vector{restore});
+}
+
 }  // namespace
 }  // namespace k520::restoreList

@@ -103,6 +103,17 @@ TEST_F(SessionAdvice, SuccessIsOneLine) {
     EXPECT_EQ(in(language, Direction::read, with(Outcome::busy), {}), "");
 }
 
+TEST_F(SessionAdvice, AnErrorOfTheRunItselfIsNoSuccess) {
+    const Entries logged{{"frmCommun->held", 7, "out of memory"}};
+    const auto read = endingOfError(Direction::read, logged);
+    EXPECT_EQ(read.headline + " " + read.advice,
+              "The radio was not read. The session ended with an error: out of memory.");
+    const auto write = endingOfError(Direction::write, logged);
+    EXPECT_EQ(write.headline, "The radio may be partly written!");
+    EXPECT_THAT(write.advice, HasSubstr("write again before it is used"));
+    EXPECT_TRUE(read.tone == Tone::bad && write.tone == Tone::bad);
+}
+
 TEST_F(SessionAdvice, HeadlineSaysWhatHappenedAndHowBadItIs) {
     constexpr auto write = Direction::write;
     const auto run = [](Direction direction, Stage stage, const Result& result) {
