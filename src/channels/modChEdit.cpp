@@ -77,7 +77,15 @@ void remark(std::string words) {
 void storeCell(int row, int col, std::string_view text) {
     Channel& channel = channelAt(row);
     channel.modified() = 1;
-    remark(channelEdit::type(channel, col, text));
+    try {
+        remark(channelEdit::type(channel, col, text));
+    } catch (const RuntimeError& error) {
+        // The row shows what was there before: without a word a user would not know why.
+        if (error.number() == errNum::invalidCall) {
+            remark(error.source());
+        }
+        throw;
+    }
 }
 
 void stepValue(int row, int col) {

@@ -224,6 +224,11 @@ TEST_F(Edit, ColumnsThatAreNoListTakeWhatTheyCanHold) {
         EXPECT_EQ(grid().cell(1, col).editMode, EditMode::keyboard);
         gridCells::store(1, col, typed);
         EXPECT_EQ(grid().text(1, col), shown) << typed;
+        // A text that is refused is told beside the grid, too.
+        const bool refused = typed == std::string_view("a.b") || typed == std::string_view("x");
+        EXPECT_THAT(shownRemark(),
+                    testing::StartsWith(refused ? fmt::format("\"{}\" is not a", typed) : ""));
+        EXPECT_EQ(shownRemark().empty(), !refused);
     }
     EXPECT_EQ(failures(), Labels(2, "frmChMem->vsfgGridCh_AfterEdit: 5"));
     EXPECT_EQ(gridCells::put(1, 5, "a.b")->reason,
