@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QTreeWidget>
+#include <algorithm>
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
@@ -30,6 +31,8 @@ constexpr Node childNodes[] = {
     {"SysSet", "options", modSoftFace::optionsText},
 };
 constexpr int keyRole = Qt::UserRole;
+/// On a small screen the texts give way.
+constexpr int leastWidth = 130;
 
 QTreeWidgetItem* nodeItem(const Node& node, const QString& text) {
     const QString key = QLatin1String(node.key);
@@ -73,8 +76,12 @@ void frmTreeView::InitRadioSetTreeView() {
         }
         rootItem->setExpanded(true);
         treevMain_->setCurrentItem(rootItem);
+        // Only a column that does not stretch tells what its texts need.
+        treevMain_->header()->setSectionResizeMode(QHeaderView::Interactive);
         treevMain_->resizeColumnToContents(0);
-        treevMain_->setMinimumWidth(treevMain_->columnWidth(0) + 2 * treevMain_->frameWidth());
+        neededWidth_ = treevMain_->columnWidth(0) + 2 * treevMain_->frameWidth();
+        treevMain_->header()->setSectionResizeMode(QHeaderView::Stretch);
+        treevMain_->setMinimumWidth(std::min(neededWidth_, leastWidth));
     });
 }
 

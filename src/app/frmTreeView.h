@@ -19,6 +19,8 @@ class frmTreeView : public QDockWidget {
 
     /// Builds the tree anew with the interface texts and expands its root.
     void InitRadioSetTreeView();
+    /// How wide it has to be for its texts to be seen whole.
+    [[nodiscard]] int neededWidth() const noexcept { return neededWidth_; }
     /// Calls InitRadioSetTreeView.
     void InitRadioSet();
     /// Marks the node whose window is in front; the root for a window without a node.
@@ -36,6 +38,7 @@ class frmTreeView : public QDockWidget {
     void treevMain_NodeClick(const QTreeWidgetItem* node);
 
     QTreeWidget* treevMain_;
+    int neededWidth_ = 0;
 };
 
 }  // namespace k520

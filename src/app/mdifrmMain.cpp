@@ -11,6 +11,7 @@
 #include <QMdiSubWindow>
 #include <QMenuBar>
 #include <QToolBar>
+#include <algorithm>
 
 #include "app/Guard.h"
 #include "app/frmMainPlace.h"
@@ -29,6 +30,7 @@
 #include "desktop/icons.h"
 #include "desktop/owned.h"
 #include "desktop/qtText.h"
+#include "desktop/screenRoom.h"
 #include "link/frmCommun.h"
 #include "link/frmRadioInfo.h"
 #include "link/frmToolCom.h"
@@ -51,7 +53,7 @@ constexpr int twipsPerInch = 1440;
 /// Gives a dialog its final size first: it is centred by the size that it has.
 void openDialog(QDialog& dialog) {
     dialog.ensurePolished();
-    dialog.resize(dialog.size().expandedTo(dialog.sizeHint()));
+    dialog.resize(dialog.size().expandedTo(dialog.sizeHint()).boundedTo(roomOnScreen(dialog)));
     dialog.open();
 }
 
@@ -107,7 +109,6 @@ modStartUp::StartResult mdifrmMain::Form_Load() {
 void mdifrmMain::makeDocks() {
     tree_ = ownNamed<frmTreeView>("frmTreeView", this);
     addDockWidget(Qt::LeftDockWidgetArea, tree_);
-    resizeDocks({tree_}, {treeWidth}, Qt::Horizontal);
     connect(tree_, &frmTreeView::windowWanted, this,
             [this](const QString& key) { command([&] { showWindow(key); }); });
 
@@ -163,6 +164,7 @@ void mdifrmMain::SetSoftFace() {
     setToolBarFace();
     status_->SetSoftFace();
     tree_->InitRadioSet();
+    resizeDocks({tree_}, {std::max(treeWidth, tree_->neededWidth())}, Qt::Horizontal);
     errors_->SetSoftFace();
     chMem_->SetSoftFace();
 }

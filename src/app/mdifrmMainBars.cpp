@@ -8,9 +8,9 @@
 #include <QToolBar>
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 #include "app/Guard.h"
+#include "app/mainMenus.h"
 #include "app/mdifrmMain.h"
 #include "app/mdimoduMain.h"
 #include "app/modFileCmd.h"
@@ -28,16 +28,7 @@ namespace {
 
 constexpr int toolIconSize = 24;
 
-/// The menus of the menu bar and their captions.
-struct MenuRow {
-    const char* name;
-    int text;
-    const Text* own = nullptr;  ///< in place of a text of the numbered table
-};
-constexpr std::array menuRows{MenuRow{"mnuFile", 20},     MenuRow{"mnuEdit", 0, &texts::menuEdit},
-                              MenuRow{"mnuProgram", 26},  MenuRow{"mnuOption", 29},
-                              MenuRow{"mnuSettings", 31}, MenuRow{"mnuView", 0, &texts::menuView},
-                              MenuRow{"mnuHelp", 36}};
+using mainMenus::menus;
 
 using Main = mdifrmMain;
 
@@ -49,42 +40,42 @@ struct ItemRow {
     const char* icon = nullptr;
     const char* keys = nullptr;
     void (*run)(Main&) = nullptr;
+    /// It asks for more before it does anything: its caption ends with an ellipsis.
+    bool asks = false;
     const Text* own = nullptr;
 };
+constexpr bool asks = true;
 const std::array itemRows{
     ItemRow{"mnuFile", "mnuNew", 21, "file-new", "Ctrl+N", [](Main&) { modFileCmd::NewFile(); }},
-    ItemRow{"mnuFile", "mnuOpen", 22, "file-open", "Ctrl+O", [](Main&) { modFileCmd::OpenFile(); }},
-    ItemRow{"mnuFile", "mnuSave", 23, "file-save", "Ctrl+S", [](Main&) { modFileCmd::SaveFile(); }},
+    ItemRow{"mnuFile", "mnuOpen", 22, "file-open", "Ctrl+O", [](Main&) { modFileCmd::OpenFile(); },
+            asks},
+    ItemRow{"mnuFile", "mnuSave", 23, "file-save", "Ctrl+S", [](Main&) { modFileCmd::SaveFile(); },
+            asks},
     ItemRow{"mnuFile", "mnuSaveAs", 24, "file-save-as", "Ctrl+Shift+S",
-            [](Main&) { modFileCmd::SaveAsFile(); }},
-    ItemRow{"mnuFile", "mnuPrint", 43, "print", "Ctrl+P", [](Main&) { modPrint::Print(); }},
+            [](Main&) { modFileCmd::SaveAsFile(); }, asks},
+    ItemRow{"mnuFile", "mnuPrint", 43, "print", "Ctrl+P", [](Main&) { modPrint::Print(); }, asks},
     ItemRow{"mnuFile"},
     ItemRow{"mnuFile", "mnuExit", 25, "exit", "Ctrl+Q", [](Main& main) { main.ExitSoft(); }},
     ItemRow{"mnuProgram", "mnuReadFre", 27, "radio-read", "F5",
-            [](Main& main) { main.mnuReadFre_Click(); }},
+            [](Main& main) { main.mnuReadFre_Click(); }, asks},
     ItemRow{"mnuProgram", "mnuWriteFre", 28, "radio-write", "F6",
-            [](Main& main) { main.mnuWriteFre_Click(); }},
+            [](Main& main) { main.mnuWriteFre_Click(); }, asks},
     ItemRow{"mnuOption", "mnuOptFeature", 30, "options", "F7",
             [](Main& main) { main.showWindow(QStringLiteral("SysSet")); }},
     ItemRow{"mnuSettings", "mnuCom", 32, "port", "F8",
-            [](Main& main) { main.tlbmdifrmMain_ButtonClick(QStringLiteral("Com")); }},
+            [](Main& main) { main.tlbmdifrmMain_ButtonClick(QStringLiteral("Com")); }, asks},
     ItemRow{"mnuView", "mnuMemDat", 0, "memory", "Ctrl+M", [](Main& main) { main.showMemDat(); },
-            &texts::viewMemory},
+            !asks, &texts::viewMemory},
     ItemRow{"mnuHelp", "mnuHelpTopic", 37, "help", "F1", [](Main&) { modStartUp::Help(); }}};
 
-/// Items that ask for more before they do anything: their captions end with an ellipsis.
-constexpr std::array<std::string_view, 7> askingItems{
-    "mnuOpen", "mnuSave", "mnuSaveAs", "mnuPrint", "mnuReadFre", "mnuWriteFre", "mnuCom"};
-
 template <class Row>
-QString captionOf(const Row& row) {
-    return row.own != nullptr ? qSay(*row.own) : softText(row.text);
+QString shownCaption(const Row& row) {
+    return qText(mainMenus::captionOf(row));
 }
 
 QString itemCaption(const ItemRow& row) {
-    const QString caption = captionOf(row);
-    const bool asks = std::ranges::count(askingItems, std::string_view(row.name)) != 0;
-    return asks && !caption.isEmpty() ? caption + u'…' : caption;
+    const QString caption = shownCaption(row);
+    return row.asks && !caption.isEmpty() ? caption + u'…' : caption;
 }
 
 /// The toolbar's buttons, by their keys. `item` is the menu item of the same command.
@@ -124,7 +115,7 @@ QString languageItem(int language) {
 }  // namespace
 
 void mdifrmMain::makeMenus() {
-    for (const MenuRow& row : menuRows) {
+    for (const mainMenus::Menu& row : menus) {
         menuBar()->addMenu(ownNamed<QMenu>(row.name, menuBar()));
     }
     const auto menu = [this](const char* name) {
@@ -188,8 +179,8 @@ void mdifrmMain::setMenuFace() {
     const auto name = [this](const char* item, const QString& caption) {
         findChild<QAction*>(QLatin1String(item))->setText(caption);
     };
-    for (const MenuRow& row : menuRows) {
-        menuBar()->findChild<QMenu*>(QLatin1String(row.name))->setTitle(captionOf(row));
+    for (const mainMenus::Menu& row : menus) {
+        menuBar()->findChild<QMenu*>(QLatin1String(row.name))->setTitle(shownCaption(row));
     }
     for (const ItemRow& row : itemRows) {
         if (row.name != nullptr) {

@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/frmChMem.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QSignalBlocker>
@@ -10,8 +9,10 @@
 #include <QVBoxLayout>
 
 #include "app/Guard.h"
+#include "app/mainMenus.h"
 #include "channels/frmChEditors.h"
 #include "channels/frmChGrid.h"
+#include "channels/frmChLists.h"
 #include "channels/modModel.h"
 #include "desktop/SteadyComboBox.h"
 #include "desktop/captions.h"
@@ -53,7 +54,7 @@ void caption(QLabel& label, QWidget& control, int text, char mnemonic) {
 frmChMem::frmChMem(QWidget* parent)
     : QWidget(parent),
       lblNotice_(ownNamed<QLabel>("lblNotice")),
-      fraModel_(ownNamed<QGroupBox>("fraModel")),
+      fraModel_(ownNamed<frmChLists>("fraModel")),
       lblModel_(own<QLabel>(fraModel_)),
       cboModel_(ownNamed<SteadyComboBox>("cboModel", fraModel_)),
       lblFrequency_(own<QLabel>(fraModel_)),
@@ -69,18 +70,8 @@ frmChMem::frmChMem(QWidget* parent)
 }
 
 void frmChMem::layOut() {
-    auto* lists = own<QHBoxLayout>(fraModel_);
-    for (auto* control :
-         {static_cast<QWidget*>(lblModel_), static_cast<QWidget*>(cboModel_),
-          static_cast<QWidget*>(lblFrequency_), static_cast<QWidget*>(cboFrequency_)}) {
-        lists->addWidget(control);
-    }
-    lists->insertSpacing(2, 16);
-    lists->addStretch();
-    for (QComboBox* box : {cboModel_, cboFrequency_}) {
-        box->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-        box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    }
+    fraModel_->add(*lblModel_, *cboModel_);
+    fraModel_->add(*lblFrequency_, *cboFrequency_);
     lblNotice_->setWordWrap(true);
     lblNotice_->setTextFormat(Qt::PlainText);
     lblNotice_->setTextInteractionFlags(Qt::TextSelectableByMouse);
@@ -108,8 +99,8 @@ void frmChMem::SetSoftFace() {
         setWindowTitle(softText(66));
         nameControl(*vsfgGridCh_, windowTitle());
         fraModel_->setTitle(softText(370));
-        caption(*lblModel_, *cboModel_, 371, 'M');
-        caption(*lblFrequency_, *cboFrequency_, 372, 'U');
+        caption(*lblModel_, *cboModel_, 371, mainMenus::modelLetter);
+        caption(*lblFrequency_, *cboFrequency_, 372, mainMenus::bandLetter);
     });
 }
 

@@ -5,12 +5,12 @@
 #include <QWidget>
 
 class QComboBox;
-class QGroupBox;
 class QLabel;
 
 namespace k520 {
 
 class frmChGrid;
+class frmChLists;
 class frmOptPanel;
 
 /// The channel window: model and band above the channel grid `vsfgGridCh`, the panel of the
@@ -40,7 +40,7 @@ class frmChMem : public QWidget {
     void bandChosen(int index);
 
     QLabel* lblNotice_;
-    QGroupBox* fraModel_;
+    frmChLists* fraModel_;
     QLabel* lblModel_;
     QComboBox* cboModel_;
     QLabel* lblFrequency_;

@@ -12,6 +12,8 @@ namespace {
 /// How strong the outline is, from 0 to 255: weaker where the control cannot be used.
 constexpr int usableOutline = 170;
 constexpr int disabledOutline = 80;
+/// How much of a text's colour a hint has.
+constexpr float hintStrength = 0.68F;
 
 bool isDark(const QPalette& palette) {
     constexpr int middle = 128;
@@ -25,6 +27,15 @@ QPen outline(const QStyleOption& option) {
 }
 
 }  // namespace
+
+void ClearStyle::polish(QPalette& palette) {
+    QProxyStyle::polish(palette);
+    for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+        QColor hint = palette.color(group, QPalette::WindowText);
+        hint.setAlphaF(hintStrength * hint.alphaF());
+        palette.setColor(group, QPalette::PlaceholderText, hint);
+    }
+}
 
 void ClearStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option,
                                QPainter* painter, const QWidget* widget) const {

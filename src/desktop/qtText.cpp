@@ -34,7 +34,7 @@ QString qSay(const Text& text) {
 }
 
 QString plainCaption(QString caption) {
-    static const QRegularExpression bracketed(QStringLiteral("\\(&.\\)"));
+    static const QRegularExpression bracketed(QStringLiteral(" ?\\(&.\\)"));
     return caption.remove(bracketed).remove(u'&');
 }
 

@@ -260,7 +260,7 @@ void frmOptPanel::showControl(int number) {
         checkedAt(optionPanel::state().controls, number, "option control");
     const Row& row = checkedAt(rows_, number, "option row");
     const Option& option = optionTable::optionAt(number);
-    const QString caption = qText(control.caption);
+    const QString caption = qText(control.markedCaption);
     if (row.box != nullptr) {
         const QSignalBlocker quiet(row.box);
         row.box->setText(caption);

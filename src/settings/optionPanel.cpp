@@ -7,6 +7,8 @@
 #include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/RuntimeError.h"
+#include "app/mainMenus.h"
+#include "app/mnemonics.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
 #include "image/documentOrigin.h"
@@ -75,6 +77,21 @@ void setCheckBoxes() {
     }
 }
 
+/// No letter leads to two places in the window.
+void markCaptions() {
+    std::vector<std::string> captions;
+    for (const Option& option : optionTable::options()) {
+        captions.push_back(controlOf(option).caption);
+    }
+    const auto menus = mainMenus::captions();
+    auto taken = mnemonics::lettersOf(menus);
+    taken += {mainMenus::modelLetter, mainMenus::bandLetter};
+    const auto marked = mnemonics::marked(std::move(captions), taken);
+    for (const Option& option : optionTable::options()) {
+        controlOf(option).markedCaption = checkedAt(marked, option.number, "caption");
+    }
+}
+
 void tellChanged() {
     if (state().onChange) {
         state().onChange();
@@ -94,6 +111,7 @@ void InitFace() {
         for (const Option& option : optionTable::options()) {
             controlOf(option).caption = optionTable::captionText(option);
         }
+        markCaptions();
     });
     tellChanged();
 }

@@ -16,6 +16,8 @@ namespace k520::optionPanel {
 /// One control as data.
 struct OptionControl {
     std::string caption;
+    /// The caption with the letter that leads to the control with the Alt key (see mnemonics.h).
+    std::string markedCaption;
     /// A list's entries; none for a check box.
     std::vector<std::string> items;
     /// The index of a list's selected entry; -1 = none.

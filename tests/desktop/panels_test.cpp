@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 
+#include <set>
+
+#include "app/mainMenus.h"
+#include "app/mnemonics.h"
 #include "desktop/Desktop.h"
 #include "memview/frmMemDat.h"
 #include "memview/frmPartFill.h"
@@ -26,15 +30,30 @@ class OptPanel : public test::Desktop {
         return modSysSet::state().OptNow.at(static_cast<std::size_t>(number));
     }
 
+    /// The letters that lead to the controls, in their order.
+    static std::string lettersOf(const frmOptPanel& panel) {
+        std::vector<std::string> captions;
+        for (const auto* label : panel.findChildren<QLabel*>()) {
+            captions.push_back(stdText(label->text()));
+        }
+        for (const auto* box : panel.findChildren<QCheckBox*>()) {
+            captions.push_back(stdText(box->text()));
+        }
+        auto all = mnemonics::lettersOf(captions);
+        std::ranges::sort(all);
+        return all;
+    }
+
     /// The caption of a check box, or a list's label, length and the entry that it shows.
     static std::string shown(const QWidget& panel, const char* control) {
         const auto* list = qobject_cast<QComboBox*>(&find<QWidget>(panel, control));
         if (list == nullptr) {
-            return said(panel, control);
+            return stdText(plainCaption(qText(said(panel, control))));
         }
         const auto labels = panel.findChildren<QLabel*>();
         const auto label = std::ranges::find(labels, list, &QLabel::buddy);
-        return fmt::format("{} {} {}", label == labels.end() ? "" : stdText((*label)->text()),
+        return fmt::format("{} {} {}",
+                           label == labels.end() ? "" : stdText(plainCaption((*label)->text())),
                            list->count(), stdText(list->currentText()));
     }
 };
@@ -54,6 +73,10 @@ TEST_F(OptPanel, ShowsEveryOptionInItsOwnControlWithItsTexts) {
                       captionText(option) +
                           (list ? fmt::format(" {} {}", texts.size(), texts.back()) : ""));
         }
+        // None of them has a letter of the menus or of the lists above the channels.
+        EXPECT_EQ(lettersOf(panel).size(), optionTable::options().size());
+        const auto all = lettersOf(panel) + mnemonics::lettersOf(mainMenus::captions()) + "MU";
+        EXPECT_EQ(std::set(all.begin(), all.end()).size(), all.size()) << all;
     }
 }
 
@@ -301,6 +324,11 @@ TEST_F(MemDat, CharactersStandBesideTheBytes) {
     QTest::mouseClick(characters.viewport(), Qt::LeftButton, {},
                       characters.visualRect(model->index(511, 3)).center());
     EXPECT_EQ(table().currentIndex(), cell(0x1FF3));
+    // What the main window leaves for it when it is first opened.
+    window->resize(900, 500);
+    QApplication::processEvents();
+    EXPECT_TRUE(characters.isVisible());
+    EXPECT_FALSE(table().horizontalScrollBar()->isVisible());
     window->resize(620, 500);
     QApplication::processEvents();
     EXPECT_FALSE(characters.isVisible());

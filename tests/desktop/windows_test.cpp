@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <cmath>
+
 #include "app/Guard.h"
 #include "app/frmShowErr.h"
 #include "app/frmTreeView.h"
 #include "channels/frmChMem.h"
 #include "channels/frmCustomFre.h"
 #include "desktop/CellGridModel.h"
+#include "desktop/ClearStyle.h"
 #include "desktop/Desktop.h"
 #include "desktop/DesktopClock.h"
 #include "desktop/LineListModel.h"
@@ -206,6 +209,32 @@ TEST(Icons, AreDrawnInTheColourOfThePalette) {
 }
 
 // The events of the wait come from a timer, so this test alone takes some real milliseconds.
+TEST(ClearStyle, HintsCanBeReadOnLightAndDarkGrounds) {
+    const std::pair<QColor, QColor> palettes[] = {{Qt::black, Qt::white},
+                                                  {QColor(252, 252, 252), QColor(42, 46, 50)}};
+    // As the web's guidelines reckon it; 4.5 is what they want of small texts.
+    const auto light = [](const QColor& colour) {
+        const auto linear = [](float part) {
+            return part <= 0.04F ? part / 12.92F : std::pow((part + 0.055F) / 1.055F, 2.4F);
+        };
+        return 0.2126F * linear(colour.redF()) + 0.7152F * linear(colour.greenF()) +
+               0.0722F * linear(colour.blueF());
+    };
+    for (const auto& [text, ground] : palettes) {
+        QPalette palette;
+        palette.setColor(QPalette::WindowText, text);
+        palette.setColor(QPalette::Window, ground);
+        palette.setColor(QPalette::PlaceholderText, Qt::black);
+        ClearStyle().polish(palette);
+        QImage pixel(1, 1, QImage::Format_ARGB32);
+        pixel.fill(ground);
+        QPainter(&pixel).fillRect(pixel.rect(), palette.color(QPalette::PlaceholderText));
+        const auto [dark, bright] = std::minmax({light(pixel.pixelColor(0, 0)), light(ground)});
+        EXPECT_GT((bright + 0.05F) / (dark + 0.05F), 4.5F);
+        EXPECT_NE(pixel.pixelColor(0, 0), text);
+    }
+}
+
 TEST(DesktopClock, ServesEventsAndNeverReturnsEarly) {
     DesktopClock desktop;
     for (const int wait : {0, 300, 1000, 1500, 4200}) {
