@@ -27,7 +27,10 @@ void frmChLists::add(QLabel& label, QComboBox& list) {
     list.setSizeAdjustPolicy(QComboBox::AdjustToContents);
     list.setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     rows_.push_back({&label, &list});
-    grid_->setColumnStretch(columnsOfList * static_cast<int>(rows_.size()), 1);
+    // What is left of the width stands after the last list.
+    const int end = columnsOfList * static_cast<int>(rows_.size());
+    grid_->setColumnStretch(end - columnsOfList, 0);
+    grid_->setColumnStretch(end, 1);
     arrange();
 }
 
