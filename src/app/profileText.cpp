@@ -153,21 +153,21 @@ void ProfileText::parse() {
         if (text.starts_with('[')) {
             // Nobody can ask for a section without a name, nor for the second of a name.
             const auto name = sectionName(text);
-            const bool counts = !name.empty() && addEntry(0, name, 0, span.next);
+            const bool counts = !name.empty() && addEntry(0, name, span.next);
             section = counts ? entries_.size() - 1 : noSection;
         } else if (section != noSection && !text.empty()) {
             entries_[section].end = span.next;
             const auto name = keyName(line);
             if (!name.empty()) {
-                addEntry(entries_[section].nameBegin, name, begin + line.find('=') + 1, span.end);
+                addEntry(entries_[section].nameBegin, name, span.end, begin + line.find('=') + 1);
             }
         }
         begin = span.next;
     }
 }
 
-bool ProfileText::addEntry(std::size_t parent, std::string_view name, std::size_t valueBegin,
-                           std::size_t end) {
+bool ProfileText::addEntry(std::size_t parent, std::string_view name, std::size_t end,
+                           std::size_t valueBegin) {
     if (entries_.size() * 2 >= index_.size()) {
         growIndex();
     }
@@ -178,7 +178,7 @@ bool ProfileText::addEntry(std::size_t parent, std::string_view name, std::size_
     }
     slot = static_cast<std::uint32_t>(entries_.size());
     const auto nameBegin = static_cast<std::size_t>(name.data() - bytes_.data());
-    entries_.push_back({hash, parent, nameBegin, nameBegin + name.size(), valueBegin, end});
+    entries_.push_back({hash, parent, nameBegin, nameBegin + name.size(), end, valueBegin});
     return true;
 }
 

@@ -48,15 +48,15 @@ class ProfileText {
         std::size_t parent;      ///< where the key's section has its name; 0 for a section
         std::size_t nameBegin;   ///< first byte of the name, never 0
         std::size_t nameEnd;     ///< after the name
-        std::size_t valueBegin;  ///< after a key's "="
         std::size_t end;         ///< after a key's value, or after a section's last line that is
                                  ///< not blank
+        std::size_t valueBegin;  ///< after a key's "="; a section has none
     };
 
     void parse();
     /// Adds a name that its parent does not have yet; tells whether it did.
-    bool addEntry(std::size_t parent, std::string_view name, std::size_t valueBegin,
-                  std::size_t end);
+    bool addEntry(std::size_t parent, std::string_view name, std::size_t end,
+                  std::size_t valueBegin = {});
     void growIndex();
     [[nodiscard]] std::size_t slotOf(std::uint64_t hash, std::size_t parent,
                                      std::string_view name) const;

@@ -141,11 +141,9 @@ PosixPort::~PosixPort() {
 
 void PosixPort::open() {
     const struct stat device = examine(path_);
-    if (isOpen()) {
-        throwInUse(path_, device);
-    }
     Descriptor line = openDevice(path_, device);
-    // The mark first: whoever is asked for the holder must not find our own lock.
+    // A second opening finds the mark of the first. The mark comes before the lock: whoever is
+    // asked for the holder must not find our own lock.
     if (markedExclusive(line.get()) || !lock(line.get())) {
         throwInUse(path_, device);
     }

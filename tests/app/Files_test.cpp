@@ -54,6 +54,8 @@ class Files : public testing::Test {
         fs::create_symlink("loop", folder / "loop");
         fs::create_symlink("fifo", folder / "toFifo");
         EXPECT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
+        // So that nothing but its kind stands against it.
+        ::chmod((folder / "fifo").c_str(), 0666);
     }
 
     const test::TempFolder folder;
@@ -106,6 +108,18 @@ TEST_F(Files, CarryTheirTailOver) {
     replaceHead(folder.write("a", "A"), bytesOf("abc"));
     replaceHead(folder / "new", bytesOf("abc"));
     EXPECT_EQ(folder.read("a") + folder.read("new"), "abcabc");
+
+    // Data between two holes of a MiB each: holes stay holes.
+    const auto path = folder.write("a", "A");
+    fs::resize_file(path, 1 << 20);
+    std::ofstream(path, std::ios::app) << "data";
+    fs::resize_file(path, 2 << 20);
+    const auto expected = "abc" + folder.read("a").substr(3);
+    replaceHead(path, bytesOf("abc"));
+    EXPECT_TRUE(folder.read("a") == expected);
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0);
+    EXPECT_LT(status.st_blocks * 512, 1 << 18);
 }
 
 TEST_F(Files, AreRefusedAtOnceWhereTheyCannotBeReplaced) {

@@ -50,6 +50,13 @@ class FileCommands : public test::ChannelFixture {
     test::ScriptedDialogs dialogs;
 };
 
+TEST_F(FileCommands, TheCurrentFileIsToldAtOnce) {
+    std::string told;
+    state().onFilePanel = [&] { told = state().filePanel; };
+    setCurrentFile("some.dat");
+    EXPECT_THAT(told, HasSubstr("some.dat"));
+}
+
 TEST_F(FileCommands, EveryAnswerOfEveryCommand) {
     std::int16_t chinese = 1;  // in English some of the texts are the same
     modSoftFace::FillSoftFace(chinese);

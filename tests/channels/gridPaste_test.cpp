@@ -65,6 +65,7 @@ TEST_F(Paste, AllOrNothing) {
           "Channel 3, Rx: \"Rx\" is not a frequency in MHz, such as 446.00625"}},
         {{1, 1}, "Rx", {"Channel 1, Rx: \"Rx\" is not a frequency in MHz, such as 446.00625"}},
         {{15, 1}, "150\n151\n152\n\n", {"Line 3: there are channels 1 to 16 only"}},
+        {{1, 1}, "Rx\tTx", {"Channel 1, Rx: \"Rx\" is not a frequency in MHz, such as 446.00625"}},
         {{1, 8}, "carrier\tbeyond", {"Line 1: there is no column for \"beyond\""}},
         {{1, 1},
          "\t151",

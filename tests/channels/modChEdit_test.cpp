@@ -133,6 +133,39 @@ TEST_F(Edit, WhichCellsMayBeEdited) {
     EXPECT_TRUE(modChMem::ChInfo() == before);
 }
 
+TEST_F(Edit, AClearedCellHasItsDefault) {
+    const std::pair<int, const char*> steps[] = {// cleared column, and the row then
+                                                 {5, "150|150|67.0|67.0|wide|high|yes|carrier"},
+                                                 {4, "150|150|67.0|None|wide|high|yes|carrier"},
+                                                 {3, "150|150|None|None|wide|high|yes|carrier"},
+                                                 {2, "150||None||wide|high|yes|carrier"},
+                                                 {4, "150||None||wide|high|yes|carrier"},
+                                                 {1, blank}};
+    type(1, 3, "67");
+    type(1, 4, "67");
+    for (const auto& [col, texts] :
+         {std::pair{5, "narrow"}, {6, "high"}, {7, "yes"}, {8, "carrier"}}) {
+        type(1, static_cast<std::int16_t>(col), texts);
+    }
+    for (const auto& [col, expected] : steps) {
+        gridCells::clear(1, col);
+        EXPECT_EQ(row(1), expected) << col;
+    }
+}
+
+TEST_F(Edit, TipsSayWhatColoursMean) {
+    type(1, 1, "120");
+    openChannel(2);
+    const std::tuple<int, int, const char*> tips[] = {
+        {1, 1, "136"}, {1, 2, ""}, {1, 5, ""}, {2, 1, "opened"}, {2, 5, "opened"}, {3, 1, ""}};
+    for (const auto& [number, col, tip] : tips) {
+        const auto found = gridCells::tipOf(number, col);
+        EXPECT_TRUE(found.empty() == std::string_view(tip).empty() &&
+                    found.find(tip) != std::string::npos)
+            << number << "," << col << ": " << found;
+    }
+}
+
 TEST_F(Edit, DoubleClickSteps) {
     for (const auto& [value, next] : {std::pair(0, 1), {1, 2}, {2, 0}, {9, 0}, {-1, -1}}) {
         channel(1).field(8) = value;

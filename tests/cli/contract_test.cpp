@@ -260,6 +260,9 @@ TEST_F(Contract, TheProgramFolderIsFoundInItsOrder) {
         EXPECT_EQ(run("config set Setting Probe 1").code, 0) << place;
         EXPECT_THAT(run.folder.read(std::string(place) + "Uninstall.exe"), HasSubstr("Probe=1"));
     }
+    for (const char* seeded : {"h/.local/share/k520/", "x/k520/"}) {
+        EXPECT_FALSE(run.folder.read(seeded + std::string("PL220_CV.exe")).empty());
+    }
     run.command = {"/usr/bin/env", own, K520_CLI, "--program-folder", ""};
     EXPECT_EQ(run("ports").code, 2) << "a variable that is not set is not a choice";
     run.command = {K520_CLI, "--program-folder", run.file("none")};

@@ -238,6 +238,7 @@ TEST_F(Sessions, CtrlCEndsASessionCleanly) {
 }
 
 TEST_F(Sessions, SimulateIsARadioForOthers) {
+    EXPECT_EQ(run("set @a.dat ch5.rx=433.5 ch5.tx=433.5").code, 0);
     // A FIFO in place of the output file, so that its first line can be waited for.
     const auto out = run.file("simulate.out");
     ASSERT_EQ(mkfifo(out.c_str(), 0600), 0);
@@ -260,6 +261,7 @@ TEST_F(Sessions, SimulateIsARadioForOthers) {
     EXPECT_THAT(second.err, HasSubstr("where another simulated radio runs"));
     EXPECT_EQ(run("read -p @radio -o @b.dat").code, 0);
     EXPECT_EQ(run("diff @a.dat @b.dat").code, 0);
+    EXPECT_THAT(run("export @b.dat").out, HasSubstr("5,433.5"));
     EXPECT_EQ(run("set @b.dat ch3.tx=").code, 0);
     EXPECT_EQ(run("write @b.dat --verify -p " + first.substr(6)).code, 0);
     EXPECT_EQ(run("diff @b.dat @kept.dat").code, 0) << "stored after a write";

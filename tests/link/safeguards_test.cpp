@@ -196,7 +196,7 @@ TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
 
     // A restore that is cut off can be repeated: the check has 70 exchanges.
     plug({.silentFrom = 70 + 30}, written);
-    EXPECT_FALSE(takeBack(view, all).good);
+    EXPECT_THAT(advice(takeBack(view, all)), HasSubstr("restore once more"));
     dialogs.take();
     EXPECT_THAT(unfinished(), testing::ElementsAre(backup));
     plug({}, memory());
@@ -265,6 +265,16 @@ TEST_F(Safeguards, EachTornRadioFindsItsOwnWayBack) {
     tear(6, 0x20, 20);
     EXPECT_TRUE(takesBack(equal).good) << "both backups hold the same";
     EXPECT_EQ(unfinished().size(), 2U) << "and either radio may still need one";
+
+    // Written once more the radio can still be either, and each way back is named once.
+    fs::remove_all(backups::folder());
+    const Radio older = tear(7, 0x20, 20);
+    const Radio newer = tear(8, 0x20, 20);
+    const auto ways = testing::ElementsAre(newer.backup, older.backup);
+    plug({.silentFrom = 70 + 2 + 20}, older.torn);
+    EXPECT_THAT(write(view, all).earlier, ways);
+    dialogs.take();
+    EXPECT_THAT(takesBack(older).possible, ways);
 }
 
 // One file, two radios, at the same time or without the stamp: what the good write left in one of
@@ -455,6 +465,12 @@ TEST_F(Safeguards, APlainDataFileRestoresAllThatItHolds) {
     std::fill_n(expected.begin() + 0x400, 16, std::uint8_t{0xA5});
     EXPECT_EQ(memory(), expected);
 
+    modIicDat::state().writeRange = {0, 0x2FF};
+    plug({.silentFrom = 60});
+    EXPECT_TRUE(restore(view, folder / "mine.dat", {}).good) << "the lost bytes lie beyond";
+    modIicDat::state().writeRange = {0, 0x42F};
+    plug({}, expected);
+
     folder.write("short.dat", "short");
     for (const char* name : {"short.dat", "none.dat"}) {
         const Report report = restore(view, folder / name, all);
@@ -484,6 +500,11 @@ TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
     listDifferences(report);
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("0020: "));
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("Channel 2"));
+
+    plug({.silentFrom = 10});
+    EXPECT_FALSE(read(view, all).good);
+    EXPECT_EQ(backupCount(), 1U);
+    dialogs.take();
 }
 
 TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {

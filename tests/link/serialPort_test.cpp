@@ -9,10 +9,12 @@
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <termios.h>
 
+#include <ctime>
 #include <thread>
 
 #include "link/deviceLink.h"
@@ -179,6 +181,45 @@ TEST(PosixPort, RefusesWhatIsNoSerialDevice) {
         EXPECT_THAT(failureOf(folder / name).source(), HasSubstr("not a serial device"));
     }
     EXPECT_EQ(folder.read("plain"), "as it was");
+}
+
+/// What a call raises while the process can open nothing more.
+template <class Call>
+int raisedWithoutDescriptors(Call call) {
+    const Descriptor next(::dup(STDERR_FILENO));
+    rlimit before{};
+    ::getrlimit(RLIMIT_NOFILE, &before);
+    const rlimit used{static_cast<rlim_t>(next.get()), before.rlim_max};
+    EXPECT_EQ(::setrlimit(RLIMIT_NOFILE, &used), 0);
+    const int number = raised(call);
+    ::setrlimit(RLIMIT_NOFILE, &before);
+    return number;
+}
+
+TEST(PosixPort, TellsWhyTheSystemRefusesALine) {
+    const auto radio = std::make_shared<SimRadio>();
+    EXPECT_EQ(raisedWithoutDescriptors([&] { PtyRadio{radio}; }), errNum::tooManyFiles);
+    const PtyRadio pty(radio);
+    PosixPort port(pty.devicePath());
+    EXPECT_EQ(raisedWithoutDescriptors([&] { port.open(); }), errNum::tooManyFiles);
+    port.open();
+    // The administrator passes by the mark.
+    const uid_t user = ::geteuid();
+    ::chmod(pty.devicePath().c_str(), 0666);
+    ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0);
+    const int number = failureOf(pty.devicePath()).number();
+    ASSERT_EQ(::seteuid(user), 0);
+    EXPECT_EQ(number, errNum::alreadyOpen);
+}
+
+TEST(PtyRadio, SleepsOutALongWait) {
+    PtyRadio pty(std::make_shared<SimRadio>());
+    constexpr milliseconds wait(1'001);
+    const auto begin = theClock().now();
+    const auto busy = std::clock();
+    pty.step(wait);
+    EXPECT_GE(theClock().now() - begin, wait);
+    EXPECT_LT(std::clock() - busy, CLOCKS_PER_SEC / 2);
 }
 
 TEST(PosixPort, NamesTheGroupThatHasPermission) {

@@ -199,6 +199,7 @@ TEST(SimRadio, RequestBytesBlocksAndTheLineFailOnRequest) {
     const Bytes heard = noisy.exchange(greeting);
     EXPECT_EQ(heard[0], 0x06);
     EXPECT_EQ(std::ranges::count(heard, 0x55), 952);
+    EXPECT_GT(noisy.radio.nextDue(), noisy.now);
     EXPECT_EQ(noisy.exchange(acknowledge), (Bytes{0x55, 0x06}));
 }
 
@@ -225,6 +226,7 @@ TEST_F(VirtualRadio, StartsFromTheDefaultImageWithChannelsOfItsOwn) {
 }
 
 TEST_F(VirtualRadio, KeepsItsMemoryBetweenSessionsAndOnlyWhenItChanged) {
+    mdimoduMain::state().programFolder = folder / "named/so/far";
     port->open();
     port->close();
     EXPECT_TRUE(folder.names().empty());

@@ -170,8 +170,10 @@ TEST_F(SysSet, StopsAtTheFirstBadSetting) {
     now[99] = 8;
     OptNowDefSol(1);
     EXPECT_TRUE(read().ends_with("\n3600= 8\n"));
+    modShowErr::state() = {};
     OptNowDefSol(2);
     EXPECT_TRUE(read().ends_with("\n3600= 8\n"));
+    EXPECT_EQ(failure(), "modSysSet->OptNowDefSol 9");
 }
 
 TEST_F(SysSet, ImageAndValues) {
