@@ -56,6 +56,7 @@ TEST(ProgramFaults, EveryFaultEndsWithItsCodeAndItsReason) {
     }
     const std::tuple<const char*, const char*, int, const char*> rows[] = {
         {" --lose 70", "read -o @b.dat --verify", 0, ""},
+        {" --corrupt 70", "read -o @b.dat --verify", 1, "differ"},
         {" --add 70", "read -o @b.dat --verify", 1, "differ"},
         {" --delay 70:300", "read -o @b.dat --verify", 0, ""},
         {" --babble-from 1", "read -o @b.dat", 1, "no valid answer"},

@@ -153,14 +153,13 @@ fs::path behindLinks(fs::path path) {
 }
 
 Target locate(const fs::path& path) {
-    // First, as it is what ends where links lead in a circle.
-    const fs::path real = behindLinks(path);
     const auto old = statusOf(path);
     if (old) {
         requireRegular(*old, path);
         // A rename would pass by the file's own protection.
         checked(::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS), path);
     }
+    const fs::path real = behindLinks(path);
     const fs::path folder = real.has_parent_path() ? real.parent_path() : ".";
     Descriptor opened = openFolder(folder);
     if (!real.has_filename()) {

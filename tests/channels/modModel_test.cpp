@@ -36,6 +36,7 @@ class Model : public test::ChannelFixture {
 
 TEST_F(Model, EveryBandIsWrittenAndFoundAgain) {
     EXPECT_EQ(state().cboModel.items.front() + state().cboFrequency.items[11], "ZEV-K520Custom");
+    EXPECT_EQ(state().cboModel.selected, 0);
     expectBand(5, 40000000, 47000000, 0x40004700);
     for (int index = 0; index < 11; ++index) {
         const std::string name(bands()[static_cast<std::size_t>(index)].name);  // "136 - 174 MHz"

@@ -12,6 +12,7 @@
 #include "app/Files.h"
 #include "app/mdifrmMain.h"
 #include "app/modStartUp.h"
+#include "desktop/EditTable.h"
 #include "desktop/qtText.h"
 #include "support/ProgramFolder.h"
 
@@ -104,6 +105,16 @@ class MainWindow : public Desktop {
         QApplication::processEvents();
     }
     ~MainWindow() override { main.reset(); }
+
+    /// Whether an editor is open in a cell of a table, or of any table.
+    [[nodiscard]] bool editorOpen(const char* name = nullptr) const {
+        const auto tables = main->findChildren<EditTable*>(QLatin1String(name));
+        return std::ranges::any_of(tables, [](const EditTable* table) {
+            const auto inside =
+                table->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+            return std::ranges::any_of(inside, [](const QWidget* w) { return !w->isHidden(); });
+        });
+    }
 
     QAction& action(const char* name) { return *main->findChild<QAction*>(QLatin1String(name)); }
 

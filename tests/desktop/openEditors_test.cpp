@@ -5,7 +5,6 @@
 #include <span>
 
 #include "desktop/Desktop.h"
-#include "desktop/EditTable.h"
 #include "image/datFile.h"
 
 namespace k520 {
@@ -64,14 +63,6 @@ class OpenEditors : public test::MainWindow {
         grid->setCurrentIndex(grid->model()->index(0, column - 1));
         play(gestures);
         ASSERT_TRUE(editorOpen());
-    }
-    [[nodiscard]] bool editorOpen() const {
-        const auto tables = main->findChildren<EditTable*>();
-        return std::ranges::any_of(tables, [](const EditTable* table) {
-            const auto inside =
-                table->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
-            return std::ranges::any_of(inside, [](const QWidget* w) { return !w->isHidden(); });
-        });
     }
 
     void click(const char* button) {

@@ -194,7 +194,12 @@ TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
     EXPECT_TRUE(refused.otherRadio);
     EXPECT_EQ(memory(), other);
 
-    // A restore that is cut off can be repeated: the check has 70 exchanges.
+    // A restore has 70 exchanges before its first. One that never got there changes nothing.
+    plug({.silentFrom = 70 + 1}, written);
+    EXPECT_FALSE(takeBack(view, all).good);
+    dialogs.take();
+    EXPECT_THAT(unfinished(), testing::IsEmpty());
+    // A restore that is cut off can be repeated.
     plug({.silentFrom = 70 + 30}, written);
     EXPECT_THAT(advice(takeBack(view, all)), HasSubstr("restore once more"));
     dialogs.take();
@@ -556,6 +561,18 @@ TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {
     const Report report = write(view, all);
     EXPECT_EQ(memory(), before);
     EXPECT_THAT(advice(report), HasSubstr("could not be stored (" + backups::folder().string()));
+}
+
+TEST_F(Safeguards, TheStagesThatChoicesMean) {
+    const std::tuple<Direction, Choices, std::vector<Stage>> cases[] = {
+        {Direction::read, {}, {Stage::read}},
+        {Direction::read, all, {Stage::read, Stage::compare}},
+        {Direction::write, {}, {Stage::write}},
+        {Direction::write, {.backUpFirst = true}, {Stage::backUp, Stage::write}},
+        {Direction::write, all, {Stage::backUp, Stage::write, Stage::compare}}};
+    for (const auto& [direction, choices, stages] : cases) {
+        EXPECT_EQ(stagesOf(direction, choices), stages);
+    }
 }
 
 TEST_F(Safeguards, ChoicesAreOffUntilTheSettingsFileHasThemOn) {

@@ -135,6 +135,9 @@ TEST_F(MemDat, APartialFillChangesItsRangeAndMarksWhatHasChanged) {
     }
     EXPECT_EQ(image(), wanted);
     EXPECT_EQ(partialFill::initial().from + partialFill::initial().to, "01FE0200");
+    EXPECT_FALSE(partialFill::fill({"300", "300", "77"})) << "a single byte";
+    wanted(0x300) = 0x77;
+    EXPECT_EQ(image(), wanted);
     EXPECT_EQ(failure(), "");
 }
 

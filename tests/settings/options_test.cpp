@@ -168,12 +168,12 @@ TEST_F(SysSet, StopsAtTheFirstBadSetting) {
         EXPECT_EQ(failure(), fmt::format("modSysSet->OptNowDefSol {}", number));
     }
     now[99] = 8;
+    modShowErr::state() = {};
     OptNowDefSol(1);
     EXPECT_TRUE(read().ends_with("\n3600= 8\n"));
-    modShowErr::state() = {};
+    EXPECT_EQ(failure(), "modSysSet->OptNowDefSol 9");
     OptNowDefSol(2);
     EXPECT_TRUE(read().ends_with("\n3600= 8\n"));
-    EXPECT_EQ(failure(), "modSysSet->OptNowDefSol 9");
 }
 
 TEST_F(SysSet, ImageAndValues) {
