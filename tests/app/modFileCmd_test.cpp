@@ -296,6 +296,13 @@ TEST_F(FileCommands, AFileThatIsNoConfigurationIsNamed) {
     while (text.size() < 0x2000) {
         text += "channel,rx,tx,decode\n1,446.00625,446.00625,67.0\n";
     }
+    const auto tuned = [&](const std::string& bcd) {
+        std::string all = good;
+        for (std::size_t record = 0x20; record < 0x120; record += 0x10) {
+            all.replace(record, 8, bcd + bcd);
+        }
+        return all;
+    };
     const auto filled = [](char byte) { return std::string(0x2000, byte); };
     const std::string only = "The file holds only ", senseless = "This does not look like";
     const std::pair<std::string, std::vector<std::string>> cases[] = {
@@ -307,6 +314,8 @@ TEST_F(FileCommands, AFileThatIsNoConfigurationIsNamed) {
         {noise, {senseless}},
         {noise.substr(0, 0x500), {only, senseless}},
         {text, {"The file holds", senseless}},
+        {tuned(std::string("\0\0\0\x60", 4)), {}},
+        {tuned(std::string("\1\0\0\x60", 4)), {senseless}},
         {filled('\0'), {senseless}},
         {filled('\xFF'), {senseless}},
         {filled('\x11'), {senseless}},
@@ -324,7 +333,9 @@ TEST_F(FileCommands, AFileThatIsNoConfigurationIsNamed) {
         folder.write("good.dat", good);
     }
     openNamed(folder.write("file.dat", noise));
-    EXPECT_FALSE(shownNotice().empty());
+    modMemDat::SetGridMemDat();
+    modMemDat::typeByte(1, 1, "5A");
+    EXPECT_FALSE(shownNotice().empty()) << "an edit makes no other file of it";
     documentOrigin::begin(documentOrigin::Origin::radio);
     EXPECT_TRUE(shownNotice().empty());
     failures();

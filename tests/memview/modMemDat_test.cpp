@@ -71,6 +71,10 @@ TEST_F(MemDat, HostileLastAddresses) {
 }
 
 TEST_F(MemDat, EditsAndTips) {
+    const std::uint8_t bytes[] = {0x00, 0x1F, 0x20, 0x7E, 0x7F, 0xFF};
+    std::string characters;
+    std::ranges::transform(bytes, std::back_inserter(characters), characterOf);
+    EXPECT_EQ(characters, ".. ~..");
     EXPECT_EQ(CellTipHint(27, 6), "");
     TableFreDat();
     MemoryImage wanted = image();
