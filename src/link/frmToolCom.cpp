@@ -128,6 +128,18 @@ void frmToolCom::reject() {
     QDialog::reject();
 }
 
+/// Only now do all texts have the height that they keep. No port scrolls where the screen has room.
+void frmToolCom::showEvent(QShowEvent* event) {
+    QDialog::showEvent(event);
+    layout()->activate();
+    fraToolCom_->layout()->activate();
+    const auto* area = fraToolCom_->findChild<QScrollArea*>();
+    const int missing = area->widget()->sizeHint().height() - area->viewport()->height();
+    if (missing > 0) {
+        resizeOnScreen(*this, {width(), height() + missing});
+    }
+}
+
 void frmToolCom::layOut(QGridLayout* ports) {
     auto* lblToolCom = ownNamed<QLabel>("lblToolCom", fraToolCom_);
     captionControl(*lblToolCom, softText(labelText));

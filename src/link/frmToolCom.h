@@ -28,6 +28,9 @@ class frmToolCom : public QDialog {
     void accept() override;
     void reject() override;
 
+  protected:
+    void showEvent(QShowEvent* event) override;
+
   private:
     void Form_Load();
     void layOut(QGridLayout* ports);

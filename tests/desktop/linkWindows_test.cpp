@@ -465,6 +465,19 @@ TEST_F(PortDialog, ShowsWhatEachPortIsAndWhyOneIsNot) {
     EXPECT_GT(radio(dialog, 3).y(), radio(dialog, 2).y());
 }
 
+TEST_F(PortDialog, ShowsAllPortsWhereTheScreenHasRoom) {
+    for (const int language : {mdimoduMain::languageChinese, mdimoduMain::languageEnglish}) {
+        forget();
+        start(language);
+        frmToolCom dialog;
+        dialog.show();
+        QApplication::processEvents();
+        const auto* bar = dialog.findChild<QScrollArea*>()->verticalScrollBar();
+        EXPECT_EQ(bar->maximum(), 0) << language;
+        EXPECT_TRUE(dialog.screen()->availableGeometry().contains(dialog.geometry()));
+    }
+}
+
 TEST_F(PortDialog, ArrowsMoveAmongThePortsThatCanBeUsed) {
     startAt(1);
     frmToolCom dialog;
