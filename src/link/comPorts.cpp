@@ -14,7 +14,6 @@
 
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
-#include "link/linkTexts.h"
 #include "link/modCommun.h"
 #include "link/portTexts.h"
 #include "link/posixPort.h"

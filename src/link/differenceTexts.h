@@ -4,9 +4,16 @@
 
 #include "app/Text.h"
 
-/// Texts that say in short what differs between two images.
+/// Whose a byte is, and in short what differs between two images.
 namespace k520::texts {
 
+// Owners of bytes
+inline constexpr Text modelByte{"机型", "Model"};
+inline constexpr Text bandBytes{"频段", "Band"};
+inline constexpr Text stampBytes{"写频时间", "Programming stamp"};
+inline constexpr Text channelNumber{"信道 {}", "Channel {}"};
+
+// What differs
 inline constexpr Text nothingDiffers{"没有不同", "nothing"};
 inline constexpr Text channelsDiffer{"信道 {}", "channels {}"};
 inline constexpr Text oneChannelDiffers{"信道 {}", "channel {}"};

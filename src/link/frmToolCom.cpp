@@ -20,6 +20,7 @@
 #include "desktop/screenRoom.h"
 #include "link/comPorts.h"
 #include "link/linkTexts.h"
+#include "link/portTexts.h"
 #include "link/modCommun.h"
 #include "link/sessionAdvice.h"
 #include "link/virtualPort.h"

@@ -14,7 +14,6 @@
 #include "channels/modModel.h"
 #include "image/stamp.h"
 #include "link/differenceTexts.h"
-#include "link/linkTexts.h"
 #include "settings/optionTable.h"
 
 namespace k520::imageDifferences {

@@ -198,10 +198,6 @@ inline constexpr Text radioDiffers{
 inline constexpr Text notCompared{
     "数据已写入，但没有比较完：使用前请重新写入或读取检查。",
     "The radio is written but not compared: write again, or read it to check."};
-inline constexpr Text modelByte{"机型", "Model"};
-inline constexpr Text bandBytes{"频段", "Band"};
-inline constexpr Text stampBytes{"写频时间", "Programming stamp"};
-inline constexpr Text channelNumber{"信道 {}", "Channel {}"};
 
 // Port dialog: why a port cannot be chosen
 inline constexpr Text portMissingShort{"没有设备", "no device"};
@@ -209,6 +205,5 @@ inline constexpr Text portDeniedShort{"没有权限", "no permission"};
 inline constexpr Text portInUseShort{"已被占用", "in use"};
 inline constexpr Text portNotSerialShort{"不是串口", "not a serial port"};
 inline constexpr Text portNotUsable{"不可用", "not usable"};
-inline constexpr Text simulatedRadio{"模拟对讲机", "simulated radio"};
 
 }  // namespace k520::texts

@@ -39,6 +39,7 @@ inline constexpr Text programWithNumber{" {}（进程 {}）", "{} (process {})"}
 inline constexpr Text someProgram{"某个程序", "a program"};
 
 // The simulated radio
+inline constexpr Text simulatedRadio{"模拟对讲机", "simulated radio"};
 inline constexpr Text memoryNotKept{"模拟对讲机无法把内存保存到文件夹 {}：{}",
                                     "the simulated radio cannot keep its memory in the folder {}: "
                                     "{}"};
