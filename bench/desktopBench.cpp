@@ -13,16 +13,16 @@
 #include <ctime>
 #include <vector>
 
-#include "app/mdifrmMain.h"
 #include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
-#include "desktop/DesktopClock.h"
-#include "link/frmCommun.h"
-#include "link/modCommun.h"
-#include "link/simRadio.h"
-#include "link/virtualPort.h"
+#include "desktop/link/frmCommun.h"
+#include "desktop/main/mdifrmMain.h"
+#include "desktop/widgets/DesktopClock.h"
+#include "link/protocol/modCommun.h"
+#include "link/simulator/simRadio.h"
+#include "link/simulator/virtualPort.h"
+#include "program/modFileCmd.h"
 #include "support/TempFolder.h"
 
 namespace {

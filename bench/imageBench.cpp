@@ -9,13 +9,13 @@
 #include <string>
 
 #include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
-#include "app/modStartUp.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "channels/toneCode.h"
 #include "image/modIicDat.h"
 #include "memview/modMemDat.h"
+#include "program/modFileCmd.h"
+#include "program/modStartUp.h"
 
 namespace {
 

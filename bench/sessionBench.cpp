@@ -13,14 +13,14 @@
 #include <memory>
 
 #include "app/mdimoduMain.h"
-#include "app/modStartUp.h"
 #include "image/modIicDat.h"
-#include "link/modCommun.h"
-#include "link/modSession.h"
-#include "link/posixPort.h"
-#include "link/ptyRadio.h"
-#include "link/simRadio.h"
-#include "link/virtualPort.h"
+#include "link/port/posixPort.h"
+#include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
+#include "link/simulator/ptyRadio.h"
+#include "link/simulator/simRadio.h"
+#include "link/simulator/virtualPort.h"
+#include "program/modStartUp.h"
 #include "support/SimulatedClock.h"
 
 namespace {

@@ -12,8 +12,8 @@
 
 #include "cli/Program.h"
 #include "image/datFile.h"
-#include "link/ptyRadio.h"
-#include "link/simRadio.h"
+#include "link/simulator/ptyRadio.h"
+#include "link/simulator/simRadio.h"
 
 namespace k520::test {
 

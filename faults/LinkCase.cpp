@@ -6,13 +6,13 @@
 #include <deque>
 #include <random>
 
-#include "app/Dialogs.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "base/Dialogs.h"
 #include "channels/modChMem.h"
-#include "link/modCommun.h"
-#include "link/safeguards.h"
-#include "link/virtualPort.h"
+#include "link/protocol/modCommun.h"
+#include "link/session/safeguards.h"
+#include "link/simulator/virtualPort.h"
 #include "settings/modSysSet.h"
 #include "support/SimulatedClock.h"
 #include "support/TempFolder.h"

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "image/modIicDat.h"
-#include "link/modSession.h"
-#include "link/simRadio.h"
+#include "link/session/modSession.h"
+#include "link/simulator/simRadio.h"
 
 /// One session under one fault, on the simulated clock: values in, a verdict out.
 namespace k520::test {

@@ -16,14 +16,14 @@
 #include <string>
 #include <utility>
 
-#include "app/Dialogs.h"
 #include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
 #include "app/modShowErr.h"
-#include "app/modStartUp.h"
 #include "app/ownTexts.h"
-#include "link/comPorts.h"
-#include "link/modCommun.h"
+#include "base/Dialogs.h"
+#include "link/protocol/comPorts.h"
+#include "link/protocol/modCommun.h"
+#include "program/modFileCmd.h"
+#include "program/modStartUp.h"
 
 namespace {
 

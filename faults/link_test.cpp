@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "faults/LinkCase.h"
-#include "link/modCommun.h"
+#include "link/protocol/modCommun.h"
 
 namespace k520::test {
 namespace {

@@ -9,11 +9,11 @@
 #include <cstring>
 #include <set>
 
-#include "app/Files.h"
+#include "base/Files.h"
 #include "faults/Campaign.h"
 #include "faults/DesktopCore.h"
 #include "image/datFile.h"
-#include "link/posixPort.h"
+#include "link/port/posixPort.h"
 
 namespace k520::faults {
 namespace {

@@ -17,7 +17,7 @@
 
 #include "cli/Program.h"
 #include "faults/KilledWrite.h"
-#include "link/ptyRadio.h"
+#include "link/simulator/ptyRadio.h"
 
 namespace {
 

@@ -12,11 +12,11 @@
 #include "cli/Program.h"
 #include "faults/KilledWrite.h"
 #include "image/modIicDat.h"
-#include "link/deviceLink.h"
-#include "link/modCommun.h"
-#include "link/modSession.h"
-#include "link/posixPort.h"
-#include "link/ptyRadio.h"
+#include "link/port/deviceLink.h"
+#include "link/port/posixPort.h"
+#include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
+#include "link/simulator/ptyRadio.h"
 
 namespace k520 {
 namespace {

@@ -10,12 +10,12 @@
 #include <deque>
 #include <map>
 
-#include "app/Files.h"
+#include "base/Files.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
 #include "cli/run.h"
-#include "link/modCommun.h"
-#include "link/modSession.h"
+#include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
 #include "support.h"
 #include "support/TempFolder.h"
 

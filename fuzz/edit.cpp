@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "app/Dialogs.h"
+#include "base/Dialogs.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"

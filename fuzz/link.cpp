@@ -7,11 +7,11 @@
 #include <memory>
 #include <vector>
 
-#include "app/RuntimeError.h"
-#include "link/modCommun.h"
-#include "link/modSession.h"
-#include "link/scriptText.h"
-#include "link/simRadio.h"
+#include "base/RuntimeError.h"
+#include "link/protocol/modCommun.h"
+#include "link/protocol/scriptText.h"
+#include "link/session/modSession.h"
+#include "link/simulator/simRadio.h"
 #include "support.h"
 
 namespace {

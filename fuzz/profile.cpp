@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 // Any bytes as a settings text: setting a value changes the value's line and no other byte.
 
-#include "app/Checked.h"
-#include "app/RuntimeError.h"
 #include "app/profileText.h"
+#include "base/Checked.h"
+#include "base/RuntimeError.h"
 #include "support.h"
 
 namespace {

@@ -5,8 +5,8 @@
 
 #include <array>
 
-#include "link/scriptText.h"
-#include "link/simRadio.h"
+#include "link/protocol/scriptText.h"
+#include "link/simulator/simRadio.h"
 #include "support.h"
 
 namespace {

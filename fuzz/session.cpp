@@ -6,10 +6,10 @@
 #include <memory>
 #include <vector>
 
-#include "link/modCommun.h"
-#include "link/modSession.h"
-#include "link/simRadio.h"
-#include "link/virtualPort.h"
+#include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
+#include "link/simulator/simRadio.h"
+#include "link/simulator/virtualPort.h"
 #include "support.h"
 
 namespace {

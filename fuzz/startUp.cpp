@@ -8,10 +8,10 @@
 #include <array>
 #include <ctime>
 
-#include "app/RuntimeError.h"
 #include "app/profileText.h"
+#include "base/RuntimeError.h"
 #include "channels/modCtdcs.h"
-#include "link/modCommun.h"
+#include "link/protocol/modCommun.h"
 #include "support.h"
 #include "support/TempFolder.h"
 

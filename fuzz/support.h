@@ -13,17 +13,17 @@
 #include <string_view>
 
 #include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
 #include "app/modShowErr.h"
-#include "app/modStartUp.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "image/documentOrigin.h"
 #include "image/modIicDat.h"
-#include "link/modCommun.h"
-#include "link/virtualRadio.h"
+#include "link/protocol/modCommun.h"
+#include "link/simulator/virtualRadio.h"
 #include "memview/modMemDat.h"
+#include "program/modFileCmd.h"
+#include "program/modStartUp.h"
 #include "settings/modSysSet.h"
 #include "support/SimulatedClock.h"
 

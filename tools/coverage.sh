@@ -42,7 +42,7 @@ awk -F, -v least_core="$least_core" -v least_all="$least_all" '
     NR > 1 {
         folder = $1
         sub("/[^/]*$", "", folder)
-        window = $1 ~ "^src/desktop/" || $1 ~ "/(frm|mdifrmMain)[^/]*$"
+        window = $1 ~ "^src/desktop/"
         total[folder] += $2; run[folder] += $3
         allTotal += $2; allRun += $3
         if (!window) { coreTotal += $2; coreRun += $3 }

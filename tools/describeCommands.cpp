@@ -18,8 +18,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/Files.h"
 #include "app/mdimoduMain.h"
+#include "base/Files.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/edit.h"

@@ -13,16 +13,16 @@
 #include <string>
 #include <vector>
 
-#include "app/Checked.h"
-#include "app/Files.h"
 #include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
+#include "base/Checked.h"
+#include "base/Files.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/edit.h"
 #include "cli/program.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "program/modFileCmd.h"
 #include "settings/modSysSet.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "commandTexts.h"
 
 namespace k520::cli::commandTexts {

@@ -239,7 +239,7 @@ class Workshop:
             file = Path(entry["file"]).relative_to(self.tree)
             name = str(file)
             outside = not name.startswith("src/") or name.startswith("src/desktop/")
-            if outside or re.search(r"/(frm|mdifrmMain)|Texts\.cpp$|/main\.cpp$", name):
+            if outside or re.search(r"Texts\.cpp$|/main\.cpp$", name):
                 continue
             if self.with_cli or not name.startswith("src/cli/"):
                 output = re.search(r" -o (\S+)", entry["command"]).group(1)

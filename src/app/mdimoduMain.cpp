@@ -9,9 +9,9 @@
 #include <optional>
 #include <system_error>
 
-#include "app/Files.h"
-#include "app/RuntimeError.h"
-#include "app/causeTexts.h"
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "base/causeTexts.h"
 
 namespace k520::mdimoduMain {
 

@@ -9,11 +9,11 @@
 #include <limits>
 #include <new>
 
-#include "app/Clock.h"
-#include "app/RuntimeError.h"
-#include "app/causeTexts.h"
 #include "app/errTexts.h"
-#include "app/generalDate.h"
+#include "base/Clock.h"
+#include "base/RuntimeError.h"
+#include "base/causeTexts.h"
+#include "base/generalDate.h"
 
 namespace k520::modShowErr {
 

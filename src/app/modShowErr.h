@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/Controls.h"
+#include "base/Controls.h"
 
 /// The error list: every failure of a named procedure, logged under the procedure's label.
 namespace k520::modShowErr {

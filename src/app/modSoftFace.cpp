@@ -4,10 +4,10 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "app/softFaceTexts.h"
+#include "base/Checked.h"
 
 namespace k520::modSoftFace {
 

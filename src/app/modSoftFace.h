@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// The interface texts of the language in force.
 namespace k520::modSoftFace {

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// Texts of the main window and its docks for which the numbered table (modSoftFace) has no row.
 namespace k520::texts {

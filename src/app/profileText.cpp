@@ -8,8 +8,8 @@
 #include <limits>
 #include <random>
 
-#include "app/Checked.h"
-#include "app/causeTexts.h"
+#include "base/Checked.h"
+#include "base/causeTexts.h"
 
 namespace k520 {
 

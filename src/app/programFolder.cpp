@@ -12,10 +12,10 @@
 #include <exception>
 #include <system_error>
 
-#include "app/Files.h"
-#include "app/RuntimeError.h"
-#include "app/causeTexts.h"
 #include "app/mdimoduMain.h"
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "base/causeTexts.h"
 
 namespace k520::programFolder {
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <array>
 
-#include "app/Checked.h"
-#include "app/typedText.h"
+#include "base/Checked.h"
+#include "base/typedText.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/toneCode.h"

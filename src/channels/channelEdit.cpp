@@ -6,8 +6,8 @@
 
 #include <cmath>
 
-#include "app/Checked.h"
-#include "app/typedText.h"
+#include "base/Checked.h"
+#include "base/typedText.h"
 #include "channels/cellText.h"
 #include "channels/channelTexts.h"
 #include "channels/frequency.h"

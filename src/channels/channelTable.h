@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "channels/channelRecord.h"
 #include "channels/frequency.h"
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// Texts of the channel window.
 namespace k520::texts {

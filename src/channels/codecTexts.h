@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// Why the image's bytes and the channel table do not fit together. These stand in the error list,
 /// in the middle of a sentence.

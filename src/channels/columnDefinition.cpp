@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "channels/codecTexts.h"
 
 namespace k520::modChMem {

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/typedText.h"
+#include "base/typedText.h"
 
 namespace k520::modChMem {
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// What the columns of the channel grid are for.
 namespace k520::texts {

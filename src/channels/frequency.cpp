@@ -7,9 +7,9 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "app/Bcd.h"
-#include "app/Checked.h"
-#include "app/causeTexts.h"
+#include "base/Bcd.h"
+#include "base/Checked.h"
+#include "base/causeTexts.h"
 
 namespace k520::frequency {
 

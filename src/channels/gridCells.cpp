@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "channels/channelTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"

@@ -9,11 +9,11 @@
 #include <map>
 #include <utility>
 
-#include "app/Checked.h"
-#include "app/Dialogs.h"
-#include "app/Text.h"
 #include "app/modSoftFace.h"
-#include "app/typedText.h"
+#include "base/Checked.h"
+#include "base/Dialogs.h"
+#include "base/Text.h"
+#include "base/typedText.h"
 #include "channels/cellText.h"
 #include "channels/channelEdit.h"
 #include "channels/channelTexts.h"

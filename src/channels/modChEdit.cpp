@@ -6,10 +6,10 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
+#include "base/Checked.h"
 #include "channels/channelEdit.h"
 #include "channels/channelTexts.h"
 #include "channels/frequency.h"

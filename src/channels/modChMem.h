@@ -9,8 +9,8 @@
 #include <string>
 #include <string_view>
 
-#include "app/Checked.h"
-#include "app/Controls.h"
+#include "base/Checked.h"
+#include "base/Controls.h"
 #include "channels/channelTable.h"
 #include "channels/columnDefinition.h"
 

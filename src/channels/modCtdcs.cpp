@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
+#include "base/Checked.h"
 
 namespace k520::modCtdcs {
 

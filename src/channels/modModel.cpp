@@ -7,11 +7,11 @@
 #include <algorithm>
 #include <tuple>
 
-#include "app/Bcd.h"
-#include "app/Checked.h"
-#include "app/Dialogs.h"
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "base/Bcd.h"
+#include "base/Checked.h"
+#include "base/Dialogs.h"
 #include "channels/cellText.h"
 #include "channels/codecTexts.h"
 #include "channels/frequency.h"

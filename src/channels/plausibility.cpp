@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <optional>
 
-#include "app/Bcd.h"
+#include "base/Bcd.h"
 #include "channels/channelRecord.h"
 #include "channels/frequency.h"
 #include "channels/modModel.h"

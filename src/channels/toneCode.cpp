@@ -8,7 +8,7 @@
 #include <array>
 #include <vector>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "channels/codecTexts.h"
 
 namespace k520::toneCode {

@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <utility>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "cli/cliTexts.h"
 #include "cli/interrupt.h"
 #include "cli/output.h"

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "link/communView.h"
+#include "link/protocol/communView.h"
 
 namespace k520::cli {
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// What the commands of k520-cli say, but for help (helpTexts.h). A failure is one line after
 /// "k520-cli: ", so it begins with a small letter and has no full stop.

@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
 
-#include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
+#include "base/RuntimeError.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
 #include "cli/output.h"

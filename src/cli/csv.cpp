@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "app/Checked.h"
-#include "app/Files.h"
-#include "app/RuntimeError.h"
-#include "app/typedText.h"
+#include "base/Checked.h"
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "base/typedText.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "cli/Failure.h"

@@ -6,15 +6,15 @@
 #include <map>
 #include <system_error>
 
-#include "app/Files.h"
-#include "app/RuntimeError.h"
-#include "app/modFileCmd.h"
+#include "base/Files.h"
+#include "base/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/cliTexts.h"
 #include "cli/program.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "program/modFileCmd.h"
 
 namespace k520::cli {
 

@@ -7,8 +7,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "app/Checked.h"
-#include "app/typedText.h"
+#include "base/Checked.h"
+#include "base/typedText.h"
 #include "channels/cellText.h"
 #include "channels/channelTexts.h"
 #include "channels/gridCells.h"

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// What help says of k520-cli and its commands. Names of commands, options and values are the same
 /// in both languages. Details are laid out by hand for 80 columns.

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "cli/Failure.h"
 #include "cli/cliTexts.h"
 #include "cli/commands.h"

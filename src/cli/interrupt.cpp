@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <csignal>
 
-#include "app/RuntimeError.h"
+#include "base/RuntimeError.h"
 
 namespace k520::cli {
 

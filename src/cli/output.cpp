@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <system_error>
 
-#include "app/Text.h"
+#include "base/Text.h"
 #include "cli/Failure.h"
 
 namespace k520::cli {

@@ -9,12 +9,12 @@
 #include <string_view>
 #include <vector>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 #include "cli/Failure.h"
 #include "cli/cliTexts.h"
 #include "cli/commands.h"
 #include "cli/output.h"
-#include "link/comPorts.h"
+#include "link/protocol/comPorts.h"
 
 namespace k520::cli {
 

@@ -8,20 +8,20 @@
 #include <string_view>
 #include <system_error>
 
-#include "app/Checked.h"
-#include "app/Files.h"
-#include "app/RuntimeError.h"
 #include "app/mdimoduMain.h"
-#include "app/modFileCmd.h"
 #include "app/modShowErr.h"
-#include "app/modStartUp.h"
 #include "app/programFolder.h"
+#include "base/Checked.h"
+#include "base/Files.h"
+#include "base/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/cliTexts.h"
 #include "cli/output.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "program/modFileCmd.h"
+#include "program/modStartUp.h"
 
 namespace k520::cli {
 

@@ -16,10 +16,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/Checked.h"
-#include "app/Files.h"
-#include "app/RuntimeError.h"
 #include "app/modShowErr.h"
+#include "base/Checked.h"
+#include "base/Files.h"
+#include "base/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/compare.h"
@@ -27,12 +27,12 @@
 #include "cli/output.h"
 #include "cli/program.h"
 #include "cli/sessionTexts.h"
-#include "image/backups.h"
-#include "link/comPorts.h"
-#include "link/modCommun.h"
-#include "link/scriptText.h"
-#include "link/virtualPort.h"
-#include "link/waysBack.h"
+#include "link/protocol/comPorts.h"
+#include "link/protocol/modCommun.h"
+#include "link/protocol/scriptText.h"
+#include "link/session/backups.h"
+#include "link/session/waysBack.h"
+#include "link/simulator/virtualPort.h"
 
 namespace k520::cli {
 

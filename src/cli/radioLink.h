@@ -7,7 +7,7 @@
 #include <string>
 
 #include "cli/ConsoleView.h"
-#include "link/safeguards.h"
+#include "link/session/safeguards.h"
 
 /// Sessions with a radio as the commands run them.
 namespace k520::cli {

@@ -7,13 +7,13 @@
 #include <cstdio>
 #include <exception>
 
-#include "app/modStartUp.h"
 #include "app/programFolder.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
 #include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
+#include "program/modStartUp.h"
 
 namespace k520::cli {
 

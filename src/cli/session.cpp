@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <unistd.h>
 
-#include "app/RuntimeError.h"
+#include "base/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
@@ -12,10 +12,10 @@
 #include "cli/program.h"
 #include "cli/radioLink.h"
 #include "cli/sessionTexts.h"
-#include "image/backups.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
-#include "image/unfinishedWrite.h"
+#include "link/session/backups.h"
+#include "link/session/unfinishedWrite.h"
 
 namespace k520::cli {
 

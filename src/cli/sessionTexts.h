@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// Texts of the commands that talk to a radio, and of the one that simulates one.
 namespace k520::texts {

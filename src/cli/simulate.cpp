@@ -5,8 +5,8 @@
 #include <optional>
 #include <string_view>
 
-#include "app/Checked.h"
-#include "app/RuntimeError.h"
+#include "base/Checked.h"
+#include "base/RuntimeError.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
 #include "cli/document.h"
@@ -16,10 +16,10 @@
 #include "cli/sessionTexts.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
-#include "link/deviceLink.h"
-#include "link/ptyRadio.h"
-#include "link/simRadio.h"
-#include "link/virtualRadio.h"
+#include "link/port/deviceLink.h"
+#include "link/simulator/ptyRadio.h"
+#include "link/simulator/simRadio.h"
+#include "link/simulator/virtualRadio.h"
 
 namespace k520::cli {
 

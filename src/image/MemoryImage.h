@@ -7,7 +7,7 @@
 #include <span>
 #include <vector>
 
-#include "app/Checked.h"
+#include "base/Checked.h"
 
 namespace k520 {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "app/Files.h"
+#include "base/Files.h"
 
 namespace k520::datFile {
 

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Text.h"
+#include "base/Text.h"
 
 /// Why an image, a data file or a backup cannot be used; most stand after a file's name and a
 /// colon.

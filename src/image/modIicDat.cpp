@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
-#include "app/Files.h"
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
+#include "base/Files.h"
 
 namespace k520::modIicDat {
 

@@ -6,7 +6,7 @@
 #include <chrono>
 #include <cstdint>
 
-#include "app/Bcd.h"
+#include "base/Bcd.h"
 
 namespace k520::stamp {
 

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-#include "app/Clock.h"
+#include "base/Clock.h"
 #include "image/MemoryImage.h"
 
 /// The programming stamp: when the radio was last written, five bytes of the image.

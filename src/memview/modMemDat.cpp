@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
-#include "app/RuntimeError.h"
-#include "app/causeTexts.h"
+#include "base/Checked.h"
+#include "base/RuntimeError.h"
+#include "base/causeTexts.h"
 #include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 

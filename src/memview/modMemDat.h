@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/Controls.h"
+#include "base/Controls.h"
 
 /// The memory data grid: the whole memory image as a hexadecimal table, sixteen bytes a row, in
 /// which changed bytes are marked and bytes can be edited.

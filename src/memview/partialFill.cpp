@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
+#include "base/Checked.h"
 #include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "memview/memDatTexts.h"

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
+#include "base/Checked.h"
 #include "image/modIicDat.h"
 #include "settings/optionTable.h"
 

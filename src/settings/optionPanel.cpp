@@ -4,13 +4,13 @@
 
 #include <fmt/format.h>
 
-#include "app/Checked.h"
 #include "app/Guard.h"
-#include "app/RuntimeError.h"
 #include "app/mainMenus.h"
 #include "app/mnemonics.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "base/Checked.h"
+#include "base/RuntimeError.h"
 #include "image/documentOrigin.h"
 #include "settings/modSysSet.h"
 

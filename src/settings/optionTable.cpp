@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "app/Checked.h"
 #include "app/modSoftFace.h"
+#include "base/Checked.h"
 #include "settings/optionTexts.h"
 
 namespace k520::optionTable {

@@ -10,8 +10,8 @@
 #include <string_view>
 #include <vector>
 
-#include "app/Text.h"
-#include "app/typedText.h"
+#include "base/Text.h"
+#include "base/typedText.h"
 #include "image/MemoryImage.h"
 
 /// The sixteen radio-wide options: one row joins an option's number, names, texts, place in the

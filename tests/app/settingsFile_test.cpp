@@ -4,7 +4,7 @@
 
 #include <thread>
 
-#include "app/Files.h"
+#include "base/Files.h"
 #include "support/ProgramFolder.h"
 
 namespace k520 {

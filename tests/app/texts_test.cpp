@@ -8,10 +8,10 @@
 #include <stdexcept>
 
 #include "app/Guard.h"
-#include "app/causeTexts.h"
 #include "app/errTexts.h"
-#include "app/generalDate.h"
 #include "app/softFaceTexts.h"
+#include "base/causeTexts.h"
+#include "base/generalDate.h"
 #include "support/ProgramFolder.h"
 
 namespace k520 {

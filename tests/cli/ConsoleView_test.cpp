@@ -9,7 +9,7 @@
 #include <array>
 #include <cstdlib>
 
-#include "app/Descriptor.h"
+#include "base/posix/Descriptor.h"
 
 namespace k520::cli {
 namespace {

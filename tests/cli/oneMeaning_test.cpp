@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "app/modStartUp.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
@@ -8,6 +7,7 @@
 #include "cli/channelCsv.h"
 #include "cli/csvText.h"
 #include "cli/edit.h"
+#include "program/modStartUp.h"
 #include "support/ProgramFolder.h"
 
 namespace k520 {

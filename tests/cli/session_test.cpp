@@ -12,9 +12,9 @@
 
 #include "cli/Program.h"
 #include "image/datFile.h"
-#include "link/ptyRadio.h"
-#include "link/simRadio.h"
-#include "link/virtualRadio.h"
+#include "link/simulator/ptyRadio.h"
+#include "link/simulator/simRadio.h"
+#include "link/simulator/virtualRadio.h"
 
 namespace k520 {
 namespace {

@@ -9,11 +9,11 @@
 #include <QTest>
 #include <QtWidgets>
 
-#include "app/Files.h"
-#include "app/mdifrmMain.h"
-#include "app/modStartUp.h"
-#include "desktop/EditTable.h"
-#include "desktop/qtText.h"
+#include "base/Files.h"
+#include "desktop/main/mdifrmMain.h"
+#include "desktop/widgets/EditTable.h"
+#include "desktop/widgets/qtText.h"
+#include "program/modStartUp.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::test {

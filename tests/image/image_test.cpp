@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <random>
 
-#include "app/Files.h"
+#include "base/Files.h"
 #include "image/datFile.h"
 #include "image/stamp.h"
 #include "support/ProgramFolder.h"

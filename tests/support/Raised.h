@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-#include "app/RuntimeError.h"
+#include "base/RuntimeError.h"
 
 namespace k520::test {
 

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/Dialogs.h"
-#include "app/RuntimeError.h"
+#include "base/Dialogs.h"
+#include "base/RuntimeError.h"
 
 namespace k520::test {
 

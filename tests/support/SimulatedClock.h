@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/Clock.h"
+#include "base/Clock.h"
 
 namespace k520::test {
 

@@ -1,0 +1,299 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "program/modFileCmd.h"
+
+#include <filesystem>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "app/Guard.h"
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "app/ownTexts.h"
+#include "base/Dialogs.h"
+#include "base/Files.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
+#include "channels/plausibility.h"
+#include "image/datFile.h"
+#include "image/modIicDat.h"
+#include "memview/modMemDat.h"
+#include "settings/modSysSet.h"
+
+namespace k520::modFileCmd {
+
+namespace {
+
+constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
+
+constexpr int renewText = 74;
+constexpr int saveText = 82;
+
+bool askAndKeep(int textIndex) {
+    const bool yes = theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+                                      modSoftFace::text(textIndex), textIndex == saveText);
+    state().lastAnswer = yes ? answerYes : answerNo;
+    return yes;
+}
+
+void tellPanel() {
+    if (state().onFilePanel) {
+        state().onFilePanel();
+    }
+}
+
+Remark remarkNow(std::string text, bool untilEdit = false) {
+    return {std::move(text), documentOrigin::state().now, untilEdit};
+}
+
+void remark(std::string text, bool untilEdit = false) {
+    state().remark = remarkNow(std::move(text), untilEdit);
+    tellPanel();
+}
+
+std::string shown(const Remark& remark) {
+    const auto& now = documentOrigin::state().now;
+    const bool holds = remark.untilEdit ? remark.said == now : remark.said.document == now.document;
+    return holds ? remark.text : std::string();
+}
+
+void renewIfWanted() {
+    if (askAndKeep(renewText)) {
+        setCurrentFile(state().defaultFilePath);
+        NewFileSol();
+        remark({});
+    }
+}
+
+void tellFailure(int textIndex) {
+    theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
+                      modSoftFace::text(textIndex));
+}
+
+/// What is unusual about a file of `held` bytes that was just opened.
+std::string noticeOf(std::uint64_t held) {
+    const auto size = modIicDat::IicDat().size();
+    if (held == 0) {
+        return say(texts::emptyFile);
+    }
+    std::string notice;
+    if (held < size) {
+        notice = say(texts::shortFile, held, size);
+    } else if (held > size) {
+        notice = say(texts::longFile, held, size);
+    }
+    if (!plausibility::looksLikeConfiguration(modIicDat::IicDat())) {
+        notice += (notice.empty() ? "" : "\n") + say(texts::noConfiguration);
+    }
+    return notice;
+}
+
+/// Opens the file that `choose` names, if it names one. Returns whether nothing failed.
+bool openWith(const std::function<std::string()>& choose) {
+    const bool done = guarded("mdifrmMain->OpenFile", [&] {
+        const auto name = choose();
+        if (!name.empty()) {
+            const auto held = openDatFile(name);
+            setCurrentFile(name);
+            state().notice = remarkNow(noticeOf(held));
+            remark({});
+        }
+    });
+    if (!done) {
+        remark(say(texts::fileNotOpened, modShowErr::state().pendingSource));
+    }
+    return done;
+}
+
+std::string fileName(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
+
+/// Whether the file holds what the last save of this configuration wrote there.
+bool isOwnSave(const std::string& path, const std::vector<std::uint8_t>& held) {
+    const State& s = state();
+    const auto saved = s.savedBytes.find(path);
+    return s.savedDocument == documentOrigin::state().now.document && saved != s.savedBytes.end() &&
+           saved->second == held;
+}
+
+void noteOwnSave(std::vector<std::uint8_t> bytes) {
+    State& s = state();
+    const auto document = documentOrigin::state().now.document;
+    if (std::exchange(s.savedDocument, document) != document) {
+        s.savedBytes.clear();
+    }
+    s.savedBytes[s.currentFilePath] = std::move(bytes);
+}
+
+/// Keeps what the file holds beside it where writing `bytes` would lose it. Returns the copy's
+/// path.
+std::optional<std::filesystem::path> keepWhatIsLost(const std::string& path,
+                                                    const std::vector<std::uint8_t>& bytes) {
+    if (!files::stampOf(path)) {
+        return std::nullopt;
+    }
+    const auto held = files::read(path, bytes.size()).bytes;
+    if (held.empty() || held == bytes || isOwnSave(path, held)) {
+        return std::nullopt;
+    }
+    return naming(say(texts::notKept, fileName(path)), [&] { return files::keepBeside(path); });
+}
+
+void saveKeeping() {
+    State& s = state();
+    std::vector<std::uint8_t> bytes;
+    std::optional<std::filesystem::path> kept;
+    const bool mayWrite = guarded("mdifrmMain->SaveDatFile", [&] {
+        modChMem::SetConvIicDat();
+        bytes = datFile::bytesOf(modIicDat::IicDat());
+        kept = keepWhatIsLost(s.currentFilePath, bytes);
+    });
+    if (!mayWrite) {
+        remark(say(texts::fileNotSaved, modShowErr::state().pendingSource));
+        return;
+    }
+    if (!SaveDatFile()) {
+        return;
+    }
+    noteOwnSave(std::move(bytes));
+    if (kept) {
+        remark(say(texts::fileSavedKept, fileName(s.currentFilePath), fileName(kept->string())),
+               true);
+    }
+}
+
+}  // namespace
+
+State& state() {
+    static State instance;
+    return instance;
+}
+
+std::string shownRemark() {
+    return shown(state().remark);
+}
+
+std::string shownNotice() {
+    return shown(state().notice);
+}
+
+std::string shownOrigin() {
+    return documentOrigin::state().origin == documentOrigin::Origin::radio
+               ? say(texts::readNotSaved)
+               : std::string();
+}
+
+void setCurrentFile(std::string path) {
+    State& s = state();
+    s.currentFilePath = std::move(path);
+    s.filePanel = modSoftFace::text(85) + s.currentFilePath;
+    tellPanel();
+}
+
+void GenerateDatFolder() {
+    guarded("mdifrmMain->GenerateDatFolder", [] {
+        const auto folder = mdimoduMain::state().programFolder / "Data";
+        state().defaultFilePath = (folder / "Untitled.dat").string();
+        setCurrentFile(state().defaultFilePath);
+        files::makeFolder(folder);
+    });
+}
+
+void NewFile() {
+    guarded("mdifrmMain->NewFile", renewIfWanted);
+}
+
+void customRangeOk(std::string_view minText, std::string_view maxText) {
+    guarded("frmCustomFre->cmdOk_Click", renewIfWanted);
+    modModel::acceptCustomRange(minText, maxText);
+}
+
+void NewFileSol() {
+    guarded("mdifrmMain->NewFileSol", [] {
+        const mdimoduMain::SettingsSnapshot settings;
+        modChMem::state().newChannel.reset();
+        modIicDat::InitTempArray();
+        modChMem::ChInfoSaveSol(1);
+        modChMem::ShowChTblGrid();
+        modSysSet::OptNowDefSol(0);
+        modSysSet::OptNowDefSol(2);
+        modChMem::refreshForm();
+        modModel::cboModel_Click();
+        modModel::applyShownBand();
+    });
+    documentOrigin::begin(documentOrigin::Origin::defaults);
+}
+
+std::uint64_t openDatFile(const std::string& path) {
+    const auto size = datFile::load(path, modIicDat::IicDat());
+    modChMem::SoftDisplay();
+    modMemDat::followImage();
+    documentOrigin::begin(documentOrigin::Origin::file);
+    return size;
+}
+
+void openNamed(const std::string& path) {
+    if (!openWith([&] { return path; })) {
+        std::error_code unknown;
+        const auto whole = std::filesystem::absolute(path, unknown);
+        const bool missing = modShowErr::state().pendingNumber == errNum::fileNotFound;
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
+                          missing ? say(texts::fileMissing, (unknown ? path : whole.string()))
+                                  : state().remark.text);
+    }
+}
+
+void OpenFile() {
+    if (!openWith([] {
+            return theDialogs().openFile({dataFilter, state().currentFilePath, ""});
+        })) {
+        tellFailure(83);
+    }
+}
+
+void SaveFile() {
+    const bool done = guarded("mdifrmMain->SaveFile", [] {
+        state().saveAsked = true;
+        if (askAndKeep(saveText)) {
+            SaveAsFile();
+        }
+    });
+    if (!done) {
+        tellFailure(84);
+    }
+}
+
+void SaveAsFile() {
+    const bool done = guarded("mdifrmMain->SaveAsFile", [] {
+        const std::string& current = state().currentFilePath;
+        // What was read from a radio is not what that file holds.
+        const std::string offered = shownOrigin().empty() ? fileName(current) : std::string();
+        const auto name = theDialogs().saveFile({dataFilter, current, "dat", offered});
+        if (!name.empty()) {
+            setCurrentFile(name);
+            saveKeeping();
+        }
+    });
+    if (!done) {
+        tellFailure(86);
+    }
+}
+
+bool SaveDatFile() {
+    const bool saved = guarded("mdifrmMain->SaveDatFile", [] {
+        modChMem::SetConvIicDat();
+        modMemDat::followImage();
+        datFile::save(state().currentFilePath, modIicDat::IicDat());
+        setCurrentFile(state().currentFilePath);
+        documentOrigin::saved();
+    });
+    remark(
+        saved ? say(texts::fileSaved) : say(texts::fileNotSaved, modShowErr::state().pendingSource),
+        saved);
+    return saved;
+}
+
+}  // namespace k520::modFileCmd

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "link/session/restoreList.h"
+
+#include "base/Text.h"
+#include "link/session/unfinishedWrite.h"
+#include "support/ProgramFolder.h"
+
+namespace k520::restoreList {
+namespace {
+
+class RestoreList : public test::ProgramFolder {
+  protected:
+    RestoreList() {
+        modIicDat::sizeArrays(8191);
+        setTextLanguage(TextLanguage::english);
+        mdimoduMain::state().programFolder = folder.path();
+    }
+    static backups::Backup kept(backups::Reason reason, std::uint8_t byte) {
+        MemoryImage image = modIicDat::IicDat();
+        image(0x1FFF) = byte;
+        return backups::store(image, {}, reason);
+    }
+    test::SimulatedClock clock;
+};
+
+TEST_F(RestoreList, TellsOccasionAndChangesAndBeginsWithTheLikeliest) {
+    using enum backups::Reason;
+    EXPECT_EQ(likeliest(rows().rows, {}), std::nullopt);
+    const auto oldest = kept(beforeWrite, 0);
+    const auto torn = kept(beforeWrite, 1);
+    const auto written = kept(beforeWrite, 2);
+    const auto copy = kept(read, 3);
+    modIicDat::IicDat()(0x1FFF) = 3;
+    auto all = rows();
+    EXPECT_EQ(all.comparedWith, "Compared with the data in this program.");
+    ASSERT_EQ(all.rows.size(), 4U);
+    EXPECT_EQ(all.rows[0].made + ": " + all.rows[0].changes, "by a read: nothing");
+    EXPECT_EQ(all.rows[1].made + ": " + all.rows[1].changes, "before a write: other bytes: 1");
+    EXPECT_EQ(all.rows[1].time, "2026-11-21 13:05:09");
+    EXPECT_EQ(likeliest(all.rows, {}), 1U);
+
+    // What was sent last says more about the radio than the program's data.
+    MemoryImage sent = modIicDat::IicDat();
+    sent(0x1FFF) = 1;
+    unfinishedWrite::keep(
+        {.backup = torn.path, .before = {torn.path}, .found = sent, .sent = sent});
+    folder.write("Data/Backups/" + oldest.path.filename().string(), "short");
+    all = rows();
+    EXPECT_EQ(all.comparedWith, "Compared with what was last written to a radio.");
+    EXPECT_EQ(all.rows[2].made + ": " + all.rows[2].changes,
+              "before a write that did not finish: nothing");
+    EXPECT_THAT(all.rows[3].changes, testing::HasSubstr("cannot be read"));
+    EXPECT_EQ(likeliest(all.rows, {}), 2U);
+    EXPECT_EQ(likeliest(all.rows, copy.path), 0U);
+    EXPECT_EQ(likeliest(all.rows, written.path), 1U);
+}
+
+TEST_F(RestoreList, IsOfferedWhereItCanHelp) {
+    const auto offer = [](Direction direction) {
+        const auto [shown, enabled, tip] = offerFor(direction);
+        return fmt::format("{} {} {}", shown, enabled, tip);
+    };
+    EXPECT_EQ(offer(Direction::write), "true false There is no backup yet.");
+    EXPECT_EQ(offer(Direction::read), "false false There is no backup yet.");
+    const auto torn = kept(backups::Reason::beforeWrite, 1);
+    const std::string tip = " true Choose a backup to write back to the radio.";
+    EXPECT_EQ(offer(Direction::write), "true" + tip);
+    EXPECT_EQ(offer(Direction::read), "false" + tip);
+    const MemoryImage held = modIicDat::IicDat();
+    unfinishedWrite::keep(
+        {.backup = torn.path, .before = {torn.path}, .found = held, .sent = held});
+    EXPECT_EQ(offer(Direction::read), "true" + tip);
+}
+
+TEST_F(RestoreList, ABrokenWriteMakesItsBackupDueAndThatOneIsNotAskedAbout) {
+    safeguards::Report torn;
+    torn.direction = Direction::write;
+    torn.stage = Stage::write;
+    torn.result.outcome = modSession::Outcome::failed;
+    torn.result.furthestAddress = std::int16_t{0x20};
+    torn.result.mostSteps = 4;
+    torn.backup = "new.dat";
+    const auto changed = [&](auto change) {
+        auto report = torn;
+        change(report);
+        return dueAfter(report);
+    };
+    const auto due = dueAfter(torn);
+    EXPECT_EQ(due, "new.dat");
+    EXPECT_EQ(changed([](auto& report) { report.good = true; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& report) { report.backup.clear(); }), std::nullopt);
+    EXPECT_EQ(changed([](auto& report) { report.earlier = {"old.dat"}; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& report) { report.stage = Stage::backUp; }), std::nullopt);
+    EXPECT_FALSE(asksBefore("new.dat", due));
+    EXPECT_TRUE(asksBefore("other.dat", due));
+    EXPECT_TRUE(asksBefore("new.dat", std::nullopt));
+    using enum Stage;
+    EXPECT_EQ(safeguards::stagesOfRestore({.backUpFirst = true, .readBack = true}),
+              (std::vector{restore, compare}));
+    EXPECT_EQ(safeguards::stagesOfRestore({}), std::vector{restore});
+}
+
+}  // namespace
+}  // namespace k520::restoreList
