@@ -17,6 +17,7 @@ declare -A sets=(
         debootstrap zsh fish xvfb xdotool"
     [bench]="libbenchmark-dev"
     [mutants]="python3"
+    [pictures]="xvfb openbox xdotool imagemagick"
     [fuzz]="clang-14 llvm-14 libclang-rt-14-dev"
 )
 
