@@ -4,7 +4,7 @@
 #
 # Takes all pictures of the guides and the README anew, from the real programs: an X server of its own, a
 # window manager, key presses from outside, and a simulated radio at /dev/ttyUSB0 at the speed of a real
-# one. Takes about six minutes.
+# one. Takes five minutes, more on a busy machine.
 #
 #   tools/pictures.sh BIN-FOLDER [FOLDER]    into FOLDER, by default docs/images
 #
@@ -29,8 +29,8 @@ finish() {
     # shellcheck disable=SC2046 # one number a word
     kill $(jobs -p) 2>/dev/null || true
     wait
-    umount "$folder/apart" 2>/dev/null || true
-    rm -rf "$folder"
+    umount --lazy "$folder/pts" "$folder/apart" 2>/dev/null || true
+    rm -rf --one-file-system "$folder"
 }
 trap finish EXIT
 
@@ -56,7 +56,7 @@ mkfifo "$folder/number"
 Xvfb -displayfd 3 -screen 0 1280x900x24 3>"$folder/number" 2>/dev/null &
 read -r number <"$folder/number"
 export DISPLAY=:$number
-openbox &
+openbox 2>/dev/null &
 until xdotool get_num_desktops >/dev/null 2>&1; do sleep 0.1; done
 
 # What the dark desktop of one picture looks like.
@@ -111,19 +111,17 @@ main_window() {
     import -frame -window "$program_window" "$pictures/$1.png"
     echo "$1"
 }
-# The main window with the dialog that lies upon it, cut out of the screen.
-main_with_dialog() {
+# All windows; around them the screen is black.
+windows() {
     sleep 0.3
-    eval "$(xdotool getwindowgeometry --shell "$program_window")"
-    # The frame of the window manager is around what the program sees as its window.
-    import -window root -crop "$((WIDTH + 2))x$((HEIGHT + 25))+$((X - 1))+$((Y - 20))" +repage \
-        "$pictures/$1.png"
+    import -window root "$pictures/$1.png"
+    convert "$pictures/$1.png" -trim +repage "png8:$pictures/$1.png"
     echo "$1"
 }
 
-# radio [FAULT...]: the simulated radio that the cable leads to.
+# The simulated radio that the cable leads to.
 radio() {
-    k520-cli simulate --link /dev/ttyUSB0 "$@" >/dev/null 2>&1 &
+    k520-cli simulate --link /dev/ttyUSB0 >/dev/null 2>&1 &
     radio=$!
     wait_for test -e /dev/ttyUSB0
 }
@@ -147,6 +145,9 @@ fresh_folder() {
     rm -rf "${K520_HOME:?}"
     mkdir -p "$K520_HOME"
     k520-cli config set Setting Language "$1"
+    # The first start would choose the language of the system, and the port.
+    k520-cli config set Setting FirRun 0
+    k520-cli config set Setting COM 9
 }
 click_into_grid() {
     eval "$(xdotool getwindowgeometry --shell "$program_window")"
@@ -207,11 +208,14 @@ pictures_of() {
     wait_for active K520
     no_radio
 
-    # The cable is pulled in the middle of the write, after the backup of 512 blocks.
-    radio --unplug-after 800
+    # The cable is pulled in the middle of the write.
+    radio
     press F6
     wait_for active "$dialog"
     press Return
+    wait_for kept "*_before-write_*.dat" 1
+    sleep 8
+    no_radio
     wait_for active "$notice"
     sleep 0.5
     press Return
@@ -224,7 +228,6 @@ pictures_of() {
     sleep 1
     main_window "guide-errors-$language"
     no_program
-    no_radio
 }
 dark_picture() {
     fresh_folder 1
@@ -232,9 +235,11 @@ dark_picture() {
     program QT_QPA_PLATFORMTHEME=kde KDE_FULL_SESSION=true KDE_SESSION_VERSION=5
     press F5
     wait_for active 通信
+    # With its lower part open it would reach below the main window.
+    xdotool windowmove "$(xdotool getactivewindow)" 330 120
     press alt+d Return
     sleep 9
-    main_with_dialog read-zh-dark
+    windows read-zh-dark
     no_program
     no_radio
 }
@@ -248,7 +253,7 @@ terminal_picture() {
             -e 's/\x1b\[0m/<\/b>/g')
     convert -background '#1b2023' -border 12 -bordercolor '#1b2023' \
         pango:"<span font='DejaVu Sans Mono 10' foreground='#dde3e6'>\$ $2
-$shown</span>" "$pictures/$1.png"
+$shown</span>" "png8:$pictures/$1.png"
     echo "$1"
 }
 
