@@ -229,6 +229,14 @@ TEST_F(Contract, ShowKeepsValuesUnderTheirTitles) {
     EXPECT_THAT(shown, testing::ContainsRegex("0 +0 +first"));
 }
 
+TEST_F(Contract, AValueWithoutATextIsShownAsItIs) {
+    EXPECT_EQ(set("ch1.Bandwidth=Narrow").code, 0);
+    EXPECT_EQ(run({"config", "set", "ChInfo", "3404", ""}).code, 0);
+    const auto shown = channel(1)["parameters"][0];
+    EXPECT_EQ(shown["value"], 1);
+    EXPECT_EQ(shown["text"], "");
+}
+
 TEST_F(Contract, WhatCannotBePrintedIsAFailure) {
     std::filesystem::remove(run.file("run.out"));
     std::filesystem::create_symlink("/dev/full", run.file("run.out"));

@@ -4,12 +4,14 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <functional>
 #include <memory>
 #include <tuple>
 
+#include "app/Descriptor.h"
 #include "cli/Program.h"
 #include "image/datFile.h"
 #include "link/simulator/ptyRadio.h"
@@ -175,6 +177,23 @@ TEST_F(Sessions, FailedAttemptsAreRepeated) {
     const auto unseen = with("read -o @c.dat --trace -");
     EXPECT_TRUE(unseen.code == 0 && exists("c.dat"));
     EXPECT_THAT(unseen.err, HasSubstr("the data list cannot be printed any more"));
+}
+
+TEST_F(Sessions, ATerminalShowsTheDataListOrTheProgress) {
+    for (const bool list : {false, true}) {
+        const Descriptor screen(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK));
+        ASSERT_TRUE(::grantpt(screen.get()) == 0 && ::unlockpt(screen.get()) == 0);
+        std::filesystem::create_symlink(::ptsname(screen.get()), run.file("session.err"));
+        with(list ? "read -o @b.dat --trace -" : "read -o @b.dat", [&](pid_t) {
+            if (radio->counters().exchanges > 0) {
+                std::filesystem::remove(run.file("session.err"));
+                run.folder.write("session.err", "");
+            }
+        });
+        std::array<char, 4096> shown{};
+        EXPECT_EQ(::read(screen.get(), shown.data(), shown.size()) > 0, !list);
+        std::filesystem::remove(run.file("session.err"));
+    }
 }
 
 TEST_F(Sessions, AReadOfAnOddRangeTakesTheRestFromTheDefaultImage) {

@@ -372,6 +372,17 @@ TEST_F(Paper, HoldsTheChannelsThatExistAndAllOptions) {
     }
     EXPECT_THAT(html, HasSubstr("<td>Crystal</td><td>12.8MHz</td>"));
     EXPECT_THAT(html, HasSubstr("<td>Beep</td><td>On</td>"));
+
+    // Up to 24 channels leave room for the options on their page.
+    auto& channels = modChMem::state();
+    channels.vsfgGridCh.reset(26, 9);
+    for (const std::int16_t count : {std::int16_t{24}, std::int16_t{25}}) {
+        channels.ChNum = count;
+        for (int n = 2; n <= count; ++n) {
+            channels.ChInfo(n) = channels.ChInfo(1);
+        }
+        EXPECT_EQ(documentHtml().find("page-break") != std::string::npos, count > 24);
+    }
 }
 
 TEST_F(Paper, APrinterThatFailsIsTold) {

@@ -218,6 +218,7 @@ TEST_F(SysSet, PanelClicksAndFailures) {
     optionPanel::InitFace();
     optionPanel::InitOpt();
     EXPECT_EQ(controls[7].caption, "Beep");
+    EXPECT_EQ(optionPanel::state().frameCaption, "Optional Features");
     EXPECT_EQ(controls[0].items.at(static_cast<std::size_t>(controls[0].selected)), "300s");
     EXPECT_TRUE(controls[6].checked);
     optionPanel::optionClicked(6, 0);
