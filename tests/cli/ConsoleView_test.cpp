@@ -65,6 +65,11 @@ TEST(ConsoleView, FollowsEachStageFromItsStart) {
     EXPECT_EQ(terminal.line(), "") << "taken away";
     view.setStatus("over");
     EXPECT_EQ(terminal.line(), "") << "and stays so";
+    {
+        ConsoleView brief(false);
+        brief.beginStage(Stage::read);
+    }
+    EXPECT_EQ(terminal.line(), "") << "goes with its view";
 }
 
 TEST(ConsoleView, AQuietOneHasNoLine) {

@@ -231,7 +231,7 @@ TEST_F(Contract, ShowKeepsValuesUnderTheirTitles) {
 
 TEST_F(Contract, AValueWithoutATextIsShownAsItIs) {
     EXPECT_EQ(set("ch1.Bandwidth=Narrow").code, 0);
-    EXPECT_EQ(run({"config", "set", "ChInfo", "3404", ""}).code, 0);
+    EXPECT_EQ(run({"config", "set", "ChInfo", "3404", "*EndOfThisItem*"}).code, 0);
     const auto shown = channel(1)["parameters"][0];
     EXPECT_EQ(shown["value"], 1);
     EXPECT_EQ(shown["text"], "");
