@@ -35,6 +35,15 @@ struct StageList : NullView {
     std::string statuses;
 };
 
+/// Counts the pauses in which the interface stands still.
+struct CountingClock : test::SimulatedClock {
+    void sleepUntil(Microseconds deadline) override {
+        ++sleeps;
+        waitUntil(deadline);
+    }
+    int sleeps = 0;
+};
+
 /// Sessions over the first KiB and a bit, which holds the bytes that have no place in a data file.
 class Safeguards : public testing::Test {
   protected:
@@ -92,7 +101,7 @@ class Safeguards : public testing::Test {
     [[nodiscard]] std::size_t backupCount() const { return backups::list().size(); }
 
     test::TempFolder folder;
-    test::SimulatedClock clock;
+    CountingClock clock;
     test::ScriptedDialogs dialogs;
     StageList view;
     std::shared_ptr<SimRadio> radio;
@@ -113,6 +122,7 @@ TEST_F(Safeguards, AWriteIsBackedUpComparedAndCanBeTakenBack) {
     const auto sent = IicDat();
     EXPECT_TRUE(restore(view, backups::latestBeforeWrite()->path, all).good);
     EXPECT_EQ(memory(), before);
+    EXPECT_EQ(clock.sleeps, 1) << "only the write itself, of five sessions";
     EXPECT_EQ(IicDat(), sent) << "a restore is none of the image's business";
     EXPECT_EQ(backupCount(), 1U);
     EXPECT_THAT(unfinished(), testing::IsEmpty());
