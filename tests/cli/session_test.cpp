@@ -11,7 +11,7 @@
 #include <memory>
 #include <tuple>
 
-#include "app/Descriptor.h"
+#include "base/posix/Descriptor.h"
 #include "cli/Program.h"
 #include "image/datFile.h"
 #include "link/simulator/ptyRadio.h"
