@@ -8,16 +8,12 @@
 #include <string>
 
 #include "app/mdimoduMain.h"
-#include "app/modShowErr.h"
+#include "base/ModuleState.h"
 #include "channels/modChMem.h"
-#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "link/protocol/comPorts.h"
 #include "link/protocol/modCommun.h"
-#include "memview/modMemDat.h"
-#include "program/modFileCmd.h"
 #include "program/modStartUp.h"
-#include "settings/modSysSet.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempFolder.h"
 
@@ -27,7 +23,7 @@ namespace k520::faults {
 class DesktopCore : public testing::Test {
   protected:
     DesktopCore() { std::filesystem::create_directory(folder / "home"); }
-    ~DesktopCore() override { forget(); }
+    ~DesktopCore() override { resetModules(); }
 
     [[nodiscard]] std::string home() const { return (folder / "home").string(); }
     [[nodiscard]] std::string settings() const { return folder.read("home/Uninstall.exe"); }
@@ -38,20 +34,9 @@ class DesktopCore : public testing::Test {
         return text.replace(text.find("FirRun=1"), 8, "FirRun=0");
     }
 
-    static void forget() {
-        mdimoduMain::state() = {};
-        modShowErr::state() = {};
-        modIicDat::state() = {};
-        modChMem::state() = {};
-        modSysSet::state() = {};
-        modMemDat::state() = {};
-        modCommun::state() = {};
-        modFileCmd::state() = {};
-        documentOrigin::state() = {};
-    }
     /// A start of a new process with these settings; the machine's own ports are useless to it.
     modStartUp::StartResult start(const std::string& settings) {
-        forget();
+        resetModules();
         // Old enough for its stamp to be believed.
         std::filesystem::last_write_time(folder.write("home/Uninstall.exe", settings),
                                          firstStamp_ + std::chrono::seconds(stamp_++));

@@ -9,7 +9,9 @@
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "base/Dialogs.h"
+#include "base/ModuleState.h"
 #include "channels/modChMem.h"
+#include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
 #include "link/session/safeguards.h"
 #include "link/simulator/virtualPort.h"
@@ -193,11 +195,7 @@ LinkBench::LinkBench() : parts_(std::make_unique<Parts>()) {
 }
 
 LinkBench::~LinkBench() {
-    modCommun::state() = {};
-    modChMem::state() = {};
-    modIicDat::state() = {};
-    modShowErr::state() = {};
-    mdimoduMain::state() = {};
+    resetModules();
     theCounter = nullptr;
 }
 

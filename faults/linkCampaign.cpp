@@ -17,6 +17,7 @@
 #include <thread>
 
 #include "faults/LinkCase.h"
+#include "image/modIicDat.h"
 
 namespace {
 

@@ -7,7 +7,9 @@
 #include <algorithm>
 
 #include "faults/LinkCase.h"
+#include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
 
 namespace k520::test {
 namespace {

@@ -9,11 +9,14 @@
 #include <cstring>
 #include <set>
 
+#include "app/modShowErr.h"
 #include "base/Files.h"
 #include "faults/Campaign.h"
 #include "faults/DesktopCore.h"
 #include "image/datFile.h"
+#include "image/modIicDat.h"
 #include "link/port/posixPort.h"
+#include "program/modFileCmd.h"
 
 namespace k520::faults {
 namespace {

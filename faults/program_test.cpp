@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "app/modShowErr.h"
+#include "base/ModuleState.h"
 #include "channels/modChMem.h"
 #include "cli/Program.h"
 #include "faults/KilledWrite.h"
@@ -108,10 +109,7 @@ TEST(ProgramFaults, TheSameProcessGoesOnWhenTheCableIsBack) {
         EXPECT_EQ(modShowErr::state().entries.size(), 1U) << "told once, of the first session";
     }
     EXPECT_EQ(modIicDat::IicDat()(0x43F), 0xFF);
-    modCommun::state() = {};
-    modChMem::state() = {};
-    modIicDat::state() = {};
-    modShowErr::state() = {};
+    resetModules();
 }
 
 TEST(ProgramFaults, AKilledWriteLeavesTheBackupAndARadioThatItRestores) {

@@ -7,9 +7,11 @@
 #include <random>
 #include <sstream>
 
+#include "app/modShowErr.h"
 #include "app/profileText.h"
 #include "faults/Campaign.h"
 #include "faults/DesktopCore.h"
+#include "settings/modSysSet.h"
 
 namespace k520::faults {
 namespace {

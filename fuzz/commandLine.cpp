@@ -10,6 +10,7 @@
 #include <deque>
 #include <map>
 
+#include "app/mdimoduMain.h"
 #include "base/Files.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
@@ -245,7 +246,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int count = static_cast<int>(pointers.size());
     pointers.push_back(nullptr);
     folder.restore();
-    fuzz::forgetAll();
+    resetModules();
     int code = 0;
     {
         const Silence silence;

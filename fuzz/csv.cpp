@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "app/modShowErr.h"
 #include "cli/Failure.h"
 #include "cli/channelCsv.h"
 #include "cli/csvText.h"

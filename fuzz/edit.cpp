@@ -4,12 +4,18 @@
 
 #include <array>
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
 #include "base/Dialogs.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
+#include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
+#include "channels/modModel.h"
 #include "channels/toneCode.h"
+#include "program/modFileCmd.h"
+#include "settings/modSysSet.h"
 #include "settings/optionPanel.h"
 #include "settings/optionTable.h"
 #include "support.h"

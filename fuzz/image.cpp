@@ -5,8 +5,12 @@
 
 #include <array>
 
+#include "app/modShowErr.h"
 #include "channels/channelRecord.h"
+#include "channels/modChMem.h"
 #include "image/datFile.h"
+#include "image/modIicDat.h"
+#include "settings/modSysSet.h"
 #include "settings/optionTable.h"
 #include "support.h"
 

@@ -7,7 +7,9 @@
 #include <memory>
 #include <vector>
 
+#include "app/modShowErr.h"
 #include "base/RuntimeError.h"
+#include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
 #include "link/protocol/scriptText.h"
 #include "link/session/modSession.h"

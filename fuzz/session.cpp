@@ -6,6 +6,8 @@
 #include <memory>
 #include <vector>
 
+#include "app/modShowErr.h"
+#include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
 #include "link/session/modSession.h"
 #include "link/simulator/simRadio.h"

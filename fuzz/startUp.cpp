@@ -8,9 +8,11 @@
 #include <array>
 #include <ctime>
 
+#include "app/mdimoduMain.h"
 #include "app/profileText.h"
 #include "base/RuntimeError.h"
 #include "channels/modCtdcs.h"
+#include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
 #include "support.h"
 #include "support/TempFolder.h"
@@ -96,7 +98,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const int usablePort = source.below(20);
     const bool present = source.byte() != 0;
     const std::string text = source.restText();
-    fuzz::forgetAll();
+    resetModules();
     mdimoduMain::state().programFolder = folder.path();
     modCommun::state().portMaker = [&](std::int16_t number) {
         return std::make_unique<InputPort>(number == usablePort);

@@ -14,6 +14,7 @@
 
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "base/ModuleState.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
@@ -36,23 +37,6 @@ inline void require(bool holds, std::string_view what) {
         std::fprintf(stderr, "violated: %.*s\n", static_cast<int>(what.size()), what.data());
         std::abort();
     }
-}
-
-/// Puts every module back to the state of a new process.
-inline void forgetAll() {
-    mdimoduMain::state() = {};
-    modShowErr::state() = {};
-    modIicDat::state() = {};
-    modCommun::state() = {};
-    modModel::state() = {};
-    modSysSet::state() = {};
-    modMemDat::state() = {};
-    modFileCmd::state() = {};
-    documentOrigin::state() = {};
-    virtualRadio::state() = {};
-    modChEdit::state() = {};
-    static const modChMem::State fresh;
-    modChMem::state() = fresh;
 }
 
 /// Takes an input apart from its front. After its end it gives zeros and empty texts.

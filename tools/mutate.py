@@ -29,13 +29,25 @@ from dataclasses import dataclass
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
+# The folders of the core, from the ground up: none includes one that comes after it.
+FOLDERS = (
+    "base", "app", "image", "settings", "channels", "memview", "document",
+    "link/port", "link/simulator", "link/protocol", "link/session", "program",
+)  # fmt: skip
+
+
+def tests_of(folder):
+    return f"k520_{folder.replace('/', '_')}_tests"
+
+
+UNTESTED = {"link/port"}  # by a program of its own: the simulator's tests are its tests
 # Quick ones first; a test belongs to the first pattern of its program that takes it.
 STEPS = (
-    ("k520_core_tests", "-*Faults.*"),
+    *((tests_of(folder), "-*Faults.*") for folder in FOLDERS if folder not in UNTESTED),
     ("k520_cli_tests", "Contract.*"),
     ("replays", ""),
     ("k520_cli_tests", "-Contract.*:*Faults.*"),
-    ("k520_core_tests", "*Faults.*"),
+    ("k520_link_session_tests", "*Faults.*"),
     ("k520_cli_tests", "*Faults.*"),
     ("k520_house_tests", "*"),
 )
@@ -308,9 +320,9 @@ class Workshop:
             path.write_bytes(source)
 
     def tested(self, change):
-        of_cli = change.file.startswith("src/cli/")
+        below = untouched_by(change.file)
         for step in self.steps:
-            if of_cli and step.program == "k520_core_tests":
+            if step.program in below:
                 continue
             if not self.make(*self.targets_of(step)):
                 return "did not compile", ""
@@ -323,6 +335,13 @@ class Workshop:
             # All replays are wanted soon after the first.
             return [other.program for other in self.steps if not other.pattern]
         return [step.program, "k520-cli"] if step.program == "k520_cli_tests" else [step.program]
+
+
+def untouched_by(file):
+    """The tests of the folders below that of a file, which do not link it."""
+    folder = file.removeprefix("src/").rpartition("/")[0].removesuffix("/posix")
+    below = FOLDERS[: FOLDERS.index(folder)] if folder in FOLDERS else FOLDERS
+    return {tests_of(other) for other in below}
 
 
 def without(pattern, other):

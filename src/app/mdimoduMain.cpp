@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "base/Files.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "base/causeTexts.h"
 
@@ -113,8 +114,8 @@ void requireHoldable(std::string_view section, std::span<const KeyValue> values)
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 fs::path findFile(std::string_view name) {

@@ -11,6 +11,7 @@
 
 #include "app/errTexts.h"
 #include "base/Clock.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "base/causeTexts.h"
 #include "base/generalDate.h"
@@ -35,8 +36,8 @@ void addTimeLine() {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void notePendingFailure() noexcept {

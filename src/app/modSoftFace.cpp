@@ -8,6 +8,7 @@
 #include "app/mdimoduMain.h"
 #include "app/softFaceTexts.h"
 #include "base/Checked.h"
+#include "base/ModuleState.h"
 
 namespace k520::modSoftFace {
 
@@ -22,8 +23,8 @@ void storeTexts(std::string_view SoftFaceRow::*column) {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void FillSoftFace(std::int16_t& language) {

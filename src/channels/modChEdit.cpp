@@ -10,6 +10,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
 #include "base/Checked.h"
+#include "base/ModuleState.h"
 #include "channels/channelEdit.h"
 #include "channels/channelTexts.h"
 #include "channels/frequency.h"
@@ -101,8 +102,8 @@ void stepValue(int row, int col) {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 std::string shownRemark() {

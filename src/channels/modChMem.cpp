@@ -3,6 +3,7 @@
 #include "channels/modChMem.h"
 
 #include "app/Guard.h"
+#include "base/ModuleState.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
 #include "image/documentOrigin.h"
@@ -23,8 +24,8 @@ void restoreRecord(int channel) {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 const ColumnDefinition& columnOf(int number) {

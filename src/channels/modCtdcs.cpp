@@ -7,6 +7,7 @@
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "base/Checked.h"
+#include "base/ModuleState.h"
 
 namespace k520::modCtdcs {
 
@@ -24,8 +25,8 @@ void addTexts(const auto& texts, std::size_t& index) {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void GenCtdcsList() {

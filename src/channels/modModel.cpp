@@ -12,6 +12,7 @@
 #include "base/Bcd.h"
 #include "base/Checked.h"
 #include "base/Dialogs.h"
+#include "base/ModuleState.h"
 #include "channels/cellText.h"
 #include "channels/codecTexts.h"
 #include "channels/frequency.h"
@@ -91,8 +92,8 @@ std::optional<std::int32_t> customLimit(std::string_view text) {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 std::span<const Band, bandCount> bands() noexcept {

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "base/ModuleState.h"
+
 namespace k520::documentOrigin {
 
 namespace {
@@ -21,8 +23,8 @@ void tellFollowers() {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void begin(Origin origin) {

@@ -7,12 +7,13 @@
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "base/Files.h"
+#include "base/ModuleState.h"
 
 namespace k520::modIicDat {
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void sizeArrays(std::int16_t datNum) {

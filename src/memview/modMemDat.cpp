@@ -9,6 +9,7 @@
 
 #include "app/Guard.h"
 #include "base/Checked.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "base/causeTexts.h"
 #include "image/documentOrigin.h"
@@ -110,8 +111,8 @@ int hexDigitValue(char digit) noexcept {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 std::string rowTitle(int address) {

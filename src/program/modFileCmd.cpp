@@ -14,6 +14,7 @@
 #include "app/ownTexts.h"
 #include "base/Dialogs.h"
 #include "base/Files.h"
+#include "base/ModuleState.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "channels/plausibility.h"
@@ -168,8 +169,8 @@ void saveKeeping() {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 std::string shownRemark() {

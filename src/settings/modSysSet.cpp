@@ -12,6 +12,7 @@
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "base/Checked.h"
+#include "base/ModuleState.h"
 #include "image/modIicDat.h"
 #include "settings/optionTable.h"
 
@@ -92,8 +93,8 @@ constexpr std::array operations{loadBoth, saveNow, defaultToNow, nowToDefault};
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void OptSelSaveSol(std::int16_t mode) {

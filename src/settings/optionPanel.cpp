@@ -10,6 +10,7 @@
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
 #include "base/Checked.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "image/documentOrigin.h"
 #include "settings/modSysSet.h"
@@ -101,8 +102,8 @@ void tellChanged() {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void InitFace() {

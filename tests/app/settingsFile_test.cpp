@@ -4,6 +4,7 @@
 
 #include <thread>
 
+#include "app/mdimoduMain.h"
 #include "base/Files.h"
 #include "support/ProgramFolder.h"
 

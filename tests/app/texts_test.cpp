@@ -9,6 +9,8 @@
 
 #include "app/Guard.h"
 #include "app/errTexts.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
 #include "app/softFaceTexts.h"
 #include "base/causeTexts.h"
 #include "base/generalDate.h"

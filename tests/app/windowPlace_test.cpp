@@ -2,6 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/windowPlace.h"
 
+#include "app/mdimoduMain.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::windowPlace {

@@ -2,6 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "channels/modChMem.h"
+#include "image/modIicDat.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::test {

@@ -2,8 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/gridPaste.h"
 
+#include "app/mdimoduMain.h"
 #include "channels/ChannelFixture.h"
 #include "channels/modChEdit.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
 
 namespace k520::gridPaste {
 namespace {

@@ -3,6 +3,7 @@
 #include <random>
 
 #include "channels/ChannelFixture.h"
+#include "image/modIicDat.h"
 
 namespace k520::modChMem {
 namespace {

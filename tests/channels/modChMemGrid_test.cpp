@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/mdimoduMain.h"
 #include "channels/ChannelFixture.h"
+#include "channels/modModel.h"
+#include "image/modIicDat.h"
+#include "settings/modSysSet.h"
 
 namespace k520::modChMem {
 namespace {

@@ -3,6 +3,7 @@
 #include "channels/modModel.h"
 
 #include "channels/ChannelFixture.h"
+#include "image/modIicDat.h"
 
 namespace k520::modModel {
 namespace {

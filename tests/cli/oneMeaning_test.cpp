@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/mdimoduMain.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
+#include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/channelCsv.h"
 #include "cli/csvText.h"
 #include "cli/edit.h"
+#include "program/modFileCmd.h"
 #include "program/modStartUp.h"
 #include "support/ProgramFolder.h"
 
@@ -200,11 +203,11 @@ TEST_F(OneMeaning, AnExportOfOneLanguageIsTakenInTheOther) {
     cli::applyEdit("ch2.decode", "无");
     cli::applyEdit("ch2.BusyLock", "tone");
     const auto chinese = cli::channelCsv();
-    forget();
+    resetModules();
     start(mdimoduMain::languageEnglish);
     cli::takeChannelCsv(chinese);
     const auto english = cli::channelCsv();
-    forget();
+    resetModules();
     start(mdimoduMain::languageChinese);
     cli::takeChannelCsv(english);
     EXPECT_EQ(cli::channelCsv(), chinese);

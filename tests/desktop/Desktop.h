@@ -9,10 +9,13 @@
 #include <QTest>
 #include <QtWidgets>
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
 #include "base/Files.h"
 #include "desktop/main/mdifrmMain.h"
 #include "desktop/widgets/EditTable.h"
 #include "desktop/widgets/qtText.h"
+#include "link/protocol/comPorts.h"
 #include "program/modStartUp.h"
 #include "support/ProgramFolder.h"
 

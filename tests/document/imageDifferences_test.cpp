@@ -4,6 +4,8 @@
 
 #include <gmock/gmock.h>
 
+#include "channels/modChMem.h"
+#include "image/modIicDat.h"
 #include "settings/optionTable.h"
 #include "support/ProgramFolder.h"
 

@@ -2,8 +2,11 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <random>
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
 #include "base/Files.h"
 #include "image/datFile.h"
+#include "image/modIicDat.h"
 #include "image/stamp.h"
 #include "support/ProgramFolder.h"
 

@@ -5,6 +5,8 @@
 #include <numeric>
 #include <set>
 
+#include "app/modShowErr.h"
+#include "image/modIicDat.h"
 #include "memview/partialFill.h"
 #include "support/ProgramFolder.h"
 

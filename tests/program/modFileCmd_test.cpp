@@ -6,12 +6,23 @@
 #include <csignal>
 #include <set>
 
+#include "app/mdimoduMain.h"
+#include "app/modSoftFace.h"
 #include "base/Files.h"
 #include "channels/ChannelFixture.h"
+#include "channels/gridCells.h"
 #include "channels/modChEdit.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
 #include "image/datFile.h"
+#include "image/documentOrigin.h"
+#include "image/modIicDat.h"
+#include "memview/modMemDat.h"
+#include "program/modFileCmd.h"
 #include "program/modPrint.h"
 #include "program/modStartUp.h"
+#include "settings/modSysSet.h"
+#include "settings/optionPanel.h"
 
 namespace k520 {
 namespace {
@@ -55,6 +66,16 @@ TEST_F(FileCommands, TheCurrentFileIsToldAtOnce) {
     state().onFilePanel = [&] { told = state().filePanel; };
     setCurrentFile("some.dat");
     EXPECT_THAT(told, HasSubstr("some.dat"));
+}
+
+TEST_F(FileCommands, NewForgetsTheDefaultsThatAUserHasSaved) {
+    modModel::selectBand(0);  // 136 to 174 MHz
+    EXPECT_TRUE(gridCells::store(2, 1, "150"));
+    EXPECT_TRUE(gridCells::store(2, 3, "67.0"));
+    modChEdit::saveAsDefault(2);
+    NewFileSol();
+    EXPECT_TRUE(gridCells::store(4, 1, "151"));
+    EXPECT_EQ(row(4).substr(0, 18), "151|151|None|None|");
 }
 
 TEST_F(FileCommands, EveryAnswerOfEveryCommand) {

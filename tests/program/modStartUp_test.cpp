@@ -4,6 +4,15 @@
 
 #include <fmt/format.h>
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "image/modIicDat.h"
+#include "link/protocol/comPorts.h"
+#include "link/protocol/modCommun.h"
+#include "memview/modMemDat.h"
+#include "program/modFileCmd.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::modStartUp {
@@ -24,7 +33,7 @@ class StartUp : public test::ProgramFolder {
   protected:
     /// A start of a new process, to which the machine's own ports are useless.
     StartResult start() {
-        forget();
+        resetModules();
         mdimoduMain::state().programFolder = home;
         mdimoduMain::state().shippedFolder = shipped;
         modCommun::state().portMaker = [](std::int16_t number) {
@@ -176,7 +185,7 @@ TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
                             channels.vsfgGridCh.rows(), channels.ChInfo(1).present(),
                             mdimoduMain::state().lockState);
     };
-    forget();
+    resetModules();
     mdimoduMain::state().programFolder = home;
     mdimoduMain::state().shippedFolder = shipped;
     modSoftFace::state() = {};

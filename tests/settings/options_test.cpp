@@ -2,6 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "image/modIicDat.h"
+#include "settings/modSysSet.h"
+#include "settings/optionPanel.h"
 #include "settings/optionTable.h"
 #include "support/ProgramFolder.h"
 

@@ -14,6 +14,7 @@
 
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
+#include "base/ModuleState.h"
 #include "link/port/portTexts.h"
 #include "link/port/posixPort.h"
 #include "link/protocol/modCommun.h"
@@ -100,8 +101,8 @@ std::optional<RuntimeError> troubleWith(std::int16_t number) {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 std::string platformDevice(Platform platform, std::int16_t number) {

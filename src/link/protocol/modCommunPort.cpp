@@ -5,6 +5,7 @@
 
 #include "app/Guard.h"
 #include "base/Clock.h"
+#include "base/ModuleState.h"
 #include "link/protocol/comPorts.h"
 #include "link/protocol/dataLog.h"
 #include "link/protocol/modCommun.h"
@@ -18,8 +19,8 @@ constexpr std::int16_t mostDataLines = 3000;
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 CommunView& theView() noexcept {

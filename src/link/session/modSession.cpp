@@ -12,6 +12,7 @@
 #include "app/modSoftFace.h"
 #include "base/Checked.h"
 #include "base/Dialogs.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "image/documentOrigin.h"
@@ -363,8 +364,8 @@ constexpr std::array<FieldRow, 5> fieldRows{{
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 Result cmdRead_Click(CommunView& view) {

@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "app/modSoftFace.h"
+#include "base/ModuleState.h"
 #include "channels/frequency.h"
 #include "image/modIicDat.h"
 #include "image/stamp.h"
@@ -19,8 +20,8 @@ constexpr int unknownTimeText = 179;
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 void lblDebug_Click() {

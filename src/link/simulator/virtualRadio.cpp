@@ -14,6 +14,7 @@
 
 #include "app/mdimoduMain.h"
 #include "base/Files.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "channels/channelRecord.h"
 #include "channels/frequency.h"
@@ -137,8 +138,8 @@ class KeepingPort : public VirtualPort {
 }  // namespace
 
 State& state() {
-    static State instance;
-    return instance;
+    static ModuleState<State> instance;
+    return *instance;
 }
 
 std::vector<std::uint8_t> firstMemory() {

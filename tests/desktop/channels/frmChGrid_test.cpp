@@ -3,9 +3,13 @@
 #include "desktop/channels/frmChGrid.h"
 #include "desktop/channels/frmChFrequency.h"
 
+#include "app/mdimoduMain.h"
 #include "channels/channelTexts.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
 #include "desktop/Desktop.h"
 #include "desktop/widgets/CellGridModel.h"
+#include "image/modIicDat.h"
 
 namespace k520 {
 namespace {

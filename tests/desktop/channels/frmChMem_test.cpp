@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "desktop/channels/frmChMem.h"
+#include "channels/modChMem.h"
+#include "channels/modModel.h"
 #include "desktop/Desktop.h"
 #include "desktop/channels/frmCustomFre.h"
+#include "image/modIicDat.h"
 
 namespace k520 {
 namespace {

@@ -1,12 +1,19 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/mdimoduMain.h"
+#include "channels/modModel.h"
 #include "desktop/Desktop.h"
 #include "desktop/link/frmCommun.h"
 #include "desktop/link/frmCommunLight.h"
 #include "desktop/link/frmCommunList.h"
 #include "desktop/link/frmRadioInfo.h"
 #include "desktop/link/frmToolCom.h"
+#include "image/modIicDat.h"
 #include "image/stamp.h"
+#include "link/protocol/comPorts.h"
+#include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
+#include "link/session/radioInfo.h"
 #include "link/simulator/virtualPort.h"
 
 namespace k520 {
@@ -467,7 +474,7 @@ TEST_F(PortDialog, ShowsWhatEachPortIsAndWhyOneIsNot) {
 
 TEST_F(PortDialog, ShowsAllPortsWhereTheScreenHasRoom) {
     for (const int language : {mdimoduMain::languageChinese, mdimoduMain::languageEnglish}) {
-        forget();
+        resetModules();
         start(language);
         frmToolCom dialog;
         dialog.show();

@@ -4,11 +4,18 @@
 #include <random>
 #include <span>
 
+#include "app/modSoftFace.h"
 #include "channels/channelTexts.h"
 #include "channels/modChEdit.h"
+#include "channels/modChMem.h"
 #include "desktop/Desktop.h"
 #include "desktop/memview/frmMemDat.h"
 #include "image/datFile.h"
+#include "image/modIicDat.h"
+#include "link/simulator/virtualRadio.h"
+#include "memview/modMemDat.h"
+#include "program/modFileCmd.h"
+#include "settings/modSysSet.h"
 #include "settings/optionTable.h"
 
 namespace k520 {
@@ -49,7 +56,7 @@ class MainJob : public test::MainWindow {
 TEST_F(MainJob, ReadEditWriteSaveAndReopenInEveryLanguage) {
     for (const int language : {1, 2, 3}) {
         SCOPED_TRACE(language);
-        forget();
+        resetModules();
         std::filesystem::remove(folder / "virtual-radio.bin");
         open(language);
         const std::string first = cell(1, 1);

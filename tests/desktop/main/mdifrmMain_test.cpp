@@ -2,9 +2,13 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "desktop/main/mdifrmMain.h"
 
+#include "app/mdimoduMain.h"
 #include "app/ownTexts.h"
 #include "channels/modChEdit.h"
+#include "channels/modChMem.h"
 #include "desktop/Desktop.h"
+#include "program/modFileCmd.h"
+#include "settings/optionPanel.h"
 
 namespace k520 {
 namespace {
@@ -50,7 +54,7 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
     };
     for (const auto& face : faces) {
         SCOPED_TRACE(face.language);
-        forget();
+        resetModules();
         open(face.language);
         if (face.language != 2) {
             EXPECT_TRUE(stdText(main->windowTitle()).starts_with(face.title));
@@ -168,7 +172,7 @@ TEST_F(MainWindow, EditMenuActsOnTheChannelsInFront) {
          "Cu&t|&Copy|&Paste|&Delete cells|---|Select &all|---|!&Open channel 2|"
          "De&lete channel 2|&Save as default|---|Delete all cha&nnels|"}};
     for (const auto& [language, items] : faces) {
-        forget();
+        resetModules();
         open(language);
         modChEdit::openChannel(2);
         auto& grid = find<QTableView>(*main, "vsfgGridCh");
@@ -247,7 +251,7 @@ TEST_F(MainWindow, ComesBackWhereItWasAndNeverBeyondTheScreen) {
     const std::tuple<const char*, QPoint, int> starts[] = {{"0,70,900,500", {0, 70}, 500},
                                                            {"5000,-900,4000,510", {0, 0}, 510}};
     for (const auto& [place, where, height] : starts) {
-        forget();
+        resetModules();
         open(3, fmt::format("WindowPlace={}\n", place));
         EXPECT_EQ(main->pos(), where);
         EXPECT_EQ(main->height(), height);

@@ -4,8 +4,14 @@
 // editor must be gone. Looked at is what the command made, not the cell.
 #include <span>
 
+#include "app/mdimoduMain.h"
+#include "channels/modChMem.h"
 #include "desktop/Desktop.h"
 #include "image/datFile.h"
+#include "image/modIicDat.h"
+#include "link/simulator/virtualRadio.h"
+#include "memview/modMemDat.h"
+#include "program/modFileCmd.h"
 
 namespace k520 {
 namespace {

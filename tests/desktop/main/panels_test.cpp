@@ -4,11 +4,16 @@
 #include <set>
 
 #include "app/mainMenus.h"
+#include "app/mdimoduMain.h"
 #include "app/mnemonics.h"
 #include "desktop/Desktop.h"
 #include "desktop/memview/frmMemDat.h"
 #include "desktop/memview/frmPartFill.h"
 #include "desktop/settings/frmOptPanel.h"
+#include "image/modIicDat.h"
+#include "memview/modMemDat.h"
+#include "settings/modSysSet.h"
+#include "settings/optionPanel.h"
 
 namespace k520 {
 namespace {
@@ -20,7 +25,7 @@ using testing::Property;
 class OptPanel : public test::Desktop {
   protected:
     void open(int language = mdimoduMain::languageEnglish) {
-        forget();
+        resetModules();
         start(language);
         optionPanel::InitFace();
         optionPanel::InitOpt();

@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "app/Guard.h"
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
 #include "desktop/Desktop.h"
 #include "desktop/channels/frmChMem.h"
 #include "desktop/channels/frmCustomFre.h"
@@ -18,6 +20,7 @@
 #include "desktop/widgets/DesktopClock.h"
 #include "desktop/widgets/LineListModel.h"
 #include "desktop/widgets/icons.h"
+#include "settings/optionPanel.h"
 
 namespace k520 {
 namespace {
@@ -81,7 +84,7 @@ std::string nameless(const QWidget& window) {
 
 TEST_F(Windows, SpeakTheLanguageAndNameTheirControlsWithoutOne) {
     for (const int language : {1, 2, 3}) {
-        forget();
+        resetModules();
         start(language);
         optionPanel::InitFace();
         optionPanel::InitOpt();
@@ -357,7 +360,7 @@ TEST_F(TreeView, HasItsNodesInEveryLanguage) {
          {std::pair(1, "Norvik-K520|本机信息|信道信息|整机设置|"),
           {2, "||||"},
           {3, "ZEV-K520|Radio Info|Channel Info|Optional Features|"}}) {
-        forget();
+        resetModules();
         start(language);
         frmTreeView window;
         window.InitRadioSet();

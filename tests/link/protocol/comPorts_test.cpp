@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/protocol/comPorts.h"
 
+#include "app/mdimoduMain.h"
+#include "link/protocol/modCommun.h"
 #include "link/simulator/virtualPort.h"
 #include "support/ProgramFolder.h"
 

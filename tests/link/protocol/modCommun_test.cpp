@@ -4,6 +4,9 @@
 
 #include <numeric>
 
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "image/modIicDat.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::modCommun {

@@ -12,6 +12,8 @@
 #include <filesystem>
 
 #include "app/mdimoduMain.h"
+#include "base/ModuleState.h"
+#include "image/modIicDat.h"
 #include "support/Raised.h"
 #include "support/SimulatedClock.h"
 #include "support/TempFolder.h"
@@ -25,10 +27,7 @@ class Backups : public testing::Test {
         mdimoduMain::state().programFolder = folder.path();
         modIicDat::sizeArrays(0x42F);
     }
-    ~Backups() override {
-        mdimoduMain::state() = {};
-        modIicDat::state() = {};
-    }
+    ~Backups() override { resetModules(); }
 
     test::TempFolder folder;
     test::SimulatedClock clock;

@@ -2,7 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/session/modSession.h"
 
+#include "app/mdimoduMain.h"
+#include "app/modShowErr.h"
+#include "app/modSoftFace.h"
+#include "channels/modChMem.h"
+#include "image/modIicDat.h"
+#include "link/protocol/modCommun.h"
 #include "link/simulator/virtualPort.h"
+#include "memview/modMemDat.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::modSession {

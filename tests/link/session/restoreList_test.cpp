@@ -2,7 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/session/restoreList.h"
 
+#include "app/mdimoduMain.h"
 #include "base/Text.h"
+#include "image/modIicDat.h"
+#include "link/session/modSession.h"
 #include "link/session/unfinishedWrite.h"
 #include "support/ProgramFolder.h"
 

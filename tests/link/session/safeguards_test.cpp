@@ -7,9 +7,11 @@
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "base/ModuleState.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
+#include "link/session/modSession.h"
 #include "link/session/sessionAdvice.h"
 #include "link/session/unfinishedWrite.h"
 #include "link/session/waysBack.h"
@@ -48,24 +50,16 @@ struct CountingClock : test::SimulatedClock {
 class Safeguards : public testing::Test {
   protected:
     Safeguards() {
+        resetModules();
         std::int16_t english = 3;
         modSoftFace::FillSoftFace(english);
         mdimoduMain::state().programFolder = folder.path();
-        modShowErr::state() = {};
-        modIicDat::state() = {};
         modIicDat::sizeArrays(8191);
-        modChMem::state() = {};
-        modSysSet::state() = {};
         modChMem::SetChGrid();
         modIicDat::state().readRange = modIicDat::state().writeRange = {0, 0x42F};
         plug();
     }
-    ~Safeguards() override {
-        modCommun::state() = {};
-        modChMem::state() = {};
-        modIicDat::state() = {};
-        mdimoduMain::state() = {};
-    }
+    ~Safeguards() override { resetModules(); }
 
     void plug(SimFaults faults = {}) {
         std::vector<std::uint8_t> memory(SimRadio::memorySize);

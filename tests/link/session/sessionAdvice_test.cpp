@@ -2,7 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/session/sessionAdvice.h"
 
+#include "app/modShowErr.h"
 #include "base/Text.h"
+#include "link/session/modSession.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::sessionAdvice {

@@ -2,6 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <random>
 
+#include "app/mdimoduMain.h"
+#include "link/simulator/virtualRadio.h"
 #include "support/ProgramFolder.h"
 
 namespace k520 {
