@@ -14,7 +14,7 @@
 
 #include "app/mdimoduMain.h"
 #include "image/modIicDat.h"
-#include "link/port/posixPort.h"
+#include "link/port/posix/posixPort.h"
 #include "link/protocol/modCommun.h"
 #include "link/session/modSession.h"
 #include "link/simulator/ptyRadio.h"

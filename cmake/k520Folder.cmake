@@ -1,3 +1,10 @@
+# What differs between systems stands in a folder of this name below the one that needs it.
+if(WIN32)
+  set(K520_PLATFORM windows)
+else()
+  set(K520_PLATFORM posix)
+endif()
+
 # k520_folder(FOLDER [QT] [USES LIBRARY...])
 #
 # Makes a library of a folder below src: link/port becomes k520_link_port. A header is named by its
@@ -7,7 +14,8 @@
 function(k520_folder folder)
   cmake_parse_arguments(PARSE_ARGV 1 arg "QT" "" "USES")
   string(REPLACE "/" "_" name k520_${folder})
-  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.h ${folder}/*.cpp ${folder}/posix/*.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.h ${folder}/*.cpp
+       ${folder}/${K520_PLATFORM}/*.h ${folder}/${K520_PLATFORM}/*.cpp)
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
   add_library(${name} STATIC ${sources})
 

@@ -15,7 +15,7 @@
 #include "faults/DesktopCore.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
-#include "link/port/posixPort.h"
+#include "link/port/posix/posixPort.h"
 #include "program/modFileCmd.h"
 
 namespace k520::faults {

@@ -14,7 +14,7 @@
 #include "faults/KilledWrite.h"
 #include "image/modIicDat.h"
 #include "link/port/deviceLink.h"
-#include "link/port/posixPort.h"
+#include "link/port/posix/posixPort.h"
 #include "link/protocol/modCommun.h"
 #include "link/session/modSession.h"
 #include "link/simulator/ptyRadio.h"

@@ -2,20 +2,18 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/programFolder.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstdlib>
 #include <exception>
 #include <system_error>
 
 #include "app/mdimoduMain.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "base/UserFolders.h"
 #include "base/causeTexts.h"
+#include "base/environment.h"
 
 namespace k520::programFolder {
 
@@ -25,14 +23,9 @@ namespace {
 
 constexpr std::array shippedNames{mdimoduMain::settingsFileName, mdimoduMain::defaultImageFileName};
 
-std::string environment(const char* name) {
-    const char* value = std::getenv(name);
-    return value == nullptr ? std::string() : std::string(value);
-}
-
 /// Beside the programs in an installed tree and in a build tree alike.
 fs::path findShippedFolder() {
-    const fs::path beside = executableFolder() / ".." / "share" / "k520";
+    const fs::path beside = userFolders::executable() / ".." / "share" / "k520";
     std::error_code error;
     const auto found = fs::status(beside / mdimoduMain::settingsFileName, error).type();
     if (found == fs::file_type::not_found) {
@@ -40,17 +33,6 @@ fs::path findShippedFolder() {
     }
     const fs::path normal = fs::weakly_canonical(beside, error);
     return error ? beside : normal;
-}
-
-fs::path dataHome() {
-    if (const auto xdg = environment("XDG_DATA_HOME"); !xdg.empty()) {
-        return xdg;
-    }
-    if (const auto home = environment("HOME"); !home.empty()) {
-        return fs::path(home) / ".local" / "share";
-    }
-    const passwd* user = getpwuid(getuid());
-    return user == nullptr ? fs::path() : fs::path(user->pw_dir) / ".local" / "share";
 }
 
 bool isComplete(const fs::path& folder) {
@@ -84,8 +66,7 @@ void seed(const fs::path& folder, const fs::path& shipped) {
 
 bool isPortable(const fs::path& folder) {
     std::error_code error;
-    return fs::exists(folder / mdimoduMain::settingsFileName, error) &&
-           access(folder.c_str(), W_OK) == 0;
+    return fs::exists(folder / mdimoduMain::settingsFileName, error) && files::mayWrite(folder);
 }
 
 struct Choice {
@@ -114,10 +95,10 @@ Choice find(const std::optional<std::string>& chosen) {
     if (const auto home = environment("K520_HOME"); !home.empty()) {
         return usableFolder(home, "K520_HOME");
     }
-    if (auto own = executableFolder(); isPortable(own)) {
+    if (auto own = userFolders::executable(); isPortable(own)) {
         return {std::move(own)};
     }
-    return {.folder = dataHome() / "k520", .isSeeded = true};
+    return {.folder = userFolders::data() / "k520", .isSeeded = true};
 }
 
 Choice lookFor(const std::optional<std::string>& chosen) {
@@ -129,15 +110,6 @@ Choice lookFor(const std::optional<std::string>& chosen) {
 }
 
 }  // namespace
-
-fs::path executableFolder() {
-    std::error_code error;
-    const fs::path self = fs::read_symlink("/proc/self/exe", error);
-    if (error && error != std::errc::no_such_file_or_directory) {
-        throwSystemError(error.value(), say(texts::executablesFolder));
-    }
-    return error ? fs::current_path() : self.parent_path();
-}
 
 std::optional<std::string> namedIn(std::span<const char* const> words) {
     constexpr std::string_view option = "--program-folder";

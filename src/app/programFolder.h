@@ -25,7 +25,4 @@ void look(const std::optional<std::string>& chosen);
 /// about it are said in the language of that folder's settings.
 [[nodiscard]] std::optional<std::string> namedIn(std::span<const char* const> words);
 
-/// The folder of the running executable. Raises the system's error where that cannot be found out.
-[[nodiscard]] std::filesystem::path executableFolder();
-
 }  // namespace k520::programFolder

@@ -5,9 +5,7 @@
 #include <ctime>
 #include <thread>
 
-#ifdef __linux__
-#include <sys/prctl.h>
-#endif
+#include "base/systemTime.h"
 
 namespace k520 {
 
@@ -15,16 +13,6 @@ namespace {
 
 SystemClock systemClock;
 Clock* clockInForce = nullptr;
-
-/// The system may wake a sleeper late to save power, 50 us by default: as much as one poll of the
-/// port in twenty. Once for each thread that waits.
-void askForPunctuality() {
-#ifdef __linux__
-    constexpr unsigned long slackNs = 1000;
-    thread_local const bool asked = ::prctl(PR_SET_TIMERSLACK, slackNs) == 0;
-    static_cast<void>(asked);
-#endif
-}
 
 }  // namespace
 
@@ -34,15 +22,13 @@ Clock::Microseconds SystemClock::now() {
 }
 
 void SystemClock::waitUntil(Microseconds deadline) {
-    askForPunctuality();
+    systemTime::askForPunctuality();
     std::this_thread::sleep_until(std::chrono::steady_clock::time_point(
         std::chrono::duration_cast<std::chrono::steady_clock::duration>(deadline)));
 }
 
 DateTime SystemClock::dateTime() {
-    const std::time_t seconds = std::time(nullptr);
-    std::tm parts{};
-    localtime_r(&seconds, &parts);
+    const std::tm parts = systemTime::local(std::time(nullptr));
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday,
             parts.tm_hour,        parts.tm_min,     parts.tm_sec};
 }

@@ -6,10 +6,15 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
+
+namespace k520::systemFiles {
+class OpenFolder;
+}
 
 /// Reading and replacing whole files. Every failure raises a RuntimeError whose source names the
 /// file and carries the system's own words.
@@ -71,6 +76,9 @@ struct Stamp {
 /// The stamp of what a path leads to; nothing where there is none.
 [[nodiscard]] std::optional<Stamp> stampOf(const std::filesystem::path& path);
 
+/// Whether this user may change a file, or make one in a folder.
+[[nodiscard]] bool mayWrite(const std::filesystem::path& path);
+
 /// Keeps other programs (and threads) that take the same lock waiting while it lives. It waits a
 /// few seconds for the others itself, then raises 70. Raises 76 where there is no such folder.
 class FolderLock {
@@ -81,7 +89,7 @@ class FolderLock {
     FolderLock& operator=(const FolderLock&) = delete;
 
   private:
-    int folder_;
+    std::unique_ptr<systemFiles::OpenFolder> folder_;
 };
 
 }  // namespace k520::files

@@ -3,45 +3,41 @@
 #include "base/RuntimeError.h"
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <system_error>
-#include <utility>
+#include <iterator>
 
 #include "base/Text.h"
 #include "base/causeTexts.h"
+#include "base/systemError.h"
 
 namespace k520 {
 
 namespace {
 
-constexpr std::array<std::pair<int, std::int16_t>, 19> systemErrors{{
-    {ENOENT, errNum::fileNotFound},      {ENOTDIR, errNum::pathNotFound},
-    {EISDIR, errNum::pathAccess},        {EACCES, errNum::pathAccess},
-    {EPERM, errNum::permissionDenied},   {EROFS, errNum::pathAccess},
-    {EEXIST, errNum::pathAccess},        {ELOOP, errNum::pathAccess},
-    {ENAMETOOLONG, errNum::badFileName}, {ENOSPC, errNum::diskFull},
-    {EDQUOT, errNum::diskFull},          {EFBIG, errNum::diskFull},
-    {EMFILE, errNum::tooManyFiles},      {ENFILE, errNum::tooManyFiles},
-    {EBUSY, errNum::alreadyOpen},        {ENXIO, errNum::deviceUnavailable},
-    {ENODEV, errNum::deviceUnavailable}, {ENOMEM, errNum::outOfMemory},
-    {EINVAL, errNum::invalidCall},
-}};
-
-struct Remedy {
-    int systemError;
-    Text text;
+struct Meaning {
+    std::errc error;
+    std::int16_t number;
+    const Text* remedy;  ///< what to do about it; may be null
 };
 
-/// What to do about a failure that the system names.
-constexpr std::array remedies{
-    Remedy{ENOENT, texts::checkPath},   Remedy{ENOTDIR, texts::checkPath},
-    Remedy{EACCES, texts::checkRights}, Remedy{EPERM, texts::checkRights},
-    Remedy{EROFS, texts::otherPlace},   Remedy{EISDIR, texts::nameAFile},
-    Remedy{ENOSPC, texts::freeSpace},   Remedy{EDQUOT, texts::freeSpace},
-    Remedy{EFBIG, texts::freeSpace},    Remedy{ENAMETOOLONG, texts::shorterName},
-    Remedy{ELOOP, texts::checkLinks},   Remedy{EMFILE, texts::closeOthers},
-    Remedy{ENFILE, texts::closeOthers}, Remedy{EBUSY, texts::closeOthers},
+constexpr Meaning meanings[] = {
+    {std::errc::no_such_file_or_directory, errNum::fileNotFound, &texts::checkPath},
+    {std::errc::not_a_directory, errNum::pathNotFound, &texts::checkPath},
+    {std::errc::is_a_directory, errNum::pathAccess, &texts::nameAFile},
+    {std::errc::permission_denied, errNum::pathAccess, &texts::checkRights},
+    {std::errc::operation_not_permitted, errNum::permissionDenied, &texts::checkRights},
+    {std::errc::read_only_file_system, errNum::pathAccess, &texts::otherPlace},
+    {std::errc::file_exists, errNum::pathAccess, nullptr},
+    {std::errc::too_many_symbolic_link_levels, errNum::pathAccess, &texts::checkLinks},
+    {std::errc::filename_too_long, errNum::badFileName, &texts::shorterName},
+    {std::errc::no_space_on_device, errNum::diskFull, &texts::freeSpace},
+    {std::errc::file_too_large, errNum::diskFull, &texts::freeSpace},
+    {std::errc::too_many_files_open, errNum::tooManyFiles, &texts::closeOthers},
+    {std::errc::too_many_files_open_in_system, errNum::tooManyFiles, &texts::closeOthers},
+    {std::errc::device_or_resource_busy, errNum::alreadyOpen, &texts::closeOthers},
+    {std::errc::no_such_device_or_address, errNum::deviceUnavailable, nullptr},
+    {std::errc::no_such_device, errNum::deviceUnavailable, nullptr},
+    {std::errc::not_enough_memory, errNum::outOfMemory, nullptr},
+    {std::errc::invalid_argument, errNum::invalidCall, nullptr},
 };
 
 }  // namespace
@@ -49,18 +45,19 @@ constexpr std::array remedies{
 RuntimeError::RuntimeError(std::int16_t number, std::string_view subject, std::string_view words)
     : std::runtime_error(about(subject, words)), number_(number), subject_(subject) {}
 
-std::int16_t numberOfSystemError(int systemError) noexcept {
-    const auto* row = std::find_if(systemErrors.begin(), systemErrors.end(),
-                                   [&](const auto& entry) { return entry.first == systemError; });
-    return row == systemErrors.end() ? errNum::deviceIo : row->second;
+void throwSystemError(const std::error_code& error, const std::string& subject) {
+    const auto words = systemError::words(error);
+    const auto* row = std::ranges::find(meanings, systemError::kind(error), &Meaning::error);
+    if (row == std::end(meanings)) {
+        throw RuntimeError(errNum::deviceIo, subject, words);
+    }
+    throw RuntimeError(
+        row->number, subject,
+        row->remedy == nullptr ? words : say(texts::withRemedy, words, say(*row->remedy)));
 }
 
-void throwSystemError(int systemError, const std::string& subject) {
-    const auto words = std::generic_category().message(systemError);
-    const auto* row = std::ranges::find(remedies, systemError, &Remedy::systemError);
-    throw RuntimeError(
-        numberOfSystemError(systemError), subject,
-        row == remedies.end() ? words : say(texts::withRemedy, words, say(row->text)));
+void throwSystemError(std::errc error, const std::string& subject) {
+    throwSystemError(std::make_error_code(error), subject);
 }
 
 }  // namespace k520

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace k520 {
 
@@ -61,11 +62,10 @@ decltype(auto) naming(const std::string& subject, Body&& body) {
     }
 }
 
-/// The standard number nearest to a system error (an errno value).
-[[nodiscard]] std::int16_t numberOfSystemError(int systemError) noexcept;
-
-/// Raises the standard error nearest to `systemError`; the source is `subject`, a colon, the
-/// system's own words, and what to do ("fleet.dat: No space left on device; free some disk space").
-[[noreturn]] void throwSystemError(int systemError, const std::string& subject);
+/// Raises the standard error nearest to what the system calls `error`; the source is `subject`, a
+/// colon, the system's own words, and what to do ("fleet.dat: No space left on device; free some
+/// disk space").
+[[noreturn]] void throwSystemError(const std::error_code& error, const std::string& subject);
+[[noreturn]] void throwSystemError(std::errc error, const std::string& subject);
 
 }  // namespace k520

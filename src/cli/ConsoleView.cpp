@@ -3,15 +3,15 @@
 #include "cli/ConsoleView.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <array>
 #include <cstddef>
 #include <utility>
 
 #include "base/Checked.h"
+#include "base/Interrupt.h"
+#include "base/Terminal.h"
 #include "cli/cliTexts.h"
-#include "cli/interrupt.h"
 #include "cli/output.h"
 
 namespace k520::cli {
@@ -23,7 +23,7 @@ constexpr const char* clearLine = "\r\x1b[K";
 
 }  // namespace
 
-ConsoleView::ConsoleView(bool quiet) : terminal_(!quiet && isatty(STDERR_FILENO) == 1) {}
+ConsoleView::ConsoleView(bool quiet) : terminal_(!quiet && isTerminal(Stream::err)) {}
 
 ConsoleView::~ConsoleView() {
     clear();
@@ -65,7 +65,7 @@ void ConsoleView::setProgress(std::int16_t percent) {
 }
 
 bool ConsoleView::abandoned() {
-    return interrupted();
+    return interrupt::noted();
 }
 
 void ConsoleView::draw() {

@@ -3,7 +3,6 @@
 #include "cli/output.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -11,6 +10,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "base/Terminal.h"
 #include "base/Text.h"
 #include "cli/Failure.h"
 
@@ -66,7 +66,7 @@ void printError(const std::string& text) noexcept {
 
 bool coloursWanted() {
     const char* refused = std::getenv("NO_COLOR");
-    return isatty(STDOUT_FILENO) == 1 && (refused == nullptr || *refused == '\0');
+    return isTerminal(Stream::out) && (refused == nullptr || *refused == '\0');
 }
 
 std::string bold(const std::string& text) {

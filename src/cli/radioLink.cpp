@@ -4,12 +4,8 @@
 
 #include <fmt/format.h>
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <charconv>
-#include <csignal>
 #include <cstddef>
 #include <span>
 #include <string_view>
@@ -19,11 +15,12 @@
 #include "app/modShowErr.h"
 #include "base/Checked.h"
 #include "base/Files.h"
+#include "base/Interrupt.h"
 #include "base/RuntimeError.h"
+#include "base/Terminal.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/compare.h"
-#include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
 #include "cli/sessionTexts.h"
@@ -144,18 +141,6 @@ std::string backupLines(std::span<const std::filesystem::path> paths) {
     return lines;
 }
 
-/// Past the buffer of stdout, so that a reader who has gone does no harm to the session.
-bool writeToStdout(std::string_view text) {
-    while (!text.empty()) {
-        const auto written = ::write(STDOUT_FILENO, text.data(), text.size());
-        if (written < 0 && errno != EINTR) {
-            return false;
-        }
-        text.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
-    }
-    return true;
-}
-
 }  // namespace
 
 RadioLink::RadioLink(std::string port, std::optional<std::string> trace)
@@ -203,7 +188,7 @@ void RadioLink::collectTrace() {
         }
     }
     // A reader of stdout who goes must not take a session in the middle with it.
-    std::signal(SIGPIPE, SIG_IGN);
+    interrupt::failUnreadWrites();
     auto& list = modCommun::state().listRtData;
     list.onInsert = [this, &list, toStdout](int index) {
         const auto line =
@@ -217,7 +202,7 @@ void RadioLink::collectTrace() {
 }
 
 void RadioLink::printTrace(const std::string& line) {
-    if (!traceBroken_ && !writeToStdout(line)) {
+    if (!traceBroken_ && !writeAtOnce(Stream::out, line)) {
         traceBroken_ = true;
         warn(say(texts::traceNotPrinted));
     }

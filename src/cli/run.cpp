@@ -8,9 +8,9 @@
 #include <exception>
 
 #include "app/programFolder.h"
+#include "base/Interrupt.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
-#include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
 #include "program/modStartUp.h"
@@ -40,7 +40,7 @@ int run(int count, const char* const* words) {
     try {
         modStartUp::chooseTextLanguage(
             programFolder::namedIn({words, static_cast<std::size_t>(count)}));
-        noteInterrupts();
+        interrupt::note();
         const int code = runRequest(parse(count, words));
         flushOutput();
         return code;

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <unistd.h>
-
 #include "base/RuntimeError.h"
+#include "base/Terminal.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
@@ -116,7 +115,7 @@ int runRestore(const Arguments& arguments) {
         checkRestorable(*from);
         printError(say(texts::restoringFile, *from) + "\n");
         link.restore(*from, choices);
-    } else if (isatty(STDERR_FILENO) == 1) {
+    } else if (isTerminal(Stream::err)) {
         printError(say(texts::lookingForBackup) + "\n");
     }
     const auto file = from ? *from : link.takeBack(choices);

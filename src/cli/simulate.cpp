@@ -6,11 +6,11 @@
 #include <string_view>
 
 #include "base/Checked.h"
+#include "base/Interrupt.h"
 #include "base/RuntimeError.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
 #include "cli/document.h"
-#include "cli/interrupt.h"
 #include "cli/output.h"
 #include "cli/program.h"
 #include "cli/sessionTexts.h"
@@ -129,7 +129,7 @@ void storeOrWarn(const SimRadio& radio, const std::string& path) {
 
 /// Until a signal, or until the radio has gone away.
 void play(PtyRadio& terminal) {
-    while (!interrupted() && terminal.step(milliseconds(1000), interruptDescriptor())) {
+    while (!interrupt::noted() && terminal.step(milliseconds(1000))) {
     }
 }
 

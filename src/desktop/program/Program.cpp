@@ -7,7 +7,6 @@
 #include <QTimer>
 #include <algorithm>
 #include <array>
-#include <csignal>
 #include <cstdio>
 #include <span>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "app/programFolder.h"
+#include "base/Interrupt.h"
 #include "base/RuntimeError.h"
 #include "desktop/main/mdifrmMain.h"
 #include "desktop/program/programTexts.h"
@@ -84,8 +84,7 @@ int Program::main(int count, char** words) {
     } else if (!mayHaveDisplay() && !isGiven("-platform")) {
         return complain(texts::noDisplay);
     }
-    // A file size limit then fails the write, like a full disk, instead of ending the program.
-    std::signal(SIGXFSZ, SIG_IGN);
+    interrupt::failOverlongWrites();
     return Program(count, words).run();
 }
 

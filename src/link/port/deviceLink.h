@@ -3,8 +3,7 @@
 #pragma once
 
 #include <filesystem>
-
-#include "base/posix/Descriptor.h"
+#include <memory>
 
 namespace k520 {
 
@@ -22,10 +21,12 @@ class DeviceLink {
     DeviceLink& operator=(const DeviceLink&) = delete;
 
   private:
+    class Mark;
+
     std::filesystem::path link_;
     std::filesystem::path device_;
-    /// The device with the mark of a link on it.
-    Descriptor marked_;
+    /// On the device: it has the link of a running program.
+    std::unique_ptr<Mark> mark_;
 };
 
 }  // namespace k520

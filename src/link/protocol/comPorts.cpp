@@ -2,21 +2,14 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/protocol/comPorts.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
-#include <array>
 #include <exception>
-#include <fstream>
 #include <optional>
-#include <system_error>
-#include <vector>
 
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
 #include "base/ModuleState.h"
+#include "link/port/platformPort.h"
 #include "link/port/portTexts.h"
-#include "link/port/posixPort.h"
 #include "link/protocol/modCommun.h"
 #include "link/simulator/virtualPort.h"
 #include "link/simulator/virtualRadio.h"
@@ -25,64 +18,8 @@ namespace k520::comPorts {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-#if defined(_WIN32)
-constexpr Platform thisPlatform = Platform::windows;
-#elif defined(__APPLE__)
-constexpr Platform thisPlatform = Platform::macOs;
-#else
-constexpr Platform thisPlatform = Platform::gnuLinux;
-#endif
-
-std::string portName(std::int16_t number) {
-    return fmt::format("COM{}", number);
-}
-
-void requireNumber(std::int16_t number) {
-    if (number < firstPort || number > lastPort) {
-        throwSubscript("COM", number);
-    }
-}
-
-struct DeviceRun {
-    std::int16_t firstNumber;
-    std::string_view prefix;
-};
-
-/// The ports of cables stand highest, because the highest usable port is chosen.
-constexpr std::array<DeviceRun, 3> linuxRuns{{
-    {9, "/dev/ttyUSB"},
-    {5, "/dev/ttyACM"},
-    {1, "/dev/ttyS"},
-}};
-
-std::string linuxDevice(std::int16_t number) {
-    const auto* run = std::ranges::find_if(
-        linuxRuns, [&](const DeviceRun& row) { return number >= row.firstNumber; });
-    return fmt::format("{}{}", run->prefix, number - run->firstNumber);
-}
-
-std::string macDevice(std::int16_t number) {
-    std::vector<std::string> devices;
-    std::error_code unreadable;
-    for (const auto& entry : fs::directory_iterator("/dev", unreadable)) {
-        if (entry.path().filename().string().starts_with("cu.")) {
-            devices.push_back(entry.path().string());
-        }
-    }
-    std::ranges::sort(devices);
-    const auto index = static_cast<std::size_t>(number - firstPort);
-    return index < devices.size() ? devices[index] : std::string();
-}
-
-/// The first line of a small file; empty where there is none.
-std::string firstLine(const fs::path& path) {
-    std::ifstream file(path);
-    std::string line;
-    std::getline(file, line);
-    return std::string(trimBlanks(line));
-}
+using deviceNames::portName;
+using deviceNames::requireNumber;
 
 /// Opens a port and closes it; what went wrong, or nothing.
 std::optional<RuntimeError> troubleWith(std::int16_t number) {
@@ -105,23 +42,10 @@ State& state() {
     return *instance;
 }
 
-std::string platformDevice(Platform platform, std::int16_t number) {
-    requireNumber(number);
-    switch (platform) {
-        case Platform::gnuLinux:
-            return linuxDevice(number);
-        case Platform::macOs:
-            return macDevice(number);
-        case Platform::windows:
-            break;
-    }
-    return portName(number);
-}
-
 std::string devicePath(std::int16_t number) {
     requireNumber(number);
     const std::string device = mdimoduMain::readSetting("Ports", portName(number), "");
-    return device.empty() ? platformDevice(thisPlatform, number) : device;
+    return device.empty() ? platformPort::deviceOf(number) : device;
 }
 
 std::unique_ptr<SerialPort> portForDevice(const std::string& device) {
@@ -131,30 +55,16 @@ std::unique_ptr<SerialPort> portForDevice(const std::string& device) {
     if (device == VirtualPort::name) {
         return virtualRadio::makePort();
     }
-    return std::make_unique<PosixPort>(device);
+    return platformPort::make(device);
 }
 
 PortMaker defaultPortMaker() {
     return [](std::int16_t number) { return portForDevice(devicePath(number)); };
 }
 
-std::string deviceDescription(const std::string& device, const fs::path& terminals) {
-    if (device == VirtualPort::name) {
-        return say(texts::simulatedRadio);
-    }
-    std::error_code missing;
-    const fs::path name = fs::canonical(device, missing).filename();
-    fs::path folder = fs::canonical(terminals / name / "device", missing);
-    if (missing) {
-        return {};
-    }
-    // The USB device is the nearest ancestor that has a vendor; its hub, further up, has one too.
-    while (folder.has_relative_path() && !fs::exists(folder / "idVendor", missing)) {
-        folder = folder.parent_path();
-    }
-    const std::string text =
-        firstLine(folder / "manufacturer") + " " + firstLine(folder / "product");
-    return std::string(trimBlanks(text));
+std::string deviceDescription(const std::string& device) {
+    return device == VirtualPort::name ? say(texts::simulatedRadio)
+                                       : platformPort::description(device);
 }
 
 PortInfo describe(std::int16_t number) {

@@ -3,19 +3,19 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <memory>
 #include <string>
 
 #include "base/Checked.h"
 #include "link/port/SerialPort.h"
+#include "link/port/deviceNames.h"
 
 /// The sixteen ports COM1 to COM16, the devices that they stand for, and which of them can be
 /// opened.
 namespace k520::comPorts {
 
-inline constexpr std::int16_t firstPort = 1;
-inline constexpr std::int16_t lastPort = 16;
+using deviceNames::firstPort;
+using deviceNames::lastPort;
 
 struct State {
     /// By port number: 1 when the last probe could open the port, -1 when not, 0 before the first.
@@ -23,13 +23,6 @@ struct State {
 };
 
 [[nodiscard]] State& state();
-
-enum class Platform : std::uint8_t { gnuLinux, macOs, windows };
-
-/// The device of a port number by the platform's rule; empty where there is none. On Linux COM1 to
-/// COM4 are /dev/ttyS0 to 3, COM5 to COM8 /dev/ttyACM0 to 3, COM9 to COM16 /dev/ttyUSB0 to 7; on
-/// macOS they are the devices /dev/cu.* in alphabetical order; on Windows COMn itself.
-[[nodiscard]] std::string platformDevice(Platform platform, std::int16_t number);
 
 /// The device of a port number: what section "Ports" of the settings file gives for it
 /// ("COM1=/dev/ttyUSB0", "COM2=virtual"), else the platform's. Raises 9 outside 1..16.
@@ -42,9 +35,8 @@ enum class Platform : std::uint8_t { gnuLinux, macOs, windows };
 [[nodiscard]] PortMaker defaultPortMaker();
 
 /// What a device says of itself: maker and product of the USB device, "simulated radio",
-/// or nothing. `terminals` is the system's folder of serial devices (another one in tests).
-[[nodiscard]] std::string deviceDescription(
-    const std::string& device, const std::filesystem::path& terminals = "/sys/class/tty");
+/// or nothing.
+[[nodiscard]] std::string deviceDescription(const std::string& device);
 
 struct PortInfo {
     std::int16_t number = 0;

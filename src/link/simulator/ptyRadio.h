@@ -2,13 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <sys/stat.h>
-
 #include <memory>
 #include <string>
 
 #include "base/Clock.h"
-#include "base/posix/Descriptor.h"
 #include "link/simulator/simRadio.h"
 
 namespace k520 {
@@ -24,35 +21,22 @@ class PtyRadio {
 
     /// Opens the pair. Raises what the system says when it has no pseudo-terminal to give.
     explicit PtyRadio(std::shared_ptr<SimRadio> radio);
+    ~PtyRadio();
+    PtyRadio(const PtyRadio&) = delete;
+    PtyRadio& operator=(const PtyRadio&) = delete;
 
     /// The device that clients open.
-    [[nodiscard]] const std::string& devicePath() const noexcept { return devicePath_; }
+    [[nodiscard]] const std::string& devicePath() const noexcept;
 
     /// Passes bytes both ways once, sleeping until there are some, for at most `limit`. Returns
-    /// early when a signal arrives or `stopDescriptor` (not used when negative) becomes readable;
-    /// it is not read. False once the radio has gone away: the pair is then closed and the client
-    /// has been hung up on.
-    bool step(Microseconds limit, int stopDescriptor = -1);
+    /// early when a signal arrives or an interrupt has been noted (base/Interrupt.h). False once
+    /// the radio has gone away: the pair is then closed and the client has been hung up on.
+    bool step(Microseconds limit);
 
   private:
-    void sleepUntilSomethingComes(Microseconds limit, int stopDescriptor);
-    void hearClient();
-    void noticeClosings();
-    void tidyUpAfterClients();
-    void answerClient();
-    void hangUp();
+    class Pair;
 
-    std::shared_ptr<SimRadio> radio_;
-    SystemClock clock_;
-    Descriptor master_;
-    /// Kept open, so that the pair lives on between clients.
-    Descriptor slave_;
-    Descriptor closings_;
-    /// How often to look yet whether the last client has gone, and when next.
-    int looksLeft_ = 0;
-    Microseconds nextLook_{0};
-    std::string devicePath_;
-    struct stat device_ {};
+    std::unique_ptr<Pair> pair_;
 };
 
 }  // namespace k520

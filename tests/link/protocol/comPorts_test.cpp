@@ -3,6 +3,7 @@
 #include "link/protocol/comPorts.h"
 
 #include "app/mdimoduMain.h"
+#include "link/port/posix/usbDevice.h"
 #include "link/protocol/modCommun.h"
 #include "link/simulator/virtualPort.h"
 #include "support/ProgramFolder.h"
@@ -20,9 +21,9 @@ TEST_F(Ports, DevicesFollowThePlatformUnlessTheSettingsNameOne) {
         {1, "/dev/ttyS0"},   {4, "/dev/ttyS3"},   {5, "/dev/ttyACM0"},
         {8, "/dev/ttyACM3"}, {9, "/dev/ttyUSB0"}, {16, "/dev/ttyUSB7"}};
     for (const auto& [number, device] : devices) {
-        EXPECT_EQ(platformDevice(Platform::gnuLinux, number), device);
+        EXPECT_EQ(deviceNames::platformDevice(deviceNames::Platform::gnuLinux, number), device);
     }
-    EXPECT_EQ(platformDevice(Platform::windows, 12), "COM12");
+    EXPECT_EQ(deviceNames::platformDevice(deviceNames::Platform::windows, 12), "COM12");
     settings("[Ports]\ncom2 = virtual\nCOM3=/gone/x y\n");
     EXPECT_EQ(describe(2).description, "simulated radio");
     EXPECT_TRUE(describe(2).usable);
@@ -63,11 +64,11 @@ TEST_F(Ports, NamesOfUsbDevicesComeFromTheSystemsTree) {
     for (const char* file : {"hub/product", "hub/idVendor", "hub/cable/idVendor"}) {
         folder.write(file, "Hub\n");
     }
-    EXPECT_EQ(deviceDescription(cable, folder / "class"), "");
+    EXPECT_EQ(usbDevice::description(cable, folder / "class"), "");
     folder.write("hub/cable/product", "Serial Cable\n");
     folder.write("hub/cable/manufacturer", "Maker\n");
     fs::create_symlink(cable, folder / "link");
-    EXPECT_EQ(deviceDescription(folder / "link", folder / "class"), "Maker Serial Cable");
+    EXPECT_EQ(usbDevice::description(folder / "link", folder / "class"), "Maker Serial Cable");
 }
 
 }  // namespace

@@ -18,7 +18,7 @@
 #include <thread>
 
 #include "link/port/deviceLink.h"
-#include "link/port/posixPort.h"
+#include "link/port/posix/posixPort.h"
 #include "link/simulator/ptyRadio.h"
 #include "link/simulator/virtualPort.h"
 #include "support/Raised.h"

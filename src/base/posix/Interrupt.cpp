@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "cli/interrupt.h"
+#include "base/Interrupt.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,9 +10,10 @@
 #include <cerrno>
 #include <csignal>
 
-#include "base/RuntimeError.h"
+#include "base/posix/interruptDescriptor.h"
+#include "base/posix/systemCalls.h"
 
-namespace k520::cli {
+namespace k520::interrupt {
 
 namespace {
 
@@ -33,7 +34,7 @@ extern "C" void onSignal(int signal) {
 
 }  // namespace
 
-void noteInterrupts() {
+void note() {
     if (wakeUp[0] == -1 && pipe2(wakeUp.data(), O_CLOEXEC | O_NONBLOCK) != 0) {
         throwSystemError(errno, "pipe");
     }
@@ -48,17 +49,23 @@ void noteInterrupts() {
     if (sigaction(SIGHUP, nullptr, &inherited) == 0 && inherited.sa_handler != SIG_IGN) {
         sigaction(SIGHUP, &action, nullptr);
     }
-    // A file size limit then fails the write, like a full disk, instead of ending the program.
-    action.sa_handler = SIG_IGN;
-    sigaction(SIGXFSZ, &action, nullptr);
+    failOverlongWrites();
 }
 
-bool interrupted() noexcept {
+bool noted() noexcept {
     return mark;
 }
 
-int interruptDescriptor() noexcept {
+void failOverlongWrites() noexcept {
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+void failUnreadWrites() noexcept {
+    std::signal(SIGPIPE, SIG_IGN);
+}
+
+int descriptor() noexcept {
     return wakeUp[0];
 }
 
-}  // namespace k520::cli
+}  // namespace k520::interrupt

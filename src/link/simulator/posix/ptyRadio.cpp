@@ -5,6 +5,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 #ifdef __linux__
 #include <sys/inotify.h>
@@ -16,10 +17,12 @@
 #include <cstdlib>
 #include <utility>
 
-#include "base/RuntimeError.h"
-#include "link/port/portHolder.h"
+#include "base/posix/Descriptor.h"
+#include "base/posix/interruptDescriptor.h"
+#include "base/posix/systemCalls.h"
 #include "link/port/portTexts.h"
-#include "link/port/radioLine.h"
+#include "link/port/posix/portHolder.h"
+#include "link/port/posix/radioLine.h"
 
 namespace k520 {
 
@@ -68,7 +71,36 @@ timespec toTimespec(std::chrono::nanoseconds time) {
 
 }  // namespace
 
-PtyRadio::PtyRadio(std::shared_ptr<SimRadio> radio)
+/// Both ends of the pseudo-terminal, and the radio at one of them.
+class PtyRadio::Pair {
+  public:
+    explicit Pair(std::shared_ptr<SimRadio> radio);
+
+    [[nodiscard]] const std::string& devicePath() const noexcept { return devicePath_; }
+    bool step(Microseconds limit);
+
+  private:
+    void sleepUntilSomethingComes(Microseconds limit);
+    void hearClient();
+    void noticeClosings();
+    void tidyUpAfterClients();
+    void answerClient();
+    void hangUp();
+
+    std::shared_ptr<SimRadio> radio_;
+    SystemClock clock_;
+    Descriptor master_;
+    /// Kept open, so that the pair lives on between clients.
+    Descriptor slave_;
+    Descriptor closings_;
+    /// How often to look yet whether the last client has gone, and when next.
+    int looksLeft_ = 0;
+    Microseconds nextLook_{0};
+    std::string devicePath_;
+    struct stat device_ {};
+};
+
+PtyRadio::Pair::Pair(std::shared_ptr<SimRadio> radio)
     : radio_(std::move(radio)), master_(openMaster()) {
     const char* const name = ::ptsname(master_.get());
     require(name != nullptr);
@@ -78,9 +110,9 @@ PtyRadio::PtyRadio(std::shared_ptr<SimRadio> radio)
     closings_ = watchClosings(devicePath_);
 }
 
-bool PtyRadio::step(Microseconds limit, int stopDescriptor) {
+bool PtyRadio::Pair::step(Microseconds limit) {
     if (master_.valid()) {
-        sleepUntilSomethingComes(limit, stopDescriptor);
+        sleepUntilSomethingComes(limit);
         noticeClosings();
         hearClient();
         answerClient();
@@ -91,7 +123,7 @@ bool PtyRadio::step(Microseconds limit, int stopDescriptor) {
     return master_.valid();
 }
 
-void PtyRadio::sleepUntilSomethingComes(Microseconds limit, int stopDescriptor) {
+void PtyRadio::Pair::sleepUntilSomethingComes(Microseconds limit) {
     const Microseconds now = clock_.now();
     Microseconds wake = now + limit;
     if (const auto due = radio_->nextDue()) {
@@ -107,12 +139,12 @@ void PtyRadio::sleepUntilSomethingComes(Microseconds limit, int stopDescriptor) 
     }
     std::array<pollfd, 3> sources{{{listening ? master_.get() : -1, POLLIN, 0},
                                    {closings_.get(), POLLIN, 0},
-                                   {stopDescriptor, POLLIN, 0}}};
+                                   {interrupt::descriptor(), POLLIN, 0}}};
     const timespec timeout = toTimespec(std::max(wake - now, Microseconds(0)));
     static_cast<void>(::ppoll(sources.data(), sources.size(), &timeout, nullptr));
 }
 
-void PtyRadio::hearClient() {
+void PtyRadio::Pair::hearClient() {
     const Microseconds now = clock_.now();
     if (radio_->lineBusyUntil() - lineAhead > now) {
         return;
@@ -124,7 +156,7 @@ void PtyRadio::hearClient() {
     }
 }
 
-void PtyRadio::noticeClosings() {
+void PtyRadio::Pair::noticeClosings() {
     std::array<char, 4096> events{};
     while (closings_.valid() && ::read(closings_.get(), events.data(), events.size()) > 0) {
         looksLeft_ = looksAfterClosing;
@@ -139,7 +171,7 @@ void PtyRadio::noticeClosings() {
 
 /// When no client is left, the exclusive mark goes, and the line settings are those of a radio's
 /// line again, without echo. A client that was refused closes too, while another one goes on.
-void PtyRadio::tidyUpAfterClients() {
+void PtyRadio::Pair::tidyUpAfterClients() {
     if (!portHolder::locker(device_) && !portHolder::opener(device_)) {
         looksLeft_ = 0;
         static_cast<void>(::ioctl(slave_.get(), TIOCNXCL));
@@ -147,7 +179,7 @@ void PtyRadio::tidyUpAfterClients() {
     }
 }
 
-void PtyRadio::answerClient() {
+void PtyRadio::Pair::answerClient() {
     const auto bytes = radio_->takeDue(clock_.now());
     if (!bytes.empty()) {
         // Bytes for which a client has no room are lost, as on a line without flow control.
@@ -155,10 +187,23 @@ void PtyRadio::answerClient() {
     }
 }
 
-void PtyRadio::hangUp() {
+void PtyRadio::Pair::hangUp() {
     closings_.reset();
     slave_.reset();
     master_.reset();
+}
+
+PtyRadio::PtyRadio(std::shared_ptr<SimRadio> radio)
+    : pair_(std::make_unique<Pair>(std::move(radio))) {}
+
+PtyRadio::~PtyRadio() = default;
+
+const std::string& PtyRadio::devicePath() const noexcept {
+    return pair_->devicePath();
+}
+
+bool PtyRadio::step(Microseconds limit) {
+    return pair_->step(limit);
 }
 
 }  // namespace k520

@@ -12,6 +12,8 @@
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "base/posix/Descriptor.h"
+#include "base/posix/systemCalls.h"
 #include "link/port/portTexts.h"
 
 namespace k520 {
@@ -84,11 +86,18 @@ void turn(const fs::path& link, const fs::path& device) {
     if (error) {
         std::error_code ignored;
         fs::remove(temporary, ignored);
-        throwSystemError(error.value(), link.string());
+        throwSystemError(error, link.string());
     }
 }
 
 }  // namespace
+
+class DeviceLink::Mark {
+  public:
+    explicit Mark(Descriptor marked) : terminal(std::move(marked)) {}
+
+    const Descriptor terminal;
+};
 
 DeviceLink::DeviceLink(fs::path link, fs::path device)
     : link_(std::move(link)), device_(std::move(device)) {
@@ -103,8 +112,8 @@ DeviceLink::DeviceLink(fs::path link, fs::path device)
         requireStale(link_, device_);
     }
     if (isPseudoTerminal(device_)) {
-        marked_ = openTerminal(device_);
-        static_cast<void>(mark(marked_));
+        mark_ = std::make_unique<Mark>(openTerminal(device_));
+        static_cast<void>(mark(mark_->terminal));
     }
     turn(link_, device_);
 }

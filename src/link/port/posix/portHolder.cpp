@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "link/port/portHolder.h"
+#include "link/port/posix/portHolder.h"
 
 #include <fmt/format.h>
 #include <sys/sysmacros.h>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "link/port/posixPort.h"
+#include "link/port/posix/posixPort.h"
 
 #include <fcntl.h>
 #include <grp.h>
@@ -19,9 +19,10 @@
 #include <cerrno>
 
 #include "base/RuntimeError.h"
-#include "link/port/portHolder.h"
+#include "base/posix/systemCalls.h"
 #include "link/port/portTexts.h"
-#include "link/port/radioLine.h"
+#include "link/port/posix/portHolder.h"
+#include "link/port/posix/radioLine.h"
 
 namespace k520 {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "link/port/radioLine.h"
+#include "link/port/posix/radioLine.h"
 
 #include <termios.h>
 
