@@ -31,4 +31,17 @@ function(k520_folder folder)
     target_compile_definitions(${name} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
     target_link_libraries(${name} PUBLIC Qt6::Widgets)
   endif()
+
+  # The first folder of each kind makes what the others of its kind use.
+  if(folder STREQUAL "base")
+    k520_precompile(${name} PRIVATE <algorithm> <array> <chrono> <filesystem> <functional>
+                    <memory> <optional> <span> <string> <vector> <fmt/format.h>)
+  elseif(folder STREQUAL "desktop/widgets")
+    k520_precompile(${name} PRIVATE <algorithm> <functional> <optional> <string> <vector>
+                    <fmt/format.h> <QtWidgets>)
+  elseif(arg_QT)
+    k520_precompile(${name} REUSE_FROM k520_desktop_widgets)
+  else()
+    k520_precompile(${name} REUSE_FROM k520_base)
+  endif()
 endfunction()

@@ -20,6 +20,14 @@ if(K520_COVERAGE)
   target_link_options(k520_options INTERFACE --coverage)
 endif()
 
+# k520_precompile(TARGET (HEADER... | REUSE_FROM OTHER)): saves more than a third of a build from
+# clean. It is off at the desk, where a missing include shall be noticed and ccache does more.
+function(k520_precompile target)
+  if(K520_PRECOMPILE)
+    target_precompile_headers(${target} ${ARGN})
+  endif()
+endfunction()
+
 # Compiling the same text twice costs nothing where ccache works; without a folder to write to it
 # fails instead of standing aside.
 find_program(K520_CCACHE ccache)

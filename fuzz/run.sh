@@ -32,15 +32,11 @@ usage() {
 # Allocations without stacks are twice as fast; run a finding without this to see where it was made.
 export ASAN_OPTIONS=${ASAN_OPTIONS:-malloc_context_size=0}
 
+# build FOLDER CMAKE_OPTION...
 build() {
-    local folder=$1 sanitizers=$2
     packaging/packages.sh build fuzz
-    # Comparisons are not traced: the inputs are decoded, so their operands do not stand in them.
-    cmake -S . -B "$folder" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
-        -DCMAKE_CXX_COMPILER=clang++-14 -DCMAKE_CXX_FLAGS_RELWITHDEBINFO="-O2 -g1" \
-        -DCMAKE_CXX_FLAGS="$3" -DK520_SANITIZE="$sanitizers" -DK520_BUILD_DESKTOP=OFF \
-        -DK520_BUILD_TESTS=OFF -DK520_BUILD_FUZZ=ON
-    cmake --build "$folder"
+    cmake --preset fuzz -B "$@"
+    cmake --build "$1"
 } >&2
 
 fuzzer() {
@@ -78,7 +74,8 @@ merge() {
 
 coverage() {
     local target=$1 folder=$root/build/fuzz-coverage
-    build "$folder" fuzzer-no-link "-fprofile-instr-generate -fcoverage-mapping"
+    build "$folder" -DK520_SANITIZE=fuzzer-no-link \
+        -DCMAKE_CXX_FLAGS="-fprofile-instr-generate -fcoverage-mapping"
     (cd "$work" && LLVM_PROFILE_FILE=$work/$target.profraw "$folder/bin/fuzz_$target" -runs=0 \
         "$corpus/$target") 2>"$work/$target-coverage.log"
     llvm-profdata-14 merge -o "$work/$target.profdata" "$work/$target.profraw"
@@ -94,8 +91,7 @@ for target in "${targets[@]}"; do
     [[ -e fuzz/$target.cpp ]] || usage
 done
 mkdir -p "$work"
-[[ $2 == coverage ]] || build "$root/build/fuzz" \
-    fuzzer-no-link,address,undefined,float-cast-overflow -fno-sanitize-coverage=trace-cmp
+[[ $2 == coverage ]] || build "$root/build/fuzz"
 
 for target in "${targets[@]}"; do
     case $2:${3:-} in

@@ -46,9 +46,10 @@ STEPS = (
     *((tests_of(folder), "-*Faults.*") for folder in FOLDERS if folder not in UNTESTED),
     ("k520_cli_tests", "Contract.*"),
     ("replays", ""),
-    ("k520_cli_tests", "-Contract.*:*Faults.*"),
+    ("k520_cli_tests", "-Contract.*"),
     ("k520_link_session_tests", "*Faults.*"),
-    ("k520_cli_tests", "*Faults.*"),
+    ("k520_fault_tests", "*"),
+    ("k520_program_fault_tests", "*"),
     ("k520_house_tests", "*"),
 )
 MOST_REPEATS = 3  # of tests that fail and then do not
