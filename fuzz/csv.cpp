@@ -5,9 +5,8 @@
 #include <vector>
 
 #include "app/modShowErr.h"
-#include "cli/Failure.h"
-#include "cli/channelCsv.h"
-#include "cli/csvText.h"
+#include "document/channelCsv.h"
+#include "document/csvText.h"
 #include "support.h"
 
 namespace {
@@ -18,43 +17,43 @@ using fuzz::require;
 /// The message of the failure that a text ends in; empty where all of it is taken.
 std::string failureOf(std::string_view text) {
     try {
-        cli::takeChannelCsv(text);
+        document::takeChannelCsv(text, [](const std::string&) {});
         return {};
-    } catch (const cli::Failure& failure) {
-        require(failure.code() == 1 || failure.code() == 2, "an exit code of the program");
-        return failure.what();
+    } catch (const document::Refused& refused) {
+        require(refused.reason() == document::Reason::notPossible, "the line is named");
+        return refused.what();
     }
 }
 
-std::vector<cli::CsvRow> rowsOf(std::string_view text) {
+std::vector<document::CsvRow> rowsOf(std::string_view text) {
     try {
-        return cli::parseCsv(text);
-    } catch (const cli::Failure&) {
+        return document::parseCsv(text);
+    } catch (const document::Refused&) {
         return {};
     }
 }
 
-void requireReadAsWritten(const std::vector<cli::CsvRow>& rows) {
+void requireReadAsWritten(const std::vector<document::CsvRow>& rows) {
     // After another line: a byte order mark at the start of a file is not part of its first cell.
-    std::string written = cli::csvLine({"first"});
+    std::string written = document::csvLine({"first"});
     for (const auto& row : rows) {
-        written += cli::csvLine(row.cells);
+        written += document::csvLine(row.cells);
     }
-    const auto again = cli::parseCsv(written);
-    require(std::ranges::equal(rows, std::span(again).subspan(1), {}, &cli::CsvRow::cells,
-                               &cli::CsvRow::cells),
+    const auto again = document::parseCsv(written);
+    require(std::ranges::equal(rows, std::span(again).subspan(1), {}, &document::CsvRow::cells,
+                               &document::CsvRow::cells),
             "cells come back as they were written");
 }
 
 void requireExportedAsImported() {
     const auto channels = fuzz::theChannels();
-    const auto exported = cli::channelCsv();
+    const auto exported = document::channelCsv();
     require(failureOf(exported).empty(), "what was exported can be imported");
     require(fuzz::theChannels() == channels, "and changes nothing");
     // Into another table it makes the same channels.
     fuzz::freshCore();
     require(failureOf(exported).empty(), "what was exported can be imported elsewhere");
-    require(cli::channelCsv() == exported, "with the same result");
+    require(document::channelCsv() == exported, "with the same result");
 }
 
 }  // namespace

@@ -22,9 +22,9 @@
 #include "base/Files.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
-#include "cli/edit.h"
 #include "cli/program.h"
 #include "commandTexts.h"
+#include "document/edit.h"
 #include "settings/optionTable.h"
 
 namespace {
@@ -41,7 +41,7 @@ std::string textOf(const std::filesystem::path& path) {
 std::string channelFields() {
     std::vector<std::string> names;
     for (int col = 1; col <= modChMem::state().ColNum; ++col) {
-        names.push_back(cli::nameOfColumn(col));
+        names.push_back(document::nameOfColumn(col));
     }
     return fmt::format("{}", fmt::join(names, " "));
 }

@@ -18,8 +18,8 @@
 #include "base/Files.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
-#include "cli/edit.h"
 #include "cli/program.h"
+#include "document/edit.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "program/modFileCmd.h"
@@ -47,7 +47,7 @@ void applyLine(const std::string& line) {
         modChMem::SoftDisplay();
         return;
     }
-    cli::applyEdit(key, value);
+    document::applyEdit(key, value, cli::warn);
     // Each line works on the image as the lines before have left it.
     modChMem::SetConvIicDat();
 }

@@ -67,6 +67,12 @@ inline constexpr Text savingFailed{"保存失败", "saving failed"};
 inline constexpr Text sameFile{"{} 和 {} 是同一个文件；请给出不同的文件",
                                "{} and {} are the same file; name two different ones"};
 
+// set, export and import
+inline constexpr Text seeSetHelp{"；请参阅 k520-cli set --help", "; see k520-cli set --help"};
+inline constexpr Text csvTooLarge{"{}：文件太大，不是信道列表",
+                                  "{}: too large for a list of channels"};
+inline constexpr Text fileWithReason{"{}：{}", "{}: {}"};
+
 // show
 inline constexpr Text modelTitle{"机型", "Model type"};
 inline constexpr Text bandTitle{"频段", "Frequency [MHz]"};

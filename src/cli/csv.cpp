@@ -1,178 +1,27 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include <fmt/format.h>
-
-#include <algorithm>
 #include <cstddef>
-#include <set>
+#include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
-#include "base/Checked.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
-#include "base/typedText.h"
-#include "channels/modChMem.h"
-#include "channels/modCtdcs.h"
 #include "cli/Failure.h"
-#include "cli/channelCsv.h"
+#include "cli/cliTexts.h"
 #include "cli/commands.h"
-#include "cli/csvText.h"
 #include "cli/document.h"
-#include "cli/edit.h"
-#include "cli/editTexts.h"
+#include "cli/edits.h"
 #include "cli/output.h"
-#include "cli/picture.h"
 #include "cli/program.h"
+#include "document/channelCsv.h"
 
 namespace k520::cli {
 
 namespace {
 
-constexpr const char* channelTitle = "channel";
 constexpr std::size_t largestCsv = 16U << 20U;
-
-[[noreturn]] void failAt(int line, const std::string& reason) {
-    fail(say(texts::csvLineReason, line, reason));
-}
-
-/// The columns that stand in a CSV file: all but the reserved one.
-std::vector<int> csvColumns() {
-    std::vector<int> columns;
-    for (int col = 1; col <= modChMem::state().ColNum; ++col) {
-        if (col != modChMem::column::reserved) {
-            columns.push_back(col);
-        }
-    }
-    return columns;
-}
-
-std::string withoutOff(const std::string& tone) {
-    return tone == modCtdcs::state().CtdcsOffText ? std::string() : tone;
-}
-
-/// The cells of a channel as export writes them, by column number; a tone that is off is empty.
-std::vector<std::string> cellsOf(const ChannelPicture& channel) {
-    std::vector<std::string> cells(static_cast<std::size_t>(modChMem::state().ColNum) + 1);
-    if (!channel.rx) {
-        return cells;
-    }
-    cells[modChMem::column::rx] = frequencyText(channel.rx);
-    cells[modChMem::column::tx] = frequencyText(channel.tx);
-    cells[modChMem::column::decode] = withoutOff(channel.decode);
-    cells[modChMem::column::encode] = channel.tx ? withoutOff(channel.encode) : std::string();
-    for (const auto& parameter : channel.parameters) {
-        cells[static_cast<std::size_t>(parameter.field)] = parameter.text;
-    }
-    return cells;
-}
-
-std::vector<std::string> currentCells(int channel) {
-    return cellsOf(channelPicture(channel));
-}
-
-/// The grid column of each CSV column; 0 for the channel's number.
-std::vector<int> columnsOfTitles(const CsvRow& titles) {
-    std::vector<int> columns;
-    for (const auto& cell : titles.cells) {
-        const auto name = lowerAscii(trimBlanks(cell));
-        const int col = name == channelTitle ? 0 : columnOfKey(name);
-        if (col == 0 && name != channelTitle) {
-            failAt(titles.line, say(texts::csvTitleUnknown, typedText::shown(cell)));
-        }
-        if (std::ranges::find(columns, col) != columns.end()) {
-            failAt(titles.line, say(texts::csvTitleTwice, cell));
-        }
-        columns.push_back(col);
-    }
-    if (std::ranges::find(columns, 0) == columns.end()) {
-        failAt(titles.line, say(texts::csvTitleMissing, channelTitle));
-    }
-    return columns;
-}
-
-/// One line of channels: what it gives for each grid column, where it gives anything.
-struct ImportRow {
-    int channel = 0;
-    std::vector<std::optional<std::string>> cells;
-};
-
-int channelNumber(const std::string& text) {
-    const auto number = parseWhole(trimBlanks(text));
-    const int channels = modChMem::state().ChNum;
-    if (!number || *number < 1 || *number > channels) {
-        fail(say(texts::csvNoChannel, typedText::shown(text), channels));
-    }
-    return *number;
-}
-
-ImportRow importRow(const CsvRow& row, const std::vector<int>& columns) {
-    if (row.cells.size() != columns.size()) {
-        fail(say(texts::csvCellCount, row.cells.size(), columns.size()));
-    }
-    ImportRow result;
-    result.cells.resize(static_cast<std::size_t>(modChMem::state().ColNum) + 1);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        if (columns[i] == 0) {
-            result.channel = channelNumber(row.cells[i]);
-        } else {
-            result.cells[static_cast<std::size_t>(columns[i])] = trimBlanks(row.cells[i]);
-        }
-    }
-    return result;
-}
-
-/// A channel whose receive cell is emptied goes, whatever its row still says of it.
-bool deletes(const ImportRow& row, const std::vector<std::string>& before) {
-    if (row.cells[modChMem::column::rx] != std::string()) {
-        return false;
-    }
-    for (std::size_t col = modChMem::column::tx; col < row.cells.size(); ++col) {
-        const auto& cell = row.cells[col];
-        if (cell && !cell->empty() && *cell != before[col]) {
-            return false;
-        }
-    }
-    return true;
-}
-
-/// Types every cell that says something else than the grid, from left to right: what the file
-/// leaves as it was is not snapped to a raster or changed in any other way.
-void takeRow(const ImportRow& row) {
-    auto cells = currentCells(row.channel);
-    if (deletes(row, cells)) {
-        if (!cells[modChMem::column::rx].empty()) {
-            editCell(row.channel, modChMem::column::rx, "");
-        }
-        return;
-    }
-    for (std::size_t col = modChMem::column::rx; col < row.cells.size(); ++col) {
-        if (row.cells[col] && *row.cells[col] != cells[col]) {
-            editCell(row.channel, static_cast<int>(col), *row.cells[col]);
-            // An edit may change its neighbours, too.
-            cells = currentCells(row.channel);
-        }
-    }
-}
-
-void takeRows(const std::vector<CsvRow>& rows) {
-    if (rows.empty()) {
-        fail(say(texts::csvNoTitles));
-    }
-    const auto columns = columnsOfTitles(rows.front());
-    std::set<int> seen;
-    for (std::size_t i = 1; i < rows.size(); ++i) {
-        try {
-            const auto row = importRow(rows[i], columns);
-            if (!seen.insert(row.channel).second) {
-                fail(say(texts::csvChannelTwice, row.channel));
-            }
-            takeRow(row);
-        } catch (const Failure& failure) {
-            failAt(rows[i].line, failure.what());
-        }
-    }
-}
 
 std::string readCsv(const std::string& path) {
     try {
@@ -188,33 +37,11 @@ std::string readCsv(const std::string& path) {
 
 }  // namespace
 
-std::string channelCsv() {
-    std::vector<std::string> titles{channelTitle};
-    const auto columns = csvColumns();
-    for (const int col : columns) {
-        titles.push_back(nameOfColumn(col));
-    }
-    std::string text = csvLine(titles);
-    for (const auto& channel : currentPicture().channels) {
-        const auto cells = cellsOf(channel);
-        std::vector<std::string> row{fmt::format("{}", channel.channel)};
-        for (const int col : columns) {
-            row.push_back(cells[static_cast<std::size_t>(col)]);
-        }
-        text += csvLine(row);
-    }
-    return text;
-}
-
-void takeChannelCsv(std::string_view text) {
-    takeRows(parseCsv(text));
-}
-
 int runExport(const Arguments& arguments) {
     requireDifferentFiles({arguments.at("FILE"), arguments.get("output")});
     startConfiguration(DefaultImage::helpful);
     openDocument(arguments.at("FILE"), ShortFile::warn);
-    const auto text = channelCsv();
+    const auto text = document::channelCsv();
     const auto output = arguments.get("output");
     if (!output) {
         print(text);
@@ -237,11 +64,11 @@ int runImport(const Arguments& arguments) {
     const auto& csv = arguments.at("CSV");
     openDocument(file, ShortFile::refuse);
     try {
-        takeChannelCsv(readCsv(csv));
+        takeChannels(readCsv(csv));
     } catch (const Failure& failure) {
         fail(std::string(failure.what()).starts_with(csv)
                  ? failure.what()
-                 : say(texts::keyWithReason, csv, failure.what()));
+                 : say(texts::fileWithReason, csv, failure.what()));
     }
     saveDocument(arguments.get("output").value_or(file));
     return exitDone;

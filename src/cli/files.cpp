@@ -5,9 +5,9 @@
 #include "cli/Failure.h"
 #include "cli/cliTexts.h"
 #include "cli/commands.h"
-#include "cli/compare.h"
+#include "cli/comparisonText.h"
 #include "cli/document.h"
-#include "cli/edit.h"
+#include "cli/edits.h"
 #include "cli/output.h"
 #include "cli/program.h"
 
@@ -35,10 +35,10 @@ int runDiff(const Arguments& arguments) {
     const auto& nameA = arguments.at("A");
     const auto& nameB = arguments.at("B");
     openDocument(nameA, ShortFile::warn);
-    const Picture a = currentPicture();
+    const auto a = document::currentPicture();
     renewConfiguration();
     openDocument(nameB, ShortFile::warn);
-    const auto comparison = compare(a, currentPicture());
+    const auto comparison = document::compare(a, document::currentPicture());
     print(arguments.has("json") ? comparisonJson(comparison).dump(2) + "\n"
                                 : comparisonText(comparison, nameA, nameB));
     if (!comparison.equal()) {

@@ -20,7 +20,7 @@
 #include "base/Terminal.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
-#include "cli/compare.h"
+#include "cli/comparisonText.h"
 #include "cli/output.h"
 #include "cli/program.h"
 #include "cli/sessionTexts.h"
@@ -262,8 +262,8 @@ void RadioLink::conclude(const safeguards::Report& report) {
 /// Prints what differs. The stamp, which comparisons leave out, counts here.
 void RadioLink::failForDifferences(const safeguards::Report& report) const {
     const bool written = report.written;
-    const auto expected = pictureOf(report.expected);
-    const auto comparison = compare(expected, pictureOf(report.found));
+    const auto expected = document::pictureOf(report.expected);
+    const auto comparison = document::compare(expected, document::pictureOf(report.found));
     print(comparisonText(comparison, say(written ? texts::sideSent : texts::sideFirst),
                          say(written ? texts::sideRadio : texts::sideSecond)));
     const auto count = comparison.equal() ? say(texts::onlyTheStamp) : countText(comparison);

@@ -5,7 +5,7 @@
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
-#include "cli/compare.h"
+#include "cli/comparisonText.h"
 #include "cli/document.h"
 #include "cli/output.h"
 #include "cli/program.h"
@@ -35,8 +35,8 @@ void encodeTables() {
 void requireEqual(const MemoryImage& expected, const std::string& nameOfExpected,
                   const MemoryImage& found, const std::string& nameOfFound,
                   const std::string& verdict) {
-    const auto a = pictureOf(expected);
-    const auto comparison = compare(a, pictureOf(found));
+    const auto a = document::pictureOf(expected);
+    const auto comparison = document::compare(a, document::pictureOf(found));
     if (!comparison.equal()) {
         print(comparisonText(comparison, nameOfExpected, nameOfFound));
         fail(say(texts::withCause, verdict, countText(comparison)));

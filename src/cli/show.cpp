@@ -16,14 +16,18 @@
 #include "cli/commands.h"
 #include "cli/document.h"
 #include "cli/output.h"
-#include "cli/picture.h"
 #include "cli/program.h"
+#include "document/picture.h"
 #include "settings/optionTable.h"
 
 namespace k520::cli {
 
 namespace {
 
+using document::ChannelPicture;
+using document::ParameterPicture;
+using document::Picture;
+using document::stampText;
 using json = nlohmann::ordered_json;
 
 constexpr std::int64_t hertzPerUnit = 10;
@@ -174,7 +178,7 @@ int runShow(const Arguments& arguments) {
     const auto& file = arguments.at("FILE");
     startConfiguration(DefaultImage::helpful, readerOf(arguments));
     openDocument(file, ShortFile::warn);
-    const Picture picture = currentPicture();
+    const Picture picture = document::currentPicture();
     if (arguments.has("json")) {
         // Bytes that are not UTF-8 can only come from the file's name or the settings.
         print(pictureJson(picture, file)

@@ -4,18 +4,16 @@
 
 #include "base/Text.h"
 
-/// Messages of set, export and import.
+/// What an edit or a file of channels is refused for, and what an edit remarks.
 namespace k520::texts {
 
-// Keys and values of set.
-inline constexpr Text keyUnknown{"没有键“{}”；请参阅 k520-cli set --help",
-                                 "there is no key \"{}\"; see k520-cli set --help"};
+// Keys and values.
+inline constexpr Text keyUnknown{"没有键“{}”", "there is no key \"{}\""};
 inline constexpr Text keyNotOfChannel{"没有键“{}”；信道的键形如 ch1.rx",
                                       "there is no key \"{}\"; channel keys look like ch1.rx"};
 inline constexpr Text keyWithoutValue{"“{}”不是 KEY=VALUE 的形式", "\"{}\" is not KEY=VALUE"};
 inline constexpr Text keyOutOfRange{"{}：信道只有 1 至 {}", "{}: there are channels 1 to {}"};
-inline constexpr Text optionUnknown{"没有选项“{}”；请参阅 k520-cli set --help",
-                                    "there is no option \"{}\"; see k520-cli set --help"};
+inline constexpr Text optionUnknown{"没有选项“{}”", "there is no option \"{}\""};
 inline constexpr Text optionNotStored{"option.{} 是对讲机的硬件特性，不会保存",
                                       "option.{} is fixed in the radio and is never stored"};
 inline constexpr Text columnNotStored{
@@ -46,8 +44,6 @@ inline constexpr Text csvNoChannel{"“{}”不是信道；信道只有 1 至 {}
                                    "\"{}\" is not a channel; there are channels 1 to {}"};
 inline constexpr Text csvChannelTwice{"信道 {} 出现了两次", "channel {} appears twice"};
 inline constexpr Text csvCellCount{"有 {} 个单元格，而标题有 {} 个", "{} cells under {} titles"};
-inline constexpr Text csvTooLarge{"{}：文件太大，不是信道列表",
-                                  "{}: too large for a list of channels"};
 inline constexpr Text csvAfterQuote{"右引号之后还有文字", "text after a closing quote"};
 inline constexpr Text csvOpenQuote{"引号没有结束", "a quote is never closed"};
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "cli/picture.h"
+#include "document/picture.h"
 
 #include <fmt/format.h>
 
@@ -15,7 +15,7 @@
 #include "image/stamp.h"
 #include "settings/modSysSet.h"
 
-namespace k520::cli {
+namespace k520::document {
 
 namespace {
 
@@ -105,4 +105,4 @@ std::string stampText(const std::optional<DateTime>& stamp) {
                  : std::string();
 }
 
-}  // namespace k520::cli
+}  // namespace k520::document

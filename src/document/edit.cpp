@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "cli/edit.h"
+#include "document/edit.h"
 
 #include <fmt/format.h>
 
@@ -15,13 +15,12 @@
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
-#include "cli/Failure.h"
-#include "cli/editTexts.h"
-#include "cli/program.h"
+#include "document/Refused.h"
+#include "document/editTexts.h"
 #include "settings/optionPanel.h"
 #include "settings/optionTable.h"
 
-namespace k520::cli {
+namespace k520::document {
 
 namespace {
 
@@ -32,65 +31,67 @@ std::string channelKey(int channel, std::string_view field) {
 }
 
 /// Says what the edit of `key` made of its value, if that is not plain.
-void tellRemark(const std::string& key) {
+void tellRemark(const std::string& key, const Listener& listener) {
     const auto& remark = modChEdit::state().remark;
     if (!remark.empty()) {
-        warn(key + "=" + remark);
+        listener(key + "=" + remark);
     }
 }
 
-[[noreturn]] void failFor(const channelEdit::Refusal& refusal, int channel,
-                          const std::string& key) {
+[[noreturn]] void refuseFor(const channelEdit::Refusal& refusal, int channel,
+                            const std::string& key) {
     switch (refusal.cause) {
         case channelEdit::Cause::channelEmpty:
-            fail(say(texts::cannotSetEmpty, key, channel, channel));
+            refuse(Reason::notPossible, say(texts::cannotSetEmpty, key, channel, channel));
         case channelEdit::Cause::noTransmission:
-            fail(say(texts::cannotSetSilent, key, channel, channel));
+            refuse(Reason::notPossible, say(texts::cannotSetSilent, key, channel, channel));
         case channelEdit::Cause::unreadable:
             break;
     }
-    refuse(say(texts::keyWithReason, key, refusal.reason));
+    refuse(Reason::notUnderstood, say(texts::keyWithReason, key, refusal.reason));
 }
 
 /// Only nothing at all deletes: a script's variable that holds a blank must not empty a channel.
 void requireMeant(int channel, int col, const std::string& value) {
     if (channelEdit::kindOf(col) == channelEdit::Kind::frequency && !value.empty() &&
         cellText::isEmpty(value)) {
-        refuse(say(texts::keyWithReason, channelKey(channel, nameOfColumn(col)),
+        refuse(Reason::notUnderstood,
+               say(texts::keyWithReason, channelKey(channel, nameOfColumn(col)),
                    say(texts::notAFrequency, typedText::shown(value))));
     }
 }
 
-void editChannel(std::string_view key, std::string_view rest, const std::string& value) {
+void editChannel(std::string_view key, std::string_view rest, const std::string& value,
+                 const Listener& listener) {
     const auto dot = rest.find('.');
     const auto channel = parseWhole(rest.substr(0, dot));
     const int channels = modChMem::state().ChNum;
     if (dot == std::string_view::npos || !channel) {
-        refuse(say(texts::keyNotOfChannel, key));
+        refuse(Reason::notUnderstood, say(texts::keyNotOfChannel, key));
     }
     if (*channel < 1 || *channel > channels) {
-        refuse(say(texts::keyOutOfRange, key, channels));
+        refuse(Reason::notUnderstood, say(texts::keyOutOfRange, key, channels));
     }
     const int col = columnOfKey(rest.substr(dot + 1));
     if (col == 0) {
-        refuse(say(texts::keyUnknown, key));
+        refuse(Reason::unknownName, say(texts::keyUnknown, key));
     }
     requireMeant(*channel, col, value);
-    editCell(*channel, col, value);
+    editCell(*channel, col, value, listener);
 }
 
-void editCustomBand(const std::string& value, std::size_t dash) {
+void editCustomBand(const std::string& value, std::size_t dash, const Listener& listener) {
     const auto low = value.substr(0, dash);
     const auto high = value.substr(dash + 1);
     if (!cellText::megahertz(low) || !cellText::megahertz(high)) {
-        refuse(say(texts::bandNotARange, typedText::shown(value)));
+        refuse(Reason::notUnderstood, say(texts::bandNotARange, typedText::shown(value)));
     }
     if (!modModel::acceptCustomRange(low, high)) {
-        warn(say(texts::bandWidened, value));
+        listener(say(texts::bandWidened, value));
     }
 }
 
-void editBand(const std::string& value) {
+void editBand(const std::string& value, const Listener& listener) {
     const auto index = parseWhole(value);
     if (index && *index >= 0 && *index < modModel::customBand) {
         modModel::selectBand(*index);
@@ -98,30 +99,32 @@ void editBand(const std::string& value) {
     }
     const auto dash = value.find('-', 1);
     if (index || dash == std::string::npos) {
-        refuse(say(texts::bandUnknown, typedText::shown(value), modModel::customBand - 1));
+        refuse(Reason::notUnderstood,
+               say(texts::bandUnknown, typedText::shown(value), modModel::customBand - 1));
     }
-    editCustomBand(value, dash);
+    editCustomBand(value, dash, listener);
 }
 
-void editOption(std::string_view name, const std::string& text) {
+void editOption(std::string_view name, const std::string& text, const Listener& listener) {
     const auto* option = optionTable::findOption(lowerAscii(name));
     if (option == nullptr) {
-        refuse(say(texts::optionUnknown, name));
+        refuse(Reason::unknownName, say(texts::optionUnknown, name));
     }
     const auto key = fmt::format("option.{}", option->name);
     const auto entry = optionTable::parseValue(*option, text);
     if (!entry) {
-        refuse(say(texts::keyWithReason, key,
+        refuse(Reason::notUnderstood,
+               say(texts::keyWithReason, key,
                    say(texts::notAnEntry, typedText::shown(text),
                        fmt::join(optionTable::entryTexts(*option), say(texts::entriesBetween)))));
     }
     const auto value = static_cast<std::int16_t>(entry->value);
     if (entry->byIndex) {
-        warn(key + "=" +
-             say(texts::byIndexRemark, text, value, optionTable::valueText(*option, value)));
+        listener(key + "=" +
+                 say(texts::byIndexRemark, text, value, optionTable::valueText(*option, value)));
     }
     if (option->ownedMask == 0) {
-        warn(say(texts::optionNotStored, option->name));
+        listener(say(texts::optionNotStored, option->name));
     }
     optionPanel::optionClicked(option->number, value);
 }
@@ -155,38 +158,38 @@ std::string nameOfColumn(int col) {
     }
 }
 
-void editCell(int channel, int col, const std::string& value) {
+void editCell(int channel, int col, const std::string& value, const Listener& listener) {
     const auto key = channelKey(channel, nameOfColumn(col));
     if (const auto refusal = gridCells::put(channel, col, value)) {
-        failFor(*refusal, channel, key);
+        refuseFor(*refusal, channel, key);
     }
-    tellRemark(key);
+    tellRemark(key, listener);
     if (channelEdit::kindOf(col) == channelEdit::Kind::plain) {
-        warn(say(texts::columnNotStored, key));
+        listener(say(texts::columnNotStored, key));
     }
 }
 
-void applyEdit(std::string_view key, const std::string& value) {
+void applyEdit(std::string_view key, const std::string& value, const Listener& listener) {
     constexpr std::string_view optionPrefix = "option.";
     const auto lower = lowerAscii(key);
     const std::string_view name = lower;
     if (name == "band") {
-        editBand(value);
+        editBand(value, listener);
     } else if (name.starts_with(optionPrefix)) {
-        editOption(name.substr(optionPrefix.size()), value);
+        editOption(name.substr(optionPrefix.size()), value, listener);
     } else if (name.starts_with("ch")) {
-        editChannel(key, name.substr(2), value);
+        editChannel(key, name.substr(2), value, listener);
     } else {
-        refuse(say(texts::keyUnknown, key));
+        refuse(Reason::unknownName, say(texts::keyUnknown, key));
     }
 }
 
-void applyEditWord(const std::string& word) {
+void applyEditWord(const std::string& word, const Listener& listener) {
     const auto equals = word.find('=');
     if (equals == std::string::npos) {
-        refuse(say(texts::keyWithoutValue, word));
+        refuse(Reason::notUnderstood, say(texts::keyWithoutValue, word));
     }
-    applyEdit(std::string_view(word).substr(0, equals), word.substr(equals + 1));
+    applyEdit(std::string_view(word).substr(0, equals), word.substr(equals + 1), listener);
 }
 
-}  // namespace k520::cli
+}  // namespace k520::document

@@ -3,16 +3,15 @@
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "base/Clock.h"
-#include "cli/picture.h"
+#include "document/picture.h"
 
 /// Comparing two images.
-namespace k520::cli {
+namespace k520::document {
 
 /// One thing that differs, in the program's terms or, where it has none, as a byte.
 struct Difference {
@@ -38,13 +37,4 @@ struct Comparison {
 /// none of the differences found explains. The programming stamp is left out.
 [[nodiscard]] Comparison compare(const Picture& a, const Picture& b);
 
-/// A table of the differences under the names of both sides.
-[[nodiscard]] std::string comparisonText(const Comparison& comparison, const std::string& nameA,
-                                         const std::string& nameB);
-
-[[nodiscard]] nlohmann::ordered_json comparisonJson(const Comparison& comparison);
-
-/// "1 difference", "3 differences", in the language in force.
-[[nodiscard]] std::string countText(const Comparison& comparison);
-
-}  // namespace k520::cli
+}  // namespace k520::document

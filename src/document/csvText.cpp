@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
-#include "cli/csvText.h"
+#include "document/csvText.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <utility>
 
-#include "cli/Failure.h"
-#include "cli/editTexts.h"
+#include "document/Refused.h"
+#include "document/editTexts.h"
 
-namespace k520::cli {
+namespace k520::document {
 
 namespace {
 
@@ -39,7 +39,8 @@ class Reader {
         } while (take(','));
         const bool ended = take('\r');
         if (!take('\n') && !ended && at_ < text_.size()) {
-            fail(say(texts::csvLineReason, line_, say(texts::csvAfterQuote)));
+            refuse(Reason::notPossible,
+                   say(texts::csvLineReason, line_, say(texts::csvAfterQuote)));
         }
         ++line_;
         return row;
@@ -65,7 +66,7 @@ class Reader {
             line_ += c == '\n' ? 1 : 0;
             cell += c;
         }
-        fail(say(texts::csvLineReason, begin, say(texts::csvOpenQuote)));
+        refuse(Reason::notPossible, say(texts::csvLineReason, begin, say(texts::csvOpenQuote)));
     }
 
     bool take(char wanted) {
@@ -107,4 +108,4 @@ std::string csvLine(const std::vector<std::string>& cells) {
     return fmt::format("{}\n", fmt::join(written, ","));
 }
 
-}  // namespace k520::cli
+}  // namespace k520::document

@@ -5,18 +5,17 @@
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
-#include "cli/Failure.h"
-#include "cli/channelCsv.h"
-#include "cli/csvText.h"
-#include "cli/edit.h"
-#include "program/modFileCmd.h"
-#include "program/modStartUp.h"
+#include "document/channelCsv.h"
+#include "document/csvText.h"
+#include "document/edit.h"
+#include "image/modIicDat.h"
 #include "support/ProgramFolder.h"
 
 namespace k520 {
 namespace {
 
 const std::string refused = "-";
+void unheard(const std::string& /*remark*/) {}
 const std::string longText(300, '9');
 
 /// One text through the four ways into a cell of channel 1, which before each of them is 446 MHz
@@ -26,10 +25,12 @@ class OneMeaning : public test::ProgramFolder {
     void start(std::int16_t language) {
         mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
         mdimoduMain::state().settingsWritable = false;
-        modStartUp::readSettings();
         mdimoduMain::state().Language = language;
-        modStartUp::prepareCore();
-        modFileCmd::NewFileSol();
+        modSoftFace::FillSoftFace(language);
+        modIicDat::sizeArrays(0x1FFF);
+        modChMem::initChannelForm();
+        modIicDat::InitTempArray();
+        modChMem::SoftDisplay();
         EXPECT_EQ(failure(), "");
     }
     static modChMem::Channel& channel() { return modChMem::state().ChInfo(1); }
@@ -65,19 +66,20 @@ class OneMeaning : public test::ProgramFolder {
         try {
             command();
             return cell(col);
-        } catch (const cli::Failure& failure) {
-            EXPECT_NE(std::string(failure.what()), "");
+        } catch (const document::Refused& refusal) {
+            EXPECT_NE(std::string(refusal.what()), "");
             EXPECT_TRUE(channel() == before);
             return refused;
         }
     }
     static std::string set(int col, const std::string& text) {
-        return given(col, [&] { cli::editCell(1, col, text); });
+        return given(col, [&] { document::editCell(1, col, text, unheard); });
     }
     static std::string imported(int col, const std::string& text) {
         return given(col, [&] {
-            cli::takeChannelCsv(cli::csvLine({"channel", cli::nameOfColumn(col)}) +
-                                cli::csvLine({"1", text}));
+            document::takeChannelCsv(document::csvLine({"channel", document::nameOfColumn(col)}) +
+                                         document::csvLine({"1", text}),
+                                     unheard);
         });
     }
 
@@ -199,18 +201,18 @@ TEST_F(OneMeaning, EntriesOfEveryLanguageInEveryLanguage) {
 
 TEST_F(OneMeaning, AnExportOfOneLanguageIsTakenInTheOther) {
     start(mdimoduMain::languageChinese);
-    cli::applyEdit("ch2.rx", "433,5");
-    cli::applyEdit("ch2.decode", "无");
-    cli::applyEdit("ch2.BusyLock", "tone");
-    const auto chinese = cli::channelCsv();
+    document::applyEdit("ch2.rx", "433,5", unheard);
+    document::applyEdit("ch2.decode", "无", unheard);
+    document::applyEdit("ch2.BusyLock", "tone", unheard);
+    const auto chinese = document::channelCsv();
     resetModules();
     start(mdimoduMain::languageEnglish);
-    cli::takeChannelCsv(chinese);
-    const auto english = cli::channelCsv();
+    document::takeChannelCsv(chinese, unheard);
+    const auto english = document::channelCsv();
     resetModules();
     start(mdimoduMain::languageChinese);
-    cli::takeChannelCsv(english);
-    EXPECT_EQ(cli::channelCsv(), chinese);
+    document::takeChannelCsv(english, unheard);
+    EXPECT_EQ(document::channelCsv(), chinese);
     EXPECT_NE(english, chinese);
 }
 

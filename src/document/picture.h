@@ -14,7 +14,7 @@
 
 /// An image as the program understands it, as plain values: what show prints and what comparisons
 /// compare.
-namespace k520::cli {
+namespace k520::document {
 
 /// A parameter of a channel: one of the grid's columns from 5 on.
 struct ParameterPicture {
@@ -69,4 +69,4 @@ struct Picture {
 /// "2026-11-21 13:05", or an empty text for nothing.
 [[nodiscard]] std::string stampText(const std::optional<DateTime>& stamp);
 
-}  // namespace k520::cli
+}  // namespace k520::document
