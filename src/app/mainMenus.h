@@ -14,13 +14,14 @@ namespace k520::mainMenus {
 
 struct Menu {
     const char* name;
-    int text;                   ///< index of an interface text
+    SoftText text;              ///< not used where there is an own text
     const Text* own = nullptr;  ///< in place of a text of the numbered table
 };
-inline constexpr std::array menus{Menu{"mnuFile", 20},     Menu{"mnuEdit", 0, &texts::menuEdit},
-                                  Menu{"mnuProgram", 26},  Menu{"mnuOption", 29},
-                                  Menu{"mnuSettings", 31}, Menu{"mnuView", 0, &texts::menuView},
-                                  Menu{"mnuHelp", 36}};
+inline constexpr std::array menus{
+    Menu{"mnuFile", SoftText::menuFile},         Menu{"mnuEdit", {}, &texts::menuEdit},
+    Menu{"mnuProgram", SoftText::menuProgram},   Menu{"mnuOption", SoftText::menuOption},
+    Menu{"mnuSettings", SoftText::menuSettings}, Menu{"mnuView", {}, &texts::menuView},
+    Menu{"mnuHelp", SoftText::menuHelp}};
 
 /// The caption of a menu or of one of its items, in the language in force.
 template <class Row>

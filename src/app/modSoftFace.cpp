@@ -6,7 +6,6 @@
 
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
-#include "app/softFaceTexts.h"
 #include "base/Checked.h"
 #include "base/ModuleState.h"
 
@@ -44,11 +43,12 @@ void FillSoftFace(std::int16_t& language) {
     });
 }
 
-const std::string& text(int index) {
-    return checkedAt(state().SoftFace, index, "SoftFace");
+const std::string& text(SoftText text) {
+    return checkedAt(state().SoftFace, static_cast<int>(text), "SoftFace");
 }
 
-std::string_view textIn(TextLanguage language, int index) noexcept {
+std::string_view textIn(TextLanguage language, SoftText text) noexcept {
+    const auto index = static_cast<std::int16_t>(text);
     const auto rows = softFaceRows();
     const auto found = std::ranges::lower_bound(rows, index, {}, &SoftFaceRow::index);
     if (found == rows.end() || found->index != index) {

@@ -7,17 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "app/softFaceTexts.h"
 #include "base/Text.h"
 
 /// The interface texts of the language in force.
 namespace k520::modSoftFace {
-
-/// Indices of texts that stand in several places: the title of boxes, the names of the two kinds of
-/// data, and that of the one model.
-inline constexpr int noticeText = 70;
-inline constexpr int channelsText = 302;
-inline constexpr int optionsText = 303;
-inline constexpr int modelText = 356;
 
 struct State {
     /// Texts by index 0 to 445, UTF-8; all empty before the first FillSoftFace.
@@ -33,11 +27,11 @@ struct State {
 /// (Text.h) follow.
 void FillSoftFace(std::int16_t& language);
 
-/// Text `index` of the table. Raises 9 outside 0 to 445.
-[[nodiscard]] const std::string& text(int index);
+/// A text of the table. Raises 9 outside 0 to 445.
+[[nodiscard]] const std::string& text(SoftText text);
 
-/// Text `index` in one of the two languages that have texts, whichever is in force; empty for
-/// an index that has none.
-[[nodiscard]] std::string_view textIn(TextLanguage language, int index) noexcept;
+/// A text in one of the two languages that have texts, whichever is in force; empty for
+/// a number that has none.
+[[nodiscard]] std::string_view textIn(TextLanguage language, SoftText text) noexcept;
 
 }  // namespace k520::modSoftFace

@@ -120,7 +120,7 @@ class Pasting {
         if (reasons_.size() > mostReasons) {
             text += "\n" + say(texts::pasteMore, reasons_.size() - mostReasons);
         }
-        theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(modSoftFace::noticeText), text);
+        theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(SoftText::notice), text);
     }
 
     std::map<int, Channel> channels_;

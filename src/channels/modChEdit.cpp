@@ -191,13 +191,13 @@ std::vector<MenuItem> channelMenu(std::int16_t channel) {
         const bool present = channelAt(channel).present();
         const bool unlocked = !locked();
         modChMem::state().currentChannel = channel;
-        const auto numbered = [&](int index) {
-            return fmt::format("{} {}", modSoftFace::text(index), channel);
+        const auto numbered = [&](SoftText text) {
+            return fmt::format("{} {}", modSoftFace::text(text), channel);
         };
-        items = {{numbered(114), unlocked && !present},
-                 {numbered(110), unlocked && present},
-                 {modSoftFace::text(112), unlocked},
-                 {modSoftFace::text(113), unlocked && present}};
+        items = {{numbered(SoftText::openChannel), unlocked && !present},
+                 {numbered(SoftText::deleteChannel), unlocked && present},
+                 {modSoftFace::text(SoftText::deleteAllChannels), unlocked},
+                 {modSoftFace::text(SoftText::saveAsDefault), unlocked && present}};
     });
     return items;
 }

@@ -107,13 +107,13 @@ bool inBand(std::int32_t frequency) {
 void ChInfoModel() {
     guarded("frmChMem->ChInfoModel", [] {
         State& s = state();
-        s.cboModel = {{modSoftFace::text(modSoftFace::modelText)}, 0};
+        s.cboModel = {{modSoftFace::text(SoftText::model)}, 0};
         cboModel_Click();
         s.cboFrequency.items.clear();
         for (const Band& band : bandTable) {
             s.cboFrequency.items.emplace_back(band.name);
         }
-        s.cboFrequency.items[customBand] = modSoftFace::text(373);
+        s.cboFrequency.items[customBand] = modSoftFace::text(SoftText::customBand);
         selectBand(startBand);
     });
 }

@@ -92,18 +92,19 @@ json pictureJson(const Picture& picture, const std::string& file) {
 }
 
 /// A caption of the window; `fallback` in a language without captions.
-std::string caption(int textIndex, const Text& fallback) {
-    const auto& text = modSoftFace::text(textIndex);
+std::string caption(SoftText index, const Text& fallback) {
+    const auto& text = modSoftFace::text(index);
     return text.empty() ? say(fallback) : text;
 }
 
 std::string headText(const Picture& picture) {
     const auto stamp = stampText(picture.stamp);
     const std::vector<std::pair<std::string, std::string>> lines{
-        {caption(184, texts::modelTitle),
+        {caption(SoftText::radioModel, texts::modelTitle),
          picture.modelName.value_or(fmt::format("{} ?", picture.model))},
-        {caption(185, texts::bandTitle), picture.band.name},
-        {caption(187, texts::stampTitle), stamp.empty() ? caption(179, texts::noStamp) : stamp}};
+        {caption(SoftText::radioBand, texts::bandTitle), picture.band.name},
+        {caption(SoftText::radioLastWrite, texts::stampTitle),
+         stamp.empty() ? caption(SoftText::unknownTime, texts::noStamp) : stamp}};
     std::size_t width = 0;
     for (const auto& line : lines) {
         width = std::max(width, displayWidth(line.first));
@@ -168,8 +169,9 @@ std::string optionsText(const Picture& picture) {
                         optionTable::valueText(option, value),
                         fmt::format("option.{}", option.name)});
     }
-    return formatTable({{caption(200, texts::optionalFeatures)}, {""}, {say(texts::keyTitle)}},
-                       rows);
+    return formatTable(
+        {{caption(SoftText::optionFrame, texts::optionalFeatures)}, {""}, {say(texts::keyTitle)}},
+        rows);
 }
 
 }  // namespace

@@ -29,12 +29,9 @@ namespace {
 
 constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
 
-constexpr int renewText = 74;
-constexpr int saveText = 82;
-
-bool askAndKeep(int textIndex) {
-    const bool yes = theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
-                                      modSoftFace::text(textIndex), textIndex == saveText);
+bool askAndKeep(SoftText question) {
+    const bool yes = theDialogs().ask(modSoftFace::text(SoftText::notice),
+                                      modSoftFace::text(question), question == SoftText::askSave);
     state().lastAnswer = yes ? answerYes : answerNo;
     return yes;
 }
@@ -61,16 +58,16 @@ std::string shown(const Remark& remark) {
 }
 
 void renewIfWanted() {
-    if (askAndKeep(renewText)) {
+    if (askAndKeep(SoftText::askRenew)) {
         setCurrentFile(state().defaultFilePath);
         NewFileSol();
         remark({});
     }
 }
 
-void tellFailure(int textIndex) {
-    theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
-                      modSoftFace::text(textIndex));
+void tellFailure(SoftText failure) {
+    theDialogs().tell(BoxIcon::critical, modSoftFace::text(SoftText::notice),
+                      modSoftFace::text(failure));
 }
 
 /// What is unusual about a file of `held` bytes that was just opened.
@@ -190,7 +187,7 @@ std::string shownOrigin() {
 void setCurrentFile(std::string path) {
     State& s = state();
     s.currentFilePath = std::move(path);
-    s.filePanel = modSoftFace::text(85) + s.currentFilePath;
+    s.filePanel = modSoftFace::text(SoftText::fileName) + s.currentFilePath;
     tellPanel();
 }
 
@@ -241,7 +238,7 @@ void openNamed(const std::string& path) {
         std::error_code unknown;
         const auto whole = std::filesystem::absolute(path, unknown);
         const bool missing = modShowErr::state().pendingNumber == errNum::fileNotFound;
-        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(SoftText::notice),
                           missing ? say(texts::fileMissing, (unknown ? path : whole.string()))
                                   : state().remark.text);
     }
@@ -251,19 +248,19 @@ void OpenFile() {
     if (!openWith([] {
             return theDialogs().openFile({dataFilter, state().currentFilePath, ""});
         })) {
-        tellFailure(83);
+        tellFailure(SoftText::wrongFileType);
     }
 }
 
 void SaveFile() {
     const bool done = guarded("mdifrmMain->SaveFile", [] {
         state().saveAsked = true;
-        if (askAndKeep(saveText)) {
+        if (askAndKeep(SoftText::askSave)) {
             SaveAsFile();
         }
     });
     if (!done) {
-        tellFailure(84);
+        tellFailure(SoftText::saveFailed);
     }
 }
 
@@ -279,7 +276,7 @@ void SaveAsFile() {
         }
     });
     if (!done) {
-        tellFailure(86);
+        tellFailure(SoftText::fileWriteFailed);
     }
 }
 

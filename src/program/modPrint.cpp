@@ -27,10 +27,6 @@ namespace k520::modPrint {
 
 namespace {
 
-constexpr int offText = 220;
-constexpr int onText = 221;
-constexpr int printErrorText = 106;
-
 std::string escaped(std::string_view text) {
     std::string html;
     for (const char letter : text) {
@@ -105,7 +101,7 @@ std::string channelTable(const std::vector<int>& channels) {
 
 std::string shownValue(const optionPanel::OptionControl& control) {
     if (control.items.empty()) {
-        return modSoftFace::text(control.checked ? onText : offText);
+        return modSoftFace::text(control.checked ? SoftText::on : SoftText::off);
     }
     return control.selected < 0 ? std::string()
                                 : checkedAt(control.items, control.selected, "option entry");
@@ -157,7 +153,7 @@ std::string head() {
            headRow(texts::printedOn, generalDate::text(theClock().dateTime())) + "</table>";
 }
 
-std::string heading(int text, bool newPage) {
+std::string heading(SoftText text, bool newPage) {
     return fmt::format("<h3{}>{}</h3>", newPage ? R"( style="page-break-before:always")" : "",
                        escaped(modSoftFace::text(text)));
 }
@@ -168,15 +164,15 @@ std::string documentHtml() {
     const auto channels = printedChannels();
     const bool full = std::ssize(channels) > channelsBesideOptions;
     return fmt::format(R"(<body style="font-size:9pt"><h2>{}</h2>{}{}{}{}{}</body>)",
-                       escaped(modSoftFace::text(modSoftFace::modelText)), head(),
-                       heading(modSoftFace::channelsText, false), channelTable(channels),
-                       heading(modSoftFace::optionsText, full), optionTables());
+                       escaped(modSoftFace::text(SoftText::model)), head(),
+                       heading(SoftText::channels, false), channelTable(channels),
+                       heading(SoftText::options, full), optionTables());
 }
 
 void Print() {
     if (!guarded("mdifrmMain->Print", [] { theDialogs().print(documentHtml()); })) {
-        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
-                          modSoftFace::text(printErrorText));
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(SoftText::notice),
+                          modSoftFace::text(SoftText::printFailed));
     }
 }
 

@@ -266,8 +266,8 @@ bool MDIForm_QueryUnload() {
     bool mayClose = false;
     guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
         auto& s = mdimoduMain::state();
-        mayClose = s.quitting || theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
-                                                  modSoftFace::text(73), false);
+        mayClose = s.quitting || theDialogs().ask(modSoftFace::text(SoftText::notice),
+                                                  modSoftFace::text(SoftText::askExit), false);
         s.exitAnswer = mayClose ? answerYes : answerNo;
         s.exiting = mayClose ? 1 : s.exiting;
     });
@@ -306,7 +306,7 @@ std::filesystem::path helpFile() {
 void Help() {
     const auto path = helpFile().string();
     if (!guarded("mdifrmMain->Help", [&] { theDialogs().openDocument(path); })) {
-        theDialogs().tell(BoxIcon::critical, modSoftFace::text(modSoftFace::noticeText),
+        theDialogs().tell(BoxIcon::critical, modSoftFace::text(SoftText::notice),
                           say(texts::helpCannotOpen) + "\n" + path);
     }
 }
@@ -319,7 +319,8 @@ bool SwiLangFace(std::int16_t language) {
     return guarded("mdifrmMain->SwiLangFace", [&] {
         mdimoduMain::writeSetting(section, "Language", numberText(language));
         s.Language = language;
-        theDialogs().tell(BoxIcon::question, "Message", modSoftFace::text(68));
+        theDialogs().tell(BoxIcon::question, "Message",
+                          modSoftFace::text(SoftText::languageChanged));
     });
 }
 

@@ -22,8 +22,6 @@ namespace {
 using optionTable::ControlKind;
 using optionTable::Option;
 
-constexpr int frameText = 200;
-
 OptionControl& controlOf(const Option& option) {
     return checkedAt(state().controls, option.number, "option control");
 }
@@ -108,7 +106,7 @@ State& state() {
 
 void InitFace() {
     guarded("frmChMem->InitFace:", [] {
-        state().frameCaption = modSoftFace::text(frameText);
+        state().frameCaption = modSoftFace::text(SoftText::optionFrame);
         for (const Option& option : optionTable::options()) {
             controlOf(option).caption = optionTable::captionText(option);
         }

@@ -19,8 +19,6 @@ using enum ControlKind;
 using enum EntryStyle;
 using enum Group;
 
-constexpr std::int16_t offText = 224;
-constexpr std::int16_t secondsText = 238;
 constexpr int secondsStep = 15;
 constexpr int byteOffset = 134;
 
@@ -33,7 +31,7 @@ constexpr std::array<Option, optionCount> table{{
     {.number = 0,
      .control = "cboTot",
      .name = "tot",
-     .caption = 233,
+     .caption = SoftText::timeOut,
      .group = transmit,
      .tip = texts::tipTot,
      .source = {{{0x130, 0xFF}}},
@@ -41,12 +39,12 @@ constexpr std::array<Option, optionCount> table{{
      .validMax = 20,
      .max = 20,
      .entries = offThenSeconds,
-     .firstText = 234,
+     .firstText = SoftText::timeOutOff,
      .rangeItem = "超时定时器     "},
     {.number = 1,
      .control = "cboSql",
      .name = "squelch",
-     .caption = 217,
+     .caption = SoftText::squelch,
      .group = receiver,
      .tip = texts::tipSquelch,
      .source = {{{0x134, 0xFF}}},
@@ -57,7 +55,7 @@ constexpr std::array<Option, optionCount> table{{
     {.number = 2,
      .control = "cboVolume",
      .name = "volume",
-     .caption = 239,
+     .caption = SoftText::volume,
      .group = receiver,
      .tip = texts::tipVolume,
      .source = {{{0x3FF, 0xFF}}},
@@ -68,7 +66,7 @@ constexpr std::array<Option, optionCount> table{{
     {.number = 3,
      .control = "cboAnVoice",
      .name = "voice",
-     .caption = 226,
+     .caption = SoftText::voice,
      .group = voiceAndTones,
      .tip = texts::tipVoice,
      .source = {{{0x12F, 0xFF}}},
@@ -76,12 +74,12 @@ constexpr std::array<Option, optionCount> table{{
      .validMax = 2,
      .max = 2,
      .entries = texts,
-     .firstText = 227,
+     .firstText = SoftText::firstVoice,
      .rangeItem = "语音通知     "},
     {.number = 4,
      .control = "cboRadioSql",
      .name = "broadcast_squelch",
-     .caption = 240,
+     .caption = SoftText::broadcastSquelch,
      .group = broadcast,
      .tip = texts::tipBroadcastSquelch,
      .codec = offsetByte,
@@ -93,7 +91,7 @@ constexpr std::array<Option, optionCount> table{{
     {.number = 5,
      .control = "cboRadioVolume",
      .name = "broadcast_volume",
-     .caption = 241,
+     .caption = SoftText::broadcastVolume,
      .group = broadcast,
      .tip = texts::tipBroadcastVolume,
      .source = {{{0x3F7, 0x0F}}},
@@ -103,29 +101,29 @@ constexpr std::array<Option, optionCount> table{{
     {.number = 6,
      .control = "chkBatSave",
      .name = "battery_save",
-     .caption = 327,
+     .caption = SoftText::batterySave,
      .group = power,
      .tip = texts::tipBatterySave,
      .source = {{{0x135, 0x01}}},
      .ownedMask = 0xFF,
      .kind = checkBox,
      .entries = texts,
-     .firstText = offText},
+     .firstText = SoftText::boxOff},
     {.number = 7,
      .control = "chkBeep",
      .name = "beep",
-     .caption = 328,
+     .caption = SoftText::beep,
      .group = voiceAndTones,
      .tip = texts::tipBeep,
      .source = {{{0x136, 0x01}}},
      .ownedMask = 0xFF,
      .kind = checkBox,
      .entries = texts,
-     .firstText = offText},
+     .firstText = SoftText::boxOff},
     {.number = 8,
      .control = "chkEmergencyAlarm",
      .name = "emergency_alarm",
-     .caption = 293,
+     .caption = SoftText::emergencyAlarm,
      .group = voiceAndTones,
      .tip = texts::tipEmergencyAlarm,
      .codec = bit,
@@ -133,36 +131,36 @@ constexpr std::array<Option, optionCount> table{{
      .ownedMask = 0x80,
      .kind = checkBox,
      .entries = texts,
-     .firstText = offText},
+     .firstText = SoftText::boxOff},
     // The field can give 2, which the list does not offer: the panel reports it.
     {.number = 9,
      .control = "cboAnChipSel",
      .name = "voice_chip",
-     .caption = 315,
+     .caption = SoftText::voiceChip,
      .group = voiceAndTones,
      .tip = texts::tipVoiceChip,
      .codec = chip,
      .source = {{{0x3FE, 0x03}}},
      .max = 1,
      .entries = texts,
-     .firstText = 316,
+     .firstText = SoftText::firstVoiceChip,
      .rangeItem = "语音片选择     "},
     {.number = 10,
      .control = "cboCrystal",
      .name = "crystal",
-     .caption = 326,
+     .caption = SoftText::crystal,
      .group = power,
      .tip = texts::tipCrystal,
      .codec = crystal,
      .source = {{{0x3D8, 0xFF}, {0x3D3, 0xC0}}},
      .max = 3,
      .entries = texts,
-     .firstText = 320,
+     .firstText = SoftText::firstCrystal,
      .rangeItem = "晶体频率     "},
     {.number = 11,
      .control = "cboPreTot",
      .name = "pre_tot",
-     .caption = 330,
+     .caption = SoftText::timeOutWarning,
      .group = transmit,
      .tip = texts::tipPreTot,
      .source = {{{0x131, 0xFF}}},
@@ -170,12 +168,12 @@ constexpr std::array<Option, optionCount> table{{
      .validMax = 10,
      .max = 10,
      .entries = offThenNumbers,
-     .firstText = 331,
+     .firstText = SoftText::timeOutWarningOff,
      .rangeItem = "超时预警     "},
     {.number = 12,
      .control = "cboVoxLevel",
      .name = "vox_level",
-     .caption = 333,
+     .caption = SoftText::voxGain,
      .group = vox,
      .tip = texts::tipVoxLevel,
      .source = {{{0x13A, 0xFF}}},
@@ -183,12 +181,12 @@ constexpr std::array<Option, optionCount> table{{
      .validMax = 10,
      .max = 10,
      .entries = offThenNumbers,
-     .firstText = 334,
+     .firstText = SoftText::voxGainOff,
      .rangeItem = "VOX增益电平     "},
     {.number = 13,
      .control = "cboVoxDly",
      .name = "vox_delay",
-     .caption = 336,
+     .caption = SoftText::voxDelay,
      .group = vox,
      .tip = texts::tipVoxDelay,
      .source = {{{0x13B, 0xFF}}},
@@ -196,24 +194,24 @@ constexpr std::array<Option, optionCount> table{{
      .validMax = 5,
      .max = 5,
      .entries = texts,
-     .firstText = 337,
+     .firstText = SoftText::firstVoxDelay,
      .rangeItem = "VOX延迟时间[秒]     "},
     {.number = 14,
      .control = "cboVoxRxForbid",
      .name = "vox_inhibit_rx",
-     .caption = 346,
+     .caption = SoftText::voxInhibit,
      .group = vox,
      .tip = texts::tipVoxInhibitRx,
      .source = {{{0x138, 0xFF}}},
      .ownedMask = 0xFF,
      .validMax = 1,
      .entries = texts,
-     .firstText = 347,
+     .firstText = SoftText::firstVoxInhibit,
      .rangeItem = "接收时禁止VOX     "},
     {.number = 15,
      .control = "chkLowBatTx",
      .name = "low_battery_tx",
-     .caption = 351,
+     .caption = SoftText::lowBatteryTransmit,
      .group = transmit,
      .tip = texts::tipLowBatteryTx,
      .codec = bit,
@@ -222,7 +220,7 @@ constexpr std::array<Option, optionCount> table{{
      .validMax = 1,
      .kind = checkBox,
      .entries = texts,
-     .firstText = offText},
+     .firstText = SoftText::boxOff},
 }};
 
 constexpr bool isOrdered() {
@@ -246,12 +244,12 @@ std::string entryText(const Option& option, int value, TextOf textOf) {
     const bool isFirst = value == 0;
     switch (option.entries) {
         case texts:
-            return std::string(textOf(option.firstText + value));
+            return std::string(textOf(textAfter(option.firstText, value)));
         case offThenNumbers:
             return isFirst ? std::string(textOf(option.firstText)) : fmt::to_string(value);
         case offThenSeconds:
             return isFirst ? std::string(textOf(option.firstText))
-                           : fmt::format("{}{}", secondsStep * value, textOf(secondsText));
+                           : fmt::format("{}{}", secondsStep * value, textOf(SoftText::seconds));
         case numbers:
             break;
     }
@@ -268,7 +266,7 @@ std::vector<std::string> allEntries(const Option& option, TextOf textOf) {
 }
 
 std::vector<std::string> entriesIn(TextLanguage language, const Option& option) {
-    return allEntries(option, [=](int index) { return modSoftFace::textIn(language, index); });
+    return allEntries(option, [=](SoftText text) { return modSoftFace::textIn(language, text); });
 }
 
 bool isEntry(const Option& option, double value) noexcept {

@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/softFaceTexts.h"
 #include "base/Text.h"
 #include "base/typedText.h"
 #include "image/MemoryImage.h"
@@ -55,7 +56,7 @@ struct Option {
     std::int16_t number = 0;
     std::string_view control = {};  ///< name of the panel's control
     std::string_view name = {};     ///< what scripts call it
-    std::int16_t caption = 0;       ///< index of the interface text beside the control
+    SoftText caption{};             ///< beside the control
     Group group = Group::transmit;
     Text tip;  ///< what the option is for; an option without one does not compile
 
@@ -71,7 +72,7 @@ struct Option {
     /// The highest value that the control can show; 1 for a check box.
     std::int16_t max = 1;
     EntryStyle entries = EntryStyle::numbers;
-    std::int16_t firstText = 0;  ///< index of an interface text
+    SoftText firstText{};  ///< see EntryStyle
     /// The list's name in the message about a value above `max`, the blanks after it included.
     std::string_view rangeItem = {};
 };

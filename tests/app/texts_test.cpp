@@ -118,12 +118,12 @@ TEST(SoftFaceTexts, FillTakesTheTextsOfTheLanguage) {
         modSoftFace::FillSoftFace(language);
         EXPECT_EQ(language, taken);
         for (const auto& text : texts) {
-            EXPECT_EQ(modSoftFace::text(text.first), text.second);
+            EXPECT_EQ(modSoftFace::text(SoftText(text.first)), text.second);
         }
     }
     EXPECT_EQ(modSoftFace::state().SoftFace, modSoftFace::State{}.SoftFace);
-    EXPECT_THROW(static_cast<void>(modSoftFace::text(446)), RuntimeError);
-    EXPECT_THROW(static_cast<void>(modSoftFace::text(-1)), RuntimeError);
+    EXPECT_THROW(static_cast<void>(modSoftFace::text(SoftText(446))), RuntimeError);
+    EXPECT_THROW(static_cast<void>(modSoftFace::text(SoftText(-1))), RuntimeError);
 }
 
 TEST(SoftFaceTexts, NamedTextsAreChineseInLanguageOneAndEnglishInAllOthers) {

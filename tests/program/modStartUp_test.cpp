@@ -181,7 +181,7 @@ TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
     const auto note = [&](const char* step) {
         const auto& channels = modChMem::state();
         seen += fmt::format("{}: text {}, font {}, rows {}, channel 1 {}, {}\n", step,
-                            modSoftFace::text(0), mdimoduMain::state().fontInUse,
+                            modSoftFace::text(SoftText::toolNew), mdimoduMain::state().fontInUse,
                             channels.vsfgGridCh.rows(), channels.ChInfo(1).present(),
                             mdimoduMain::state().lockState);
     };

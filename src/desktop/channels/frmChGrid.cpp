@@ -315,7 +315,7 @@ bool frmChGrid::mayEmpty(const QModelIndexList& chosen) {
     const auto count = std::ranges::count_if(chosen, [](const QModelIndex& index) {
         return gridCells::empties(CellGridModel::gridRow(index), CellGridModel::gridColumn(index));
     });
-    return count < 2 || theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+    return count < 2 || theDialogs().ask(modSoftFace::text(SoftText::notice),
                                          say(texts::emptyQuestion, count), false);
 }
 

@@ -43,7 +43,7 @@ QPalette noticeColours() {
     return palette;
 }
 
-void caption(QLabel& label, QWidget& control, int text, char mnemonic) {
+void caption(QLabel& label, QWidget& control, SoftText text, char mnemonic) {
     label.setText(withMnemonic(softText(text), mnemonic));
     label.setBuddy(&control);
     nameControl(control, softText(text));
@@ -96,11 +96,11 @@ void frmChMem::layOut() {
 
 void frmChMem::SetSoftFace() {
     guarded("modChMem->ChInfoInitFace", [this] {
-        setWindowTitle(softText(66));
+        setWindowTitle(softText(SoftText::channelTitle));
         nameControl(*vsfgGridCh_, windowTitle());
-        fraModel_->setTitle(softText(370));
-        caption(*lblModel_, *cboModel_, 371, mainMenus::modelLetter);
-        caption(*lblFrequency_, *cboFrequency_, 372, mainMenus::bandLetter);
+        fraModel_->setTitle(softText(SoftText::modelFrame));
+        caption(*lblModel_, *cboModel_, SoftText::modelLabel, mainMenus::modelLetter);
+        caption(*lblFrequency_, *cboFrequency_, SoftText::bandLabel, mainMenus::bandLetter);
     });
 }
 

@@ -56,16 +56,17 @@ frmCustomFre::frmCustomFre(QWidget* parent)
 
 void frmCustomFre::InitFace() {
     guarded("frmCustomFre->InitFace", [this] {
-        setWindowTitle(softText(374));
-        const std::pair<QLineEdit*, int> limits[] = {{txtFreMin_, 375}, {txtFreMax_, 376}};
+        setWindowTitle(softText(SoftText::customTitle));
+        const std::pair<QLineEdit*, SoftText> limits[] = {{txtFreMin_, SoftText::customMin},
+                                                          {txtFreMax_, SoftText::customMax}};
         for (const auto& [box, text] : limits) {
             auto* label = qobject_cast<QLabel*>(form_->labelForField(box));
             label->setText(softText(text));
             label->setBuddy(box);
             nameControl(*box, softText(text));
         }
-        captionControl(*cmdOk_, softText(377));
-        captionControl(*cmdCancel_, softText(378));
+        captionControl(*cmdOk_, softText(SoftText::customOk));
+        captionControl(*cmdCancel_, softText(SoftText::customCancel));
     });
 }
 

@@ -38,9 +38,6 @@ namespace k520 {
 
 namespace {
 
-constexpr int readText = 100;
-constexpr int writeText = 101;
-constexpr int titleText = 156;
 constexpr int startChars = 14;
 constexpr int usualWidth = 620;
 
@@ -210,15 +207,15 @@ void frmCommun::layOut() {
 }
 
 void frmCommun::setCaptions() {
-    setWindowTitle(softText(titleText));
-    captionControl(*cmdRead_, softText(readText));
-    captionControl(*cmdWrite_, softText(writeText));
+    setWindowTitle(softText(SoftText::communication));
+    captionControl(*cmdRead_, softText(SoftText::readButton));
+    captionControl(*cmdWrite_, softText(SoftText::writeButton));
     captionControl(*chkStopCom_, qSay(texts::stopSession));
     captionControl(*cmdRestore_, qSay(texts::restoreRadio));
     captionControl(*cmdClose_, qSay(texts::closeWindow));
     captionDetails();
     nameControl(*imgGreen_, qSay(texts::communLight));
-    nameControl(*prgCommunicate_, softText(titleText));
+    nameControl(*prgCommunicate_, softText(SoftText::communication));
     details_->setCaptions();
     guards_->setCaptions();
 }
@@ -365,7 +362,7 @@ std::optional<std::filesystem::path> frmCommun::chosenBackup() {
     const bool wanted = choice.exec() == QDialog::Accepted;
     auto backup = wanted ? choice.chosen() : std::nullopt;
     if (!backup || !restoreList::asksBefore(*backup, dueBackup_) ||
-        theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+        theDialogs().ask(modSoftFace::text(SoftText::notice),
                          say(texts::restoreQuestion, backup->filename().string()), false)) {
         return backup;
     }

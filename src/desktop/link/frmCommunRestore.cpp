@@ -129,7 +129,7 @@ void frmCommunRestore::showChoice() {
 void frmCommunRestore::forget() {
     const auto* row = selected();
     if (row != nullptr &&
-        theDialogs().ask(modSoftFace::text(modSoftFace::noticeText),
+        theDialogs().ask(modSoftFace::text(SoftText::notice),
                          say(texts::forgetQuestion, row->way.path.filename().string()), false)) {
         waysBack::forget(row->way);
         fill();

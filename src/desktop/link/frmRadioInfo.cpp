@@ -22,28 +22,27 @@ namespace k520 {
 
 namespace {
 
-constexpr int frameText = 183;
-constexpr int windowText = 300;
 constexpr int widest = 560;
 constexpr int debugSide = 16;
 
 struct FieldRow {
     const char* label;
     const char* edit;
-    int caption;
+    SoftText caption;
     QString (*content)();
 };
 
 constexpr std::array<FieldRow, 4> fieldRows{{
-    {"lblModel", "txtModel", 184, [] { return softText(modSoftFace::modelText); }},
-    {"lblRange", "txtRange", 185,
+    {"lblModel", "txtModel", SoftText::radioModel, [] { return softText(SoftText::model); }},
+    {"lblRange", "txtRange", SoftText::radioBand,
      [] {
          const auto& band = modModel::state();
          return qText(radioInfo::bandText(band.bandLow, band.bandHigh));
      }},
     // The radio does not tell its version.
-    {"lblSoftVer", "txtSoftVer", 186, [] { return QString(); }},
-    {"lblLastPc", "txtLastPc", 187, [] { return qText(radioInfo::lastWriteText()); }},
+    {"lblSoftVer", "txtSoftVer", SoftText::radioVersion, [] { return QString(); }},
+    {"lblLastPc", "txtLastPc", SoftText::radioLastWrite,
+     [] { return qText(radioInfo::lastWriteText()); }},
 }};
 
 bool isLeftButton(const QEvent& event) {
@@ -63,10 +62,10 @@ frmRadioInfo::frmRadioInfo(QWidget* parent)
 }
 
 void frmRadioInfo::InitOpt() {
-    setWindowTitle(softText(windowText));
+    setWindowTitle(softText(SoftText::treeRoot));
     // The window's own caption is empty in every language.
-    nameControl(*this, softText(frameText));
-    captionControl(*fraMain_, softText(frameText));
+    nameControl(*this, softText(SoftText::radioFrame));
+    captionControl(*fraMain_, softText(SoftText::radioFrame));
     for (std::size_t i = 0; i < fieldRows.size(); ++i) {
         const QString caption = softText(fieldRows[i].caption);
         captionControl(*fields_[i].label, caption);

@@ -29,8 +29,6 @@ namespace k520 {
 
 namespace {
 
-enum Text { titleText = 60, frameText, labelText, okText, cancelText };
-
 constexpr int usualWidth = 520;
 /// Room for the longest of the system's own device names; longer paths give way.
 constexpr int deviceChars = 26;
@@ -58,7 +56,7 @@ std::vector<comPorts::PortInfo> portsToChoose() {
     return ports;
 }
 
-QPushButton* buttonOf(const char* name, int text, QWidget* parent) {
+QPushButton* buttonOf(const char* name, SoftText text, QWidget* parent) {
     auto* button = ownNamed<QPushButton>(name, parent);
     captionControl(*button, softText(text));
     button->setMinimumWidth(button->fontMetrics().averageCharWidth() * buttonChars);
@@ -93,8 +91,8 @@ frmToolCom::frmToolCom(QWidget* parent)
 }
 
 void frmToolCom::Form_Load() {
-    setWindowTitle(softText(titleText));
-    captionControl(*fraToolCom_, softText(frameText));
+    setWindowTitle(softText(SoftText::portTitle));
+    captionControl(*fraToolCom_, softText(SoftText::portFrame));
     auto* grid = own<QGridLayout>();
     layOut(grid);
     bool usable = true;
@@ -143,7 +141,7 @@ void frmToolCom::showEvent(QShowEvent* event) {
 
 void frmToolCom::layOut(QGridLayout* ports) {
     auto* lblToolCom = ownNamed<QLabel>("lblToolCom", fraToolCom_);
-    captionControl(*lblToolCom, softText(labelText));
+    captionControl(*lblToolCom, softText(SoftText::portLabel));
     ports->setHorizontalSpacing(16);
     ports->setVerticalSpacing(2);
     ports->setColumnStretch(2, 1);
@@ -153,9 +151,9 @@ void frmToolCom::layOut(QGridLayout* ports) {
     frame->addWidget(lblToolCom);
     frame->addWidget(scrolled(ports));
 
-    auto* cmdOk = buttonOf("cmdOk", okText, this);
+    auto* cmdOk = buttonOf("cmdOk", SoftText::portOk, this);
     cmdOk->setDefault(true);
-    auto* cmdCancel = buttonOf("cmdCancel", cancelText, this);
+    auto* cmdCancel = buttonOf("cmdCancel", SoftText::portCancel, this);
     connect(cmdOk, &QPushButton::clicked, this, &frmToolCom::accept);
     connect(cmdCancel, &QPushButton::clicked, this, &frmToolCom::reject);
     auto* buttons = own<QHBoxLayout>();

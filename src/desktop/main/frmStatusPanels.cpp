@@ -22,16 +22,10 @@ namespace k520 {
 
 namespace {
 
-constexpr int statusText = 90;
-constexpr int timeText = 91;
-constexpr int portText = 92;
-constexpr int fileText = 93;
-constexpr int readyText = 94;
-constexpr int lockedText = 116;
 constexpr int refreshMs = 1000;
 
 /// A panel's value, with what it means in tip and accessible name.
-void showPanel(QLabel& panel, int meaning, const QString& value) {
+void showPanel(QLabel& panel, SoftText meaning, const QString& value) {
     panel.setText(value);
     panel.setToolTip(QStringLiteral("%1: %2").arg(softText(meaning), value));
     panel.setAccessibleName(panel.toolTip());
@@ -77,10 +71,13 @@ void frmStatusPanels::SetSoftFace() {
 void frmStatusPanels::refresh() {
     const std::string ofFile = modFileCmd::shownRemark();
     const QString remark = qText(ofFile.empty() ? modChEdit::shownRemark() : ofFile);
-    const QString state = softText(modChEdit::locked() ? lockedText : readyText);
-    showPanel(*status_, statusText, QStringLiteral("%1  %2").arg(state, remark).trimmed());
-    showPanel(*port_, portText, QStringLiteral("COM%1").arg(modCommun::state().portNumber));
-    showPanel(*file_, fileText, qPath(modFileCmd::state().filePanel));
+    const QString state =
+        softText(modChEdit::locked() ? SoftText::interfaceLocked : SoftText::ready);
+    showPanel(*status_, SoftText::statusPanel,
+              QStringLiteral("%1  %2").arg(state, remark).trimmed());
+    showPanel(*port_, SoftText::portPanel,
+              QStringLiteral("COM%1").arg(modCommun::state().portNumber));
+    showPanel(*file_, SoftText::filePanel, qPath(modFileCmd::state().filePanel));
     const QString origin = qText(modFileCmd::shownOrigin());
     origin_->setText(origin);
     origin_->setToolTip(origin.isEmpty() ? QString() : qSay(texts::readNotSavedTip));
@@ -94,7 +91,7 @@ void frmStatusPanels::setFailures(int count) {
 
 void frmStatusPanels::showTime() {
     const DateTime now = theClock().dateTime();
-    showPanel(*time_, timeText,
+    showPanel(*time_, SoftText::timePanel,
               qText(fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}", now.year, now.month, now.day,
                                 now.hour, now.minute, now.second)));
 }

@@ -21,14 +21,14 @@ namespace {
 struct Node {
     const char* key;
     const char* icon;
-    int text;
+    SoftText text;
 };
 
-constexpr Node rootNode{"Radio", "radio", 300};
+constexpr Node rootNode{"Radio", "radio", SoftText::treeRoot};
 constexpr Node childNodes[] = {
-    {"RadioInfo", "radio-info", 301},
-    {"ChInfo", "channels", modSoftFace::channelsText},
-    {"SysSet", "options", modSoftFace::optionsText},
+    {"RadioInfo", "radio-info", SoftText::treeRadioInfo},
+    {"ChInfo", "channels", SoftText::channels},
+    {"SysSet", "options", SoftText::options},
 };
 constexpr int keyRole = Qt::UserRole;
 /// On a small screen the texts give way.
@@ -46,7 +46,7 @@ QTreeWidgetItem* nodeItem(const Node& node, const QString& text) {
 /// The model's name, for a root that would have no text at all.
 QString rootText() {
     const QString text = softText(rootNode.text);
-    return text.isEmpty() ? softText(modSoftFace::modelText) : text;
+    return text.isEmpty() ? softText(SoftText::model) : text;
 }
 
 }  // namespace

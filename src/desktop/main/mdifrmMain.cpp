@@ -45,7 +45,6 @@ namespace k520 {
 
 namespace {
 
-constexpr int titleText = 16;
 constexpr QSize firstSize{1100, 720};
 constexpr int treeWidth = 165;
 constexpr int twipsPerInch = 1440;
@@ -159,7 +158,7 @@ void mdifrmMain::SetSoftFace() {
                            QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(&toolkitTexts_);
     }
-    setWindowTitle(softText(titleText));
+    setWindowTitle(softText(SoftText::mainTitle));
     setMenuFace();
     setToolBarFace();
     status_->SetSoftFace();

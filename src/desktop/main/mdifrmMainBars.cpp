@@ -36,7 +36,7 @@ using Main = mdifrmMain;
 struct ItemRow {
     const char* menu;
     const char* name = nullptr;
-    int text = 0;
+    SoftText text{};
     const char* icon = nullptr;
     const char* keys = nullptr;
     void (*run)(Main&) = nullptr;
@@ -46,27 +46,37 @@ struct ItemRow {
 };
 constexpr bool asks = true;
 const std::array itemRows{
-    ItemRow{"mnuFile", "mnuNew", 21, "file-new", "Ctrl+N", [](Main&) { modFileCmd::NewFile(); }},
-    ItemRow{"mnuFile", "mnuOpen", 22, "file-open", "Ctrl+O", [](Main&) { modFileCmd::OpenFile(); },
-            asks},
-    ItemRow{"mnuFile", "mnuSave", 23, "file-save", "Ctrl+S", [](Main&) { modFileCmd::SaveFile(); },
-            asks},
-    ItemRow{"mnuFile", "mnuSaveAs", 24, "file-save-as", "Ctrl+Shift+S",
+    ItemRow{"mnuFile", "mnuNew", SoftText::menuNew, "file-new", "Ctrl+N",
+            [](Main&) { modFileCmd::NewFile(); }},
+    ItemRow{"mnuFile", "mnuOpen", SoftText::menuOpen, "file-open", "Ctrl+O",
+            [](Main&) { modFileCmd::OpenFile(); }, asks},
+    ItemRow{"mnuFile", "mnuSave", SoftText::menuSave, "file-save", "Ctrl+S",
+            [](Main&) { modFileCmd::SaveFile(); }, asks},
+    ItemRow{"mnuFile", "mnuSaveAs", SoftText::menuSaveAs, "file-save-as", "Ctrl+Shift+S",
             [](Main&) { modFileCmd::SaveAsFile(); }, asks},
-    ItemRow{"mnuFile", "mnuPrint", 43, "print", "Ctrl+P", [](Main&) { modPrint::Print(); }, asks},
+    ItemRow{"mnuFile", "mnuPrint", SoftText::menuPrint, "print", "Ctrl+P",
+            [](Main&) { modPrint::Print(); }, asks},
     ItemRow{"mnuFile"},
-    ItemRow{"mnuFile", "mnuExit", 25, "exit", "Ctrl+Q", [](Main& main) { main.ExitSoft(); }},
-    ItemRow{"mnuProgram", "mnuReadFre", 27, "radio-read", "F5",
+    ItemRow{"mnuFile", "mnuExit", SoftText::menuExit, "exit", "Ctrl+Q",
+            [](Main& main) { main.ExitSoft(); }},
+    ItemRow{"mnuProgram", "mnuReadFre", SoftText::menuRead, "radio-read", "F5",
             [](Main& main) { main.mnuReadFre_Click(); }, asks},
-    ItemRow{"mnuProgram", "mnuWriteFre", 28, "radio-write", "F6",
+    ItemRow{"mnuProgram", "mnuWriteFre", SoftText::menuWrite, "radio-write", "F6",
             [](Main& main) { main.mnuWriteFre_Click(); }, asks},
-    ItemRow{"mnuOption", "mnuOptFeature", 30, "options", "F7",
+    ItemRow{"mnuOption", "mnuOptFeature", SoftText::menuOptionalFeatures, "options", "F7",
             [](Main& main) { main.showWindow(QStringLiteral("SysSet")); }},
-    ItemRow{"mnuSettings", "mnuCom", 32, "port", "F8",
+    ItemRow{"mnuSettings", "mnuCom", SoftText::menuPort, "port", "F8",
             [](Main& main) { main.tlbmdifrmMain_ButtonClick(QStringLiteral("Com")); }, asks},
-    ItemRow{"mnuView", "mnuMemDat", 0, "memory", "Ctrl+M", [](Main& main) { main.showMemDat(); },
-            !asks, &texts::viewMemory},
-    ItemRow{"mnuHelp", "mnuHelpTopic", 37, "help", "F1", [](Main&) { modStartUp::Help(); }}};
+    ItemRow{"mnuView",
+            "mnuMemDat",
+            {},
+            "memory",
+            "Ctrl+M",
+            [](Main& main) { main.showMemDat(); },
+            !asks,
+            &texts::viewMemory},
+    ItemRow{"mnuHelp", "mnuHelpTopic", SoftText::menuHelpTopic, "help", "F1",
+            [](Main&) { modStartUp::Help(); }}};
 
 template <class Row>
 QString shownCaption(const Row& row) {
@@ -81,32 +91,35 @@ QString itemCaption(const ItemRow& row) {
 /// The toolbar's buttons, by their keys. `item` is the menu item of the same command.
 struct ButtonRow {
     const char* key;
-    int text;
+    SoftText text;
     const char* icon;
     const char* item;
     Text tip;
     void (*run)(Main&);
 };
 const std::array buttonRows{
-    ButtonRow{"FileNew", 0, "file-new", "mnuNew", texts::tipNew,
+    ButtonRow{"FileNew", SoftText::toolNew, "file-new", "mnuNew", texts::tipNew,
               [](Main&) { modFileCmd::NewFile(); }},
-    ButtonRow{"FileOpen", 1, "file-open", "mnuOpen", texts::tipOpen,
+    ButtonRow{"FileOpen", SoftText::toolOpen, "file-open", "mnuOpen", texts::tipOpen,
               [](Main&) { modFileCmd::OpenFile(); }},
-    ButtonRow{"FileSave", 2, "file-save", "mnuSave", texts::tipSave,
+    ButtonRow{"FileSave", SoftText::toolSave, "file-save", "mnuSave", texts::tipSave,
               [](Main&) { modFileCmd::SaveFile(); }},
-    ButtonRow{"Read", 3, "radio-read", "mnuReadFre", texts::tipRead,
+    ButtonRow{"Read", SoftText::toolRead, "radio-read", "mnuReadFre", texts::tipRead,
               [](Main& main) { main.mnuReadFre_Click(); }},
-    ButtonRow{"Write", 4, "radio-write", "mnuWriteFre", texts::tipWrite,
+    ButtonRow{"Write", SoftText::toolWrite, "radio-write", "mnuWriteFre", texts::tipWrite,
               [](Main& main) { main.mnuWriteFre_Click(); }},
-    ButtonRow{"Com", 5, "port", "mnuCom", texts::tipPort, [](Main& main) { main.selectPort(); }},
-    ButtonRow{"Print", 8, "print", "mnuPrint", texts::tipPrint, [](Main&) { modPrint::Print(); }},
-    ButtonRow{"Help", 6, "help", "mnuHelpTopic", texts::tipHelp, [](Main&) { modStartUp::Help(); }},
-    ButtonRow{"Exit", 7, "exit", "mnuExit", texts::tipExit, [](Main& main) { main.ExitSoft(); }}};
+    ButtonRow{"Com", SoftText::toolPort, "port", "mnuCom", texts::tipPort,
+              [](Main& main) { main.selectPort(); }},
+    ButtonRow{"Print", SoftText::toolPrint, "print", "mnuPrint", texts::tipPrint,
+              [](Main&) { modPrint::Print(); }},
+    ButtonRow{"Help", SoftText::toolHelp, "help", "mnuHelpTopic", texts::tipHelp,
+              [](Main&) { modStartUp::Help(); }},
+    ButtonRow{"Exit", SoftText::toolExit, "exit", "mnuExit", texts::tipExit,
+              [](Main& main) { main.ExitSoft(); }}};
 
 /// The language menu, in the order of the languages' numbers.
-constexpr std::array languageTexts{34, 57, 35};
-constexpr int languageMenuText = 33;
-constexpr int lockText = 47;
+constexpr std::array languageTexts{SoftText::menuSimplified, SoftText::menuTraditional,
+                                   SoftText::menuEnglish};
 
 QString languageItem(int language) {
     return QStringLiteral("mnuLangSel%1").arg(language - 1);
@@ -193,8 +206,8 @@ void mdifrmMain::setMenuFace() {
     }
     menuBar()
         ->findChild<QMenu*>(QStringLiteral("mnuLanguage"))
-        ->setTitle(softText(languageMenuText));
-    name("mnuLockCh", softText(lockText));
+        ->setTitle(softText(SoftText::menuLanguage));
+    name("mnuLockCh", softText(SoftText::menuLockChannels));
     name("mnuShowErr", qSay(texts::viewErrorList));
     name("mnuShowTree", qSay(texts::viewTree));
 }

@@ -20,7 +20,6 @@ namespace k520 {
 
 namespace {
 
-constexpr int cancelText = 64;
 /// Four digits, perhaps with an "H", and room for what a user pastes around them.
 constexpr int longestText = 12;
 constexpr int fieldChars = 10;
@@ -61,7 +60,7 @@ void frmPartFill::layOut() {
     auto* fill = buttons->addButton(qSay(texts::fillNow), QDialogButtonBox::AcceptRole);
     fill->setObjectName(QStringLiteral("cmdOk"));
     fill->setDefault(true);
-    buttons->addButton(softText(cancelText), QDialogButtonBox::RejectRole)
+    buttons->addButton(softText(SoftText::portCancel), QDialogButtonBox::RejectRole)
         ->setObjectName(QStringLiteral("cmdCancel"));
     connect(buttons, &QDialogButtonBox::accepted, this, &frmPartFill::accept);
     connect(buttons, &QDialogButtonBox::rejected, this, &frmPartFill::reject);

@@ -20,7 +20,7 @@ constexpr int greatestWidth = 960;
 
 frmSysSet::frmSysSet(QWidget* parent) : QWidget(parent), panel_(own<frmOptPanel>()) {
     setObjectName(QStringLiteral("frmSysSet"));
-    setWindowTitle(softText(modSoftFace::optionsText));
+    setWindowTitle(softText(SoftText::options));
     panel_->setMaximumWidth(greatestWidth);
     auto* layout = own<QHBoxLayout>(this);
     layout->addStretch();

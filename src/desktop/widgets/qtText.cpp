@@ -25,8 +25,8 @@ std::string stdPath(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }
 
-QString softText(int index) {
-    return qText(modSoftFace::text(index));
+QString softText(SoftText text) {
+    return qText(modSoftFace::text(text));
 }
 
 QString qSay(const Text& text) {

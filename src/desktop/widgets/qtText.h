@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/softFaceTexts.h"
 #include "base/Text.h"
 
 /// Texts between the core (UTF-8) and the toolkit.
@@ -19,8 +20,8 @@ namespace k520 {
 [[nodiscard]] QString qPath(const std::filesystem::path& path);
 [[nodiscard]] std::string stdPath(const QString& path);
 
-/// Text `index` of the interface texts, with its mnemonic mark. Raises 9 outside 0 to 445.
-[[nodiscard]] QString softText(int index);
+/// An interface text, with its mnemonic mark.
+[[nodiscard]] QString softText(SoftText text);
 [[nodiscard]] QString qSay(const Text& text);
 
 /// A caption without mnemonic mark and, in Chinese, without the letter in brackets: for tips and

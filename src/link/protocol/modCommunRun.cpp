@@ -4,7 +4,6 @@
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
-#include "app/softFaceTexts.h"
 #include "link/port/portTexts.h"
 #include "link/protocol/dataLog.h"
 #include "link/protocol/modCommun.h"
@@ -17,7 +16,6 @@ namespace {
 constexpr std::int16_t phaseDelayMs = 5;
 constexpr std::size_t frameLimit = 101;
 constexpr std::string_view anyByte = "VA";
-constexpr int noReplyText = 175;
 
 /// Runs a body as guarded() does, but is silent about a failure of the port that has been told.
 template <class Body>
@@ -207,16 +205,15 @@ void RxComDat(std::int16_t count) {
     });
     if (!right) {
         state().failureFlag = flagTrue;
-        guarded(label, [] { addDataLine(modSoftFace::text(noReplyText)); });
+        guarded(label, [] { addDataLine(modSoftFace::text(SoftText::noReply)); });
     }
 }
 
 std::string traceLine(const std::string& line) {
-    if (line != modSoftFace::text(noReplyText)) {
+    if (line != modSoftFace::text(SoftText::noReply)) {
         return line;
     }
-    const auto row = std::ranges::find(softFaceRows(), noReplyText, &SoftFaceRow::index);
-    return std::string(row->english);
+    return std::string(modSoftFace::textIn(TextLanguage::english, SoftText::noReply));
 }
 
 }  // namespace k520::modCommun

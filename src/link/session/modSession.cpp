@@ -29,7 +29,6 @@ namespace {
 using modCommun::ScriptStep;
 using std::chrono::milliseconds;
 
-constexpr int checkPortText = 79;
 constexpr std::int16_t pollIntervalMs = 1;
 constexpr std::int16_t secondValueAtStart = 150;
 constexpr std::int16_t servedPauseMs = 50;
@@ -70,9 +69,9 @@ struct Plan {
     void (*afterStep)(const ScriptStep&, MemoryImage&);
     void (*display)();  ///< after success
     bool ownImage;      ///< works on another image than the one that the windows show
-    int busyText;
-    int successText;
-    int failureText;
+    SoftText busyText;
+    SoftText successText;
+    SoftText failureText;
 };
 
 constexpr Plan readPlan{.direction = Direction::read,
@@ -83,13 +82,14 @@ constexpr Plan readPlan{.direction = Direction::read,
                         .afterStep = copyToImage,
                         .display = showWhatWasRead,
                         .ownImage = false,
-                        .busyText = 164,
-                        .successText = 165,
-                        .failureText = 166};
+                        .busyText = SoftText::reading,
+                        .successText = SoftText::readDone,
+                        .failureText = SoftText::readFailed};
 
-// Text 168 is empty: a write shows nothing but percents and, late, the count of attempts. Reading
-// has its status texts in a row from 164; of the rows after 168 only 171 and 172 are such short
-// status words for success and failure (77 and 78 speak of the communication as a whole).
+// `noStatus`, text 168, is empty: a write shows nothing but percents and, late, the count of
+// attempts. Reading has its status texts in a row from 164; of the rows after 168 only 171 and 172
+// are such short status words for success and failure (77 and 78 speak of the communication as a
+// whole).
 constexpr Plan writePlan{.direction = Direction::write,
                          .label = "frmCommun->cmdWrite_Click",
                          .list = &modCommun::State::writeList,
@@ -98,15 +98,15 @@ constexpr Plan writePlan{.direction = Direction::write,
                          .afterStep = nothingForStep,
                          .display = nothing,
                          .ownImage = false,
-                         .busyText = 168,
-                         .successText = 171,
-                         .failureText = 172};
+                         .busyText = SoftText::noStatus,
+                         .successText = SoftText::done,
+                         .failureText = SoftText::failed};
 
-// Text 168 again: nothing is called a success before whoever asked for the bytes has judged them.
+// `noStatus` again: nothing is called a success before whoever asked for the bytes has judged them.
 constexpr Plan readIntoPlan = [] {
     Plan plan = readPlan;
     plan.display = nothing;
-    plan.successText = 168;
+    plan.successText = SoftText::noStatus;
     plan.ownImage = true;
     return plan;
 }();
@@ -218,8 +218,8 @@ class Session {
             });
         }
         view_.gaveUp(result_);
-        theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(modSoftFace::noticeText),
-                          modSoftFace::text(checkPortText));
+        theDialogs().tell(BoxIcon::exclamation, modSoftFace::text(SoftText::notice),
+                          modSoftFace::text(SoftText::checkPort));
     }
 
     bool attempt() {

@@ -13,11 +13,7 @@
 
 namespace k520::radioInfo {
 
-namespace {
-
-constexpr int unknownTimeText = 179;
-
-}  // namespace
+namespace {}  // namespace
 
 State& state() {
     static ModuleState<State> instance;
@@ -37,7 +33,7 @@ std::string lastWriteText() {
     const auto when = stamp::read(modIicDat::IicDat());
     return when ? fmt::format("{:04}-{:02}-{:02} {:02}:{:02}", when->year, when->month, when->day,
                               when->hour, when->minute)
-                : modSoftFace::text(unknownTimeText);
+                : modSoftFace::text(SoftText::unknownTime);
 }
 
 }  // namespace k520::radioInfo

@@ -179,7 +179,7 @@ class CarelessUser : public test::ScriptedDialogs {
     }
 
     bool ask(const std::string& /*title*/, const std::string& text, bool /*usual*/) override {
-        return text != modSoftFace::text(73) && roll(2) == 0;
+        return text != modSoftFace::text(SoftText::askExit) && roll(2) == 0;
     }
     std::string openFile(const FileChoice& choice) override {
         const std::string path = saveFile(choice);

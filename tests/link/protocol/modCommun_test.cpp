@@ -121,7 +121,8 @@ TEST_F(Commun, ReplyDataGoToTheBufferUntilTheFirstDifference) {
 TEST_F(Commun, TheTraceKeepsItsWords) {
     for (std::int16_t language = 1; language <= 3; ++language) {
         modSoftFace::FillSoftFace(language);
-        EXPECT_EQ(traceLine(modSoftFace::text(175)), "Rx：Communication failed! No receive Data!");
+        EXPECT_EQ(traceLine(modSoftFace::text(SoftText::noReply)),
+                  "Rx：Communication failed! No receive Data!");
         EXPECT_EQ(traceLine("Tx: 06"), "Tx: 06");
     }
 }

@@ -132,8 +132,10 @@ TEST_F(Session, SilenceEndsAfterTwentyAttempts) {
     const Result result = cmdRead_Click(view);
     EXPECT_EQ(result.outcome, Outcome::failed);
     EXPECT_EQ(result.failedAttempts, 20);
-    EXPECT_EQ(dialogs.take(), Texts{"exclamation|Notice|" + modSoftFace::text(79)});
-    EXPECT_EQ(std::ranges::count(modCommun::state().listRtData.lines(), modSoftFace::text(175)),
+    EXPECT_EQ(dialogs.take(),
+              Texts{"exclamation|Notice|" + modSoftFace::text(SoftText::checkPort)});
+    EXPECT_EQ(std::ranges::count(modCommun::state().listRtData.lines(),
+                                 modSoftFace::text(SoftText::noReply)),
               20);
     EXPECT_THAT(view.log, HasSubstr("| 9 Reading Now......|"));
     EXPECT_THAT(view.log, Not(HasSubstr(" 8 Reading")));
