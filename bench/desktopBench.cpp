@@ -13,7 +13,7 @@
 #include <ctime>
 #include <vector>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "desktop/link/frmCommun.h"
@@ -112,8 +112,8 @@ int main(int count, char** words) {
     DesktopClock clock;
     test::TempFolder folder;
     std::filesystem::copy_file(K520_SHARE_DIR "/Uninstall.exe", folder / "Uninstall.exe");
-    mdimoduMain::state().programFolder = folder.path();
-    mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+    programFolder::state().own = folder.path();
+    programFolder::state().shipped = K520_SHARE_DIR;
     mdifrmMain window;
     static_cast<void>(window.Form_Load());
     window.show();

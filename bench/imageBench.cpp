@@ -8,7 +8,8 @@
 #include <filesystem>
 #include <string>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "channels/toneCode.h"
@@ -37,9 +38,8 @@ void fillChannels() {
 
 void prepare() {
     static const bool done = [] {
-        auto& program = mdimoduMain::state();
-        program.programFolder = K520_SHARE_DIR;
-        program.settingsWritable = false;
+        programFolder::state().own = K520_SHARE_DIR;
+        settingsStore::state().writable = false;
         modStartUp::readSettings();
         modStartUp::prepareCore();
         modFileCmd::NewFileSol();

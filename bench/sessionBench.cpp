@@ -12,7 +12,8 @@
 #include <csignal>
 #include <memory>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "image/modIicDat.h"
 #include "link/port/posix/posixPort.h"
 #include "link/protocol/modCommun.h"
@@ -28,9 +29,8 @@ namespace {
 using namespace k520;
 
 void prepare() {
-    auto& program = mdimoduMain::state();
-    program.programFolder = K520_SHARE_DIR;
-    program.settingsWritable = false;
+    programFolder::state().own = K520_SHARE_DIR;
+    settingsStore::state().writable = false;
     modStartUp::readSettings();
     modStartUp::prepareCore();
 }

@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <string>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/ModuleState.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
@@ -40,8 +40,8 @@ class DesktopCore : public testing::Test {
         // Old enough for its stamp to be believed.
         std::filesystem::last_write_time(folder.write("home/Uninstall.exe", settings),
                                          firstStamp_ + std::chrono::seconds(stamp_++));
-        mdimoduMain::state().programFolder = home();
-        mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+        programFolder::state().own = home();
+        programFolder::state().shipped = K520_SHARE_DIR;
         modCommun::state().portMaker = [](std::int16_t) { return comPorts::portForDevice(""); };
         return modStartUp::Form_Load();
     }

@@ -6,8 +6,8 @@
 #include <deque>
 #include <random>
 
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "app/programFolder.h"
 #include "base/Dialogs.h"
 #include "base/ModuleState.h"
 #include "channels/modChMem.h"
@@ -189,7 +189,7 @@ struct LinkBench::Parts {
 
 LinkBench::LinkBench() : parts_(std::make_unique<Parts>()) {
     theCounter = &parts_->dialogs;
-    mdimoduMain::state().programFolder = parts_->folder.path();
+    programFolder::state().own = parts_->folder.path();
     modIicDat::sizeArrays(SimRadio::memorySize - 1);
     modChMem::SetChGrid();
 }

@@ -16,9 +16,9 @@
 #include <string>
 #include <utility>
 
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/ownTexts.h"
+#include "app/programFolder.h"
 #include "base/Dialogs.h"
 #include "link/protocol/comPorts.h"
 #include "link/protocol/modCommun.h"
@@ -79,8 +79,8 @@ int main(int count, char** words) {
     std::signal(SIGXFSZ, SIG_IGN);
     YesDialogs dialogs(count > 3 ? arguments[3] : "");
     setDialogs(&dialogs);
-    mdimoduMain::state().programFolder = arguments[1];
-    mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+    programFolder::state().own = arguments[1];
+    programFolder::state().shipped = K520_SHARE_DIR;
     // The machine's own ports are useless to a test.
     modCommun::state().portMaker = [](std::int16_t) { return comPorts::portForDevice(""); };
     static_cast<void>(modStartUp::Form_Load());

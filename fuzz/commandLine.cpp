@@ -10,7 +10,7 @@
 #include <deque>
 #include <map>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "cli/Command.h"
 #include "cli/Failure.h"
@@ -115,9 +115,9 @@ class Folder {
     Folder() {
         fs::create_directory(folder_ / "home");
         const fs::path shipped = K520_SHARE_DIR;
-        take("home/Uninstall.exe", shipped / mdimoduMain::settingsFileName);
-        take("home/PL220_CV.exe", shipped / mdimoduMain::defaultImageFileName);
-        take("a.dat", shipped / mdimoduMain::defaultImageFileName);
+        take("home/Uninstall.exe", shipped / programFolder::settingsFileName);
+        take("home/PL220_CV.exe", shipped / programFolder::defaultImageFileName);
+        take("a.dat", shipped / programFolder::defaultImageFileName);
         files_["b.dat"] =
             std::vector<std::uint8_t>(files_["a.dat"].rbegin(), files_["a.dat"].rend());
         const std::string csv = "channel,rx,tx\n1,446.00625,446.00625\n2,,\n";

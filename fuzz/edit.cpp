@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "app/mdimoduMain.h"
+#include "app/interfaceLock.h"
 #include "app/modShowErr.h"
 #include "base/Dialogs.h"
 #include "channels/gridCells.h"
@@ -172,8 +172,8 @@ void edit(Source& source) {
             decodeAgain();
             break;
         case 10:
-            mdimoduMain::state().lockState =
-                source.below(4) == 0 ? mdimoduMain::locked : mdimoduMain::unlocked;
+            interfaceLock::state().lockState =
+                source.below(4) == 0 ? interfaceLock::locked : interfaceLock::unlocked;
             break;
         default:
             modFileCmd::NewFile();
@@ -288,7 +288,7 @@ void requireKept() {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Source source(data, size);
     fuzz::freshCore();
-    mdimoduMain::state().lockState = mdimoduMain::unlocked;
+    interfaceLock::state().lockState = interfaceLock::unlocked;
     const InputDialogs dialogs(source);
     freshPanel();
     for (int left = mostEdits; left > 0 && !source.empty(); --left) {

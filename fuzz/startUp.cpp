@@ -10,10 +10,12 @@
 
 #include "app/mdimoduMain.h"
 #include "app/profileText.h"
+#include "app/programFolder.h"
 #include "base/RuntimeError.h"
 #include "channels/modCtdcs.h"
 #include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
+#include "program/modStartUp.h"
 #include "support.h"
 #include "support/TempFolder.h"
 
@@ -48,20 +50,20 @@ class Folder {
   public:
     Folder() {
         std::filesystem::copy_file(
-            std::filesystem::path(K520_SHARE_DIR) / mdimoduMain::defaultImageFileName,
-            folder_ / mdimoduMain::defaultImageFileName);
+            std::filesystem::path(K520_SHARE_DIR) / programFolder::defaultImageFileName,
+            folder_ / programFolder::defaultImageFileName);
     }
     [[nodiscard]] const std::filesystem::path& path() const { return folder_.path(); }
     void settings(const std::string& text) {
-        const auto path = folder_.write(mdimoduMain::settingsFileName, text);
+        const auto path = folder_.write(programFolder::settingsFileName, text);
         // Written long ago, and never twice at the same time: so the program need not read it anew
         // for every key.
         const std::array<timespec, 2> times{timespec{++time_, 0}, timespec{time_, 0}};
         require(::utimensat(AT_FDCWD, path.c_str(), times.data(), 0) == 0, "the time is set");
     }
-    void removeSettings() { std::filesystem::remove(folder_ / mdimoduMain::settingsFileName); }
+    void removeSettings() { std::filesystem::remove(folder_ / programFolder::settingsFileName); }
     [[nodiscard]] std::string settings() const {
-        return folder_.read(mdimoduMain::settingsFileName);
+        return folder_.read(programFolder::settingsFileName);
     }
     [[nodiscard]] std::size_t count() const { return folder_.names().size(); }
 
@@ -99,7 +101,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const bool present = source.byte() != 0;
     const std::string text = source.restText();
     resetModules();
-    mdimoduMain::state().programFolder = folder.path();
+    programFolder::state().own = folder.path();
     modCommun::state().portMaker = [&](std::int16_t number) {
         return std::make_unique<InputPort>(number == usablePort);
     };

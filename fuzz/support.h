@@ -12,8 +12,9 @@
 #include <string>
 #include <string_view>
 
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "base/ModuleState.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
@@ -113,9 +114,8 @@ struct Document {
 class Core {
   public:
     Core() {
-        auto& program = mdimoduMain::state();
-        program.programFolder = K520_SHARE_DIR;
-        program.settingsWritable = false;
+        programFolder::state().own = K520_SHARE_DIR;
+        settingsStore::state().writable = false;
         modStartUp::readSettings();
         modStartUp::prepareCore();
         modFileCmd::NewFileSol();
@@ -129,7 +129,7 @@ class Core {
 
   private:
     /// Nobody changes the shipped settings meanwhile.
-    mdimoduMain::SettingsSnapshot settings_;
+    settingsStore::Snapshot settings_;
     test::SimulatedClock clock_;
     Document fresh_;
 };

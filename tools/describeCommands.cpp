@@ -18,7 +18,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "channels/modChMem.h"
 #include "cli/Failure.h"
@@ -56,8 +56,7 @@ std::string optionNames() {
 
 /// Names in the shipped settings file, in its order: of all sections, or of the keys of one.
 std::string settingNames(std::string_view section) {
-    const std::string text =
-        textOf(mdimoduMain::state().programFolder / mdimoduMain::settingsFileName);
+    const std::string text = textOf(programFolder::state().own / programFolder::settingsFileName);
     std::vector<std::string> names;
     std::string current;
     std::size_t begin = 0;
@@ -120,7 +119,7 @@ int run(std::span<char* const> words) {
     if (words.size() != 2 && words.size() != 3) {
         cli::refuse("usage: describeCommands TEMPLATE OUTPUT [LANGUAGE]");
     }
-    mdimoduMain::state().programFolder = K520_SHARE_DIR;
+    programFolder::state().own = K520_SHARE_DIR;
     cli::startCore();
     const bool chinese = words.size() == 3 && std::string_view(words[2]) == "1";
     const SpeakingIn reader(chinese ? TextLanguage::chinese : TextLanguage::english);

@@ -13,7 +13,7 @@
 #include <string>
 #include <vector>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Checked.h"
 #include "base/Files.h"
 #include "channels/modChMem.h"
@@ -77,7 +77,7 @@ int run(const std::vector<std::string>& words) {
     if (words.size() != (check ? 3U : 2U)) {
         cli::refuse("usage: makeDefaultImage [--check] DESCRIPTION IMAGE");
     }
-    mdimoduMain::state().programFolder = K520_SHARE_DIR;
+    programFolder::state().own = K520_SHARE_DIR;
     cli::startCore();
     auto& image = modIicDat::IicDat();
     std::ranges::fill(image.bytes(), erased);

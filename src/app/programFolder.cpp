@@ -8,8 +8,8 @@
 #include <exception>
 #include <system_error>
 
-#include "app/mdimoduMain.h"
 #include "base/Files.h"
+#include "base/ModuleState.h"
 #include "base/RuntimeError.h"
 #include "base/UserFolders.h"
 #include "base/causeTexts.h"
@@ -21,13 +21,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::array shippedNames{mdimoduMain::settingsFileName, mdimoduMain::defaultImageFileName};
+constexpr std::array shippedNames{settingsFileName, defaultImageFileName};
 
 /// Beside the programs in an installed tree and in a build tree alike.
 fs::path findShippedFolder() {
     const fs::path beside = userFolders::executable() / ".." / "share" / "k520";
     std::error_code error;
-    const auto found = fs::status(beside / mdimoduMain::settingsFileName, error).type();
+    const auto found = fs::status(beside / settingsFileName, error).type();
     if (found == fs::file_type::not_found) {
         return K520_DATA_DIR;
     }
@@ -66,7 +66,7 @@ void seed(const fs::path& folder, const fs::path& shipped) {
 
 bool isPortable(const fs::path& folder) {
     std::error_code error;
-    return fs::exists(folder / mdimoduMain::settingsFileName, error) && files::mayWrite(folder);
+    return fs::exists(folder / settingsFileName, error) && files::mayWrite(folder);
 }
 
 struct Choice {
@@ -102,14 +102,33 @@ Choice find(const std::optional<std::string>& chosen) {
 }
 
 Choice lookFor(const std::optional<std::string>& chosen) {
-    auto& s = mdimoduMain::state();
-    s.shippedFolder = findShippedFolder();
+    state().shipped = findShippedFolder();
     auto choice = find(chosen);
-    s.programFolder = choice.folder;
+    state().own = choice.folder;
     return choice;
 }
 
+bool isThere(const fs::path& path) {
+    // A file that may not be looked at counts: reading it tells what is wrong.
+    std::error_code ignored;
+    return fs::status(path, ignored).type() != fs::file_type::not_found;
+}
+
 }  // namespace
+
+State& state() {
+    static ModuleState<State> instance;
+    return *instance;
+}
+
+fs::path findFile(std::string_view name) {
+    fs::path own = state().own / name;
+    if (state().shipped.empty() || isThere(own)) {
+        return own;
+    }
+    fs::path shipped = state().shipped / name;
+    return isThere(shipped) ? shipped : own;
+}
 
 std::optional<std::string> namedIn(std::span<const char* const> words) {
     constexpr std::string_view option = "--program-folder";
@@ -128,7 +147,7 @@ std::optional<std::string> namedIn(std::span<const char* const> words) {
 std::optional<std::string> choose(const std::optional<std::string>& chosen) {
     auto choice = lookFor(chosen);
     if (choice.isSeeded) {
-        seed(choice.folder, mdimoduMain::state().shippedFolder);
+        seed(choice.folder, state().shipped);
     }
     return std::move(choice.remark);
 }

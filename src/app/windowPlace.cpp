@@ -10,7 +10,7 @@
 #include <cstdint>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 
 namespace k520::windowPlace {
 
@@ -72,12 +72,12 @@ Box fitted(const Box& wanted, std::span<const Box> screens) {
 
 std::optional<Box> stored() {
     std::optional<Box> box;
-    guarded(label, [&] { box = parse(mdimoduMain::readSetting(section, key, "")); });
+    guarded(label, [&] { box = parse(settingsStore::read(section, key, "")); });
     return box;
 }
 
 void store(const Box& box) {
-    guarded(label, [&] { mdimoduMain::writeSetting(section, key, textOf(box)); });
+    guarded(label, [&] { settingsStore::write(section, key, textOf(box)); });
 }
 
 }  // namespace k520::windowPlace

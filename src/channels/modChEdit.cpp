@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
+#include "app/interfaceLock.h"
 #include "app/modSoftFace.h"
 #include "base/Checked.h"
 #include "base/ModuleState.h"
@@ -113,7 +113,7 @@ std::string shownRemark() {
 }
 
 bool locked() {
-    return mdimoduMain::state().lockState == mdimoduMain::locked;
+    return interfaceLock::state().lockState == interfaceLock::locked;
 }
 
 bool vsfgGridCh_BeforeEdit(std::int16_t row, std::int16_t col) {

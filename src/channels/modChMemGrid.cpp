@@ -4,7 +4,9 @@
 #include <vector>
 
 #include "app/Guard.h"
+#include "app/look.h"
 #include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
@@ -17,12 +19,14 @@ namespace {
 
 constexpr const char* readLabel = "modChMem->ReadChInfo";
 constexpr const char* section = "ChInfo";
+/// Marks the end of a list of entries.
+constexpr const char* endOfItem = "*EndOfThisItem*";
 constexpr SettingBuffer numberBuffer{20, 20};
 constexpr SettingBuffer headerBuffer{200, 200};
 constexpr SettingBuffer entryBuffer{100, 100};
 
 std::string setting(int key, SettingBuffer buffer, std::string_view defaultText) {
-    return mdimoduMain::readSetting(section, std::to_string(key), buffer, defaultText);
+    return settingsStore::read(section, std::to_string(key), buffer, defaultText);
 }
 
 /// Only the conversion may fail for one value alone: a file that cannot be read ends the reading.
@@ -46,7 +50,7 @@ std::vector<std::string> readEntries(int key) {
     std::vector<std::string> entries;
     for (int j = 0; j < ColumnDefinition::capacity; ++j) {
         std::string text = setting(key + j, entryBuffer, "0");
-        if (text == mdimoduMain::state().endOfItem) {
+        if (text == endOfItem) {
             break;
         }
         entries.push_back(std::move(text));
@@ -308,11 +312,11 @@ void repaintFrequencies() {
 }
 
 std::optional<Colour> defColour() {
-    return parseColour(mdimoduMain::state().DefColor);
+    return parseColour(look::state().DefColor);
 }
 
 Colour overColour() {
-    return parseColour(mdimoduMain::state().OverColor).value_or(warningColour);
+    return parseColour(look::state().OverColor).value_or(warningColour);
 }
 
 }  // namespace k520::modChMem

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fmt/format.h>
 
-#include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "base/RuntimeError.h"
 #include "cli/Failure.h"
 #include "cli/commands.h"
@@ -12,9 +12,8 @@ namespace k520::cli {
 
 int runConfigGet(const Arguments& arguments) {
     try {
-        const auto value =
-            mdimoduMain::readSetting(arguments.at("SECTION"), arguments.at("KEY"),
-                                     arguments.get("default").value_or(std::string()));
+        const auto value = settingsStore::read(arguments.at("SECTION"), arguments.at("KEY"),
+                                               arguments.get("default").value_or(std::string()));
         print(value + "\n");
         return exitDone;
     } catch (const RuntimeError& error) {
@@ -24,8 +23,7 @@ int runConfigGet(const Arguments& arguments) {
 
 int runConfigSet(const Arguments& arguments) {
     try {
-        mdimoduMain::writeSetting(arguments.at("SECTION"), arguments.at("KEY"),
-                                  arguments.at("VALUE"));
+        settingsStore::write(arguments.at("SECTION"), arguments.at("KEY"), arguments.at("VALUE"));
         return exitDone;
     } catch (const RuntimeError& error) {
         // Names and values that the format cannot hold are the command line's fault.

@@ -11,6 +11,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "base/Checked.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
@@ -32,7 +33,7 @@ namespace {
 std::string chosenFolder;
 
 fs::path settingsFile() {
-    return mdimoduMain::findFile(mdimoduMain::settingsFileName);
+    return programFolder::findFile(programFolder::settingsFileName);
 }
 
 [[noreturn]] void failSettings(const std::string& what) {
@@ -55,7 +56,7 @@ void require(const Requirement& needed) {
         return;
     }
     failSettings(say(texts::settingOutOfRange, needed.section, needed.key,
-                     mdimoduMain::readSetting(needed.section, needed.key, ""), say(needed.what),
+                     settingsStore::read(needed.section, needed.key, ""), say(needed.what),
                      needed.least, needed.most,
                      configSetCommand(needed.section, needed.key, needed.shipped)));
 }
@@ -67,7 +68,7 @@ void requireSettings() {
         fail(say(texts::noSettings, settingsFile().string()));
     }
     try {
-        if (mdimoduMain::readSetting("Setting", "DatNum", "").empty()) {
+        if (settingsStore::read("Setting", "DatNum", "").empty()) {
             failSettings(say(texts::foreignSettings));
         }
     } catch (const RuntimeError& error) {
@@ -117,7 +118,7 @@ void failOnHalfReadTables(std::size_t mark) {
 /// The default image is needed only in part by most commands, so what is wrong with it is a
 /// warning.
 void warnOfDefaultImage() {
-    const auto path = mdimoduMain::findFile(mdimoduMain::defaultImageFileName);
+    const auto path = programFolder::findFile(programFolder::defaultImageFileName);
     std::error_code error;
     const auto size = fs::file_size(path, error);
     if (!error && size < modIicDat::IicDat().size()) {
@@ -168,7 +169,7 @@ Reader readerOf(const Arguments& arguments) {
 }
 
 void startCore(Reader reader) {
-    mdimoduMain::state().settingsWritable = false;
+    settingsStore::state().writable = false;
     requireSettings();
     auto mark = failureMark();
     modStartUp::readSettings();
@@ -183,7 +184,7 @@ void startCore(Reader reader) {
 }
 
 void startConfiguration(DefaultImage defaultImage, Reader reader) {
-    const mdimoduMain::SettingsSnapshot settings;
+    const settingsStore::Snapshot settings;
     startCore(reader);
     warnOfDefaultImage();
     const auto mark = failureMark();

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "base/ModuleState.h"
 
@@ -29,7 +29,7 @@ void sizeArrays(std::int16_t datNum) {
 void InitTempArray() {
     guarded("mdifrmMain->InitTempArray", [] {
         State& s = state();
-        const auto path = mdimoduMain::findFile(mdimoduMain::defaultImageFileName);
+        const auto path = programFolder::findFile(programFolder::defaultImageFileName);
         const auto content = files::read(path, s.IicDat.size());
         std::ranges::copy(content.bytes, s.IicDat.bytes().begin());
         std::ranges::copy(content.bytes, s.IicDatDef.bytes().begin());

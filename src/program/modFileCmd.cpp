@@ -8,10 +8,11 @@
 #include <utility>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
 #include "app/ownTexts.h"
+#include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "base/Dialogs.h"
 #include "base/Files.h"
 #include "base/ModuleState.h"
@@ -193,7 +194,7 @@ void setCurrentFile(std::string path) {
 
 void GenerateDatFolder() {
     guarded("mdifrmMain->GenerateDatFolder", [] {
-        const auto folder = mdimoduMain::state().programFolder / "Data";
+        const auto folder = programFolder::state().own / "Data";
         state().defaultFilePath = (folder / "Untitled.dat").string();
         setCurrentFile(state().defaultFilePath);
         files::makeFolder(folder);
@@ -211,7 +212,7 @@ void customRangeOk(std::string_view minText, std::string_view maxText) {
 
 void NewFileSol() {
     guarded("mdifrmMain->NewFileSol", [] {
-        const mdimoduMain::SettingsSnapshot settings;
+        const settingsStore::Snapshot settings;
         modChMem::state().newChannel.reset();
         modIicDat::InitTempArray();
         modChMem::ChInfoSaveSol(1);

@@ -12,12 +12,16 @@
 #include <system_error>
 
 #include "app/Guard.h"
+#include "app/interfaceLock.h"
+#include "app/look.h"
 #include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
 #include "app/ownTexts.h"
 #include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "base/Checked.h"
 #include "base/Dialogs.h"
+#include "base/ModuleState.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/protocol/comPorts.h"
@@ -51,7 +55,7 @@ std::optional<std::int16_t> tryNumber(const char* key, Form form, SettingBuffer 
                                       const char* fallback) {
     std::optional<std::int16_t> value;
     guarded(formLoad, [&] {
-        const auto text = mdimoduMain::readSetting(section, key, buffer, fallback);
+        const auto text = settingsStore::read(section, key, buffer, fallback);
         value = naming(fmt::format("[{}] {}", section, key), [&] { return convert(form, text); });
     });
     return value;
@@ -65,7 +69,7 @@ std::int16_t readNumber(const char* key, Form form, SettingBuffer buffer, const 
 
 std::string readText(const char* key, SettingBuffer buffer, const char* fallback) {
     std::string value = throughBuffer(fallback, buffer);
-    guarded(formLoad, [&] { value = mdimoduMain::readSetting(section, key, buffer, fallback); });
+    guarded(formLoad, [&] { value = settingsStore::read(section, key, buffer, fallback); });
     return value;
 }
 
@@ -82,7 +86,7 @@ void readImageSize() {
 }
 
 void readLook() {
-    auto& s = mdimoduMain::state();
+    auto& s = look::state();
     // The two colours' defaults are the fonts' names: no colour, so a missing key means none.
     struct TextSetting {
         const char* key;
@@ -96,7 +100,8 @@ void readLook() {
     for (const auto& setting : settings) {
         setting.target = readText(setting.key, textBuffer, setting.fallback);
     }
-    s.fontInUse = s.Language == mdimoduMain::languageChinese ? s.ChsFont : s.EngFont;
+    s.fontInUse =
+        mdimoduMain::state().Language == mdimoduMain::languageChinese ? s.ChsFont : s.EngFont;
 }
 
 void readLimitsAndRanges() {
@@ -148,10 +153,10 @@ void readOthers() {
 std::optional<TextLanguage> languageOfSettings(const std::optional<std::string>& folder) {
     try {
         programFolder::look(folder);
-        if (!std::filesystem::exists(mdimoduMain::findFile(mdimoduMain::settingsFileName))) {
+        if (!std::filesystem::exists(programFolder::findFile(programFolder::settingsFileName))) {
             return std::nullopt;
         }
-        const auto text = mdimoduMain::readSetting(section, "Language", shortBuffer, " 2");
+        const auto text = settingsStore::read(section, "Language", shortBuffer, " 2");
         return parseNumber(text) == mdimoduMain::languageChinese ? TextLanguage::chinese
                                                                  : TextLanguage::english;
     } catch (const std::exception&) {
@@ -171,10 +176,10 @@ void runStep(const std::function<void()>& step) {
 bool isVeryFirstStart() {
     bool quit = false;
     guarded(formLoad, [&] {
-        const auto text = mdimoduMain::readSetting(section, "FirRun", firstRunBuffer, " 2");
+        const auto text = settingsStore::read(section, "FirRun", firstRunBuffer, " 2");
         if (textToInt16(text) == 2) {
-            mdimoduMain::writeSetting(section, "FirRun", "1");
-            mdimoduMain::state().quitting = true;
+            settingsStore::write(section, "FirRun", "1");
+            state().quitting = true;
             quit = true;
         }
     });
@@ -182,6 +187,11 @@ bool isVeryFirstStart() {
 }
 
 }  // namespace
+
+State& state() {
+    static ModuleState<State> instance;
+    return *instance;
+}
 
 std::int32_t localeIdentifier(const std::string& localeName) {
     const std::string name = lowerAscii(localeName);
@@ -211,13 +221,13 @@ void chooseTextLanguage(const std::optional<std::string>& programFolder) {
 
 void GetSysLang() {
     guarded("mdifrmMain->GetSysLang", [] {
-        const auto firstRun = mdimoduMain::readSetting(section, "FirRun", firstRunBuffer, " 1");
+        const auto firstRun = settingsStore::read(section, "FirRun", firstRunBuffer, " 1");
         if (textToInt16(firstRun) == 0) {
             return;
         }
-        mdimoduMain::writeSetting(section, "FirRun", "0");
+        settingsStore::write(section, "FirRun", "0");
         const bool chinese = GetSystemDefaultLCID() == simplifiedChinese;
-        mdimoduMain::writeSetting(section, "Language", chinese ? "1" : "3");
+        settingsStore::write(section, "Language", chinese ? "1" : "3");
         comPorts::AutoSetPort();
     });
 }
@@ -236,7 +246,7 @@ void prepareCore() {
 }
 
 StartResult Form_Load(const WindowSteps& windows) {
-    const mdimoduMain::SettingsSnapshot settings;
+    const settingsStore::Snapshot settings;
     if (isVeryFirstStart()) {
         return StartResult::quit;
     }
@@ -257,7 +267,8 @@ StartResult Form_Load(const WindowSteps& windows) {
     modFileCmd::NewFileSol();
     modMemDat::SetGridMemDat();
     runStep(windows.showChannelForm);
-    mdimoduMain::state().lockState = readText("ChannelLock", addressBuffer, mdimoduMain::unlocked);
+    interfaceLock::state().lockState =
+        readText("ChannelLock", addressBuffer, interfaceLock::unlocked);
     runStep(windows.showLockState);
     return StartResult::running;
 }
@@ -265,7 +276,7 @@ StartResult Form_Load(const WindowSteps& windows) {
 bool MDIForm_QueryUnload() {
     bool mayClose = false;
     guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
-        auto& s = mdimoduMain::state();
+        auto& s = state();
         mayClose = s.quitting || theDialogs().ask(modSoftFace::text(SoftText::notice),
                                                   modSoftFace::text(SoftText::askExit), false);
         s.exitAnswer = mayClose ? answerYes : answerNo;
@@ -276,31 +287,31 @@ bool MDIForm_QueryUnload() {
 
 void SaveMdiFormShape(const Shape& shape) {
     guarded("mdifrmMain->SaveMdiFormShape", [&] {
-        const std::array<mdimoduMain::KeyValue, 4> values{{
+        const std::array<settingsStore::KeyValue, 4> values{{
             {"MdiFormHeight", numberText(shape.height)},
             {"MdiFormWidth", numberText(shape.width)},
             {"MdiFormLeft", numberText(shape.left)},
             {"MdiFormTop", numberText(shape.top)},
         }};
-        mdimoduMain::writeSettings(section, values);
+        settingsStore::write(section, values);
     });
 }
 
 void lockChannels(bool lock) {
     guarded("mdifrmMain->mnuLockCh_Click", [&] {
-        mdimoduMain::state().lockState = lock ? mdimoduMain::locked : mdimoduMain::unlocked;
-        mdimoduMain::writeSetting(section, "ChannelLock", mdimoduMain::state().lockState);
+        interfaceLock::state().lockState = lock ? interfaceLock::locked : interfaceLock::unlocked;
+        settingsStore::write(section, "ChannelLock", interfaceLock::state().lockState);
     });
 }
 
 std::filesystem::path helpFile() {
     constexpr std::array names{"ChsHelp", "ChtHelp", "EngHelp"};
     mdimoduMain::correctLanguage();
-    const auto& s = mdimoduMain::state();
-    const std::string name = checkedAt(names, s.Language - 1, "help file");
+    const auto& folders = programFolder::state();
+    const std::string name = checkedAt(names, mdimoduMain::state().Language - 1, "help file");
     std::error_code error;
-    const auto own = s.programFolder / (name + ".CHM");
-    return std::filesystem::exists(own, error) ? own : s.shippedFolder / "help" / (name + ".html");
+    const auto own = folders.own / (name + ".CHM");
+    return std::filesystem::exists(own, error) ? own : folders.shipped / "help" / (name + ".html");
 }
 
 void Help() {
@@ -317,7 +328,7 @@ bool SwiLangFace(std::int16_t language) {
         return false;
     }
     return guarded("mdifrmMain->SwiLangFace", [&] {
-        mdimoduMain::writeSetting(section, "Language", numberText(language));
+        settingsStore::write(section, "Language", numberText(language));
         s.Language = language;
         theDialogs().tell(BoxIcon::question, "Message",
                           modSoftFace::text(SoftText::languageChanged));

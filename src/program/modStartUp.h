@@ -17,6 +17,17 @@ enum class StartResult {
     quit,     ///< the first start without a settings file: end at once, without a word
 };
 
+struct State {
+    /// True = no question at closing.
+    bool quitting = false;
+    /// Set to 1 once the user has confirmed the exit.
+    std::int16_t exiting = 0;
+    /// The answer to the closing question (6 = yes, 7 = no).
+    std::int16_t exitAnswer = 0;
+};
+
+[[nodiscard]] State& state();
+
 /// The system's default locale as an identifier: 2052 for Simplified Chinese, 1028 for Traditional
 /// Chinese, 1033 for everything else. Taken from LC_ALL, LC_MESSAGES or LANG, as the C library
 /// does.

@@ -11,6 +11,7 @@
 
 #include "app/Guard.h"
 #include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "base/Checked.h"
 #include "base/ModuleState.h"
 #include "image/modIicDat.h"
@@ -35,7 +36,7 @@ SetBases basesOf(std::int16_t language) {
 
 std::int16_t readNumber(int key) {
     return naming(fmt::format("[{}] {}", section, key), [&] {
-        return textToInt16(mdimoduMain::readSetting(section, fmt::to_string(key), buffer, "0"));
+        return textToInt16(settingsStore::read(section, fmt::to_string(key), buffer, "0"));
     });
 }
 
@@ -56,12 +57,12 @@ void copySet(const OptionSet& from, OptionSet& to) {
 void saveSet(const OptionSet& set, int base) {
     const int room = static_cast<int>(set.size());
     const int count = state().OptCount;
-    std::vector<mdimoduMain::KeyValue> values;
+    std::vector<settingsStore::KeyValue> values;
     for (int i = 0; i < std::min(count, room); ++i) {
         values.emplace_back(fmt::to_string(base + i), numberText(checkedAt(set, i, "option set")));
     }
     if (!values.empty()) {
-        mdimoduMain::writeSettings(section, values);
+        settingsStore::write(section, values);
     }
     if (count > room) {
         throwSubscript("option set", room);

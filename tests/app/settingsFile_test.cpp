@@ -4,14 +4,16 @@
 
 #include <thread>
 
-#include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "base/Files.h"
 #include "support/ProgramFolder.h"
 
 namespace k520 {
 namespace {
 
-using namespace mdimoduMain;
+using namespace programFolder;
+using settingsStore::KeyValue;
+using settingsStore::Snapshot;
 using namespace std::string_literals;
 
 using Value = std::optional<std::string>;
@@ -132,7 +134,7 @@ using Names = std::set<std::string>;
 
 class SettingsFile : public test::ProgramFolder {
   protected:
-    SettingsFile() { state().shippedFolder = shipped.path(); }
+    SettingsFile() { state().shipped = shipped.path(); }
 
     test::TempFolder shipped;
     const test::TempFolder& own = folder;
@@ -140,13 +142,13 @@ class SettingsFile : public test::ProgramFolder {
 
 TEST_F(SettingsFile, IsTakenFromTheProgramFolderFirst) {
     EXPECT_EQ(findFile(settingsFileName), own / settingsFileName);
-    EXPECT_EQ(readSetting("S", "K", " 7  "), " 7");
-    EXPECT_EQ(readSetting("S", "K", {9, 10}, " 7  "), "7");
+    EXPECT_EQ(settingsStore::read("S", "K", " 7  "), " 7");
+    EXPECT_EQ(settingsStore::read("S", "K", {9, 10}, " 7  "), "7");
     shipped.write(settingsFileName, "[S]\nK=shipped text\n");
-    EXPECT_EQ(readSetting("S", "K", {9, 10}, "7"), "shipped ");
+    EXPECT_EQ(settingsStore::read("S", "K", {9, 10}, "7"), "shipped ");
     own.write(settingsFileName, "[S]\nL=own\n");
-    EXPECT_EQ(readSetting("s", "k", {9, 10}, "123456789"), "12345678");
-    EXPECT_EQ(readSetting("s", "l", "7"), "own");
+    EXPECT_EQ(settingsStore::read("s", "k", {9, 10}, "123456789"), "12345678");
+    EXPECT_EQ(settingsStore::read("s", "l", "7"), "own");
 }
 
 // Replaced or written in place, always of the same size and under the same time.
@@ -158,11 +160,11 @@ TEST_F(SettingsFile, ShowsEveryChangeAtOnce) {
             const auto path = own.write(name, "[S]\nK=" + value + "\n");
             std::filesystem::last_write_time(path, now + std::chrono::hours(hours));
             std::filesystem::rename(path, own / settingsFileName);
-            EXPECT_EQ(readSetting("S", "K", "0"), value) << hours;
+            EXPECT_EQ(settingsStore::read("S", "K", "0"), value) << hours;
         }
     }
     std::filesystem::remove(own / settingsFileName);
-    EXPECT_EQ(readSetting("S", "K", "0"), "0");
+    EXPECT_EQ(settingsStore::read("S", "K", "0"), "0");
 }
 
 // Another program's change is seen after the last snapshot, one's own at once.
@@ -170,9 +172,9 @@ TEST_F(SettingsFile, StaysInItsSnapshot) {
     const auto otherWrites = [&](const std::string& value) {
         own.write(settingsFileName, "[S]\nK=" + value + "\n");
     };
-    const auto shown = [] { return readSetting("S", "K", "0"); };
+    const auto shown = [] { return settingsStore::read("S", "K", "0"); };
     {
-        const SettingsSnapshot outer;
+        const Snapshot outer;
         std::filesystem::create_directory(own / settingsFileName);
         EXPECT_EQ(test::raised([&] { static_cast<void>(shown()); }), 75);
         std::filesystem::remove(own / settingsFileName);
@@ -180,46 +182,46 @@ TEST_F(SettingsFile, StaysInItsSnapshot) {
         EXPECT_EQ(shown(), "first");
         otherWrites("second");
         {
-            const SettingsSnapshot inner;
+            const Snapshot inner;
             EXPECT_EQ(shown(), "first");
         }
         EXPECT_EQ(shown(), "first");
-        writeSetting("S", "L", "1");
+        settingsStore::write("S", "L", "1");
         EXPECT_EQ(shown(), "first");
-        EXPECT_EQ(readSetting("S", "L", "0"), "1");
+        EXPECT_EQ(settingsStore::read("S", "L", "0"), "1");
     }
     EXPECT_EQ(shown(), "second");
-    EXPECT_EQ(readSetting("S", "L", "0"), "1");
+    EXPECT_EQ(settingsStore::read("S", "L", "0"), "1");
 }
 
 TEST_F(SettingsFile, ThatCannotBeReadIsAnErrorAndStays) {
     std::filesystem::create_directory(own / settingsFileName);
-    EXPECT_EQ(test::raised([] { return readSetting("S", "K", "0"); }), 75);
-    EXPECT_EQ(test::raised([] { writeSetting("S", "K", "0"); }), 75);
+    EXPECT_EQ(test::raised([] { return settingsStore::read("S", "K", "0"); }), 75);
+    EXPECT_EQ(test::raised([] { settingsStore::write("S", "K", "0"); }), 75);
     EXPECT_EQ(own.names(), Names{settingsFileName});
-    state().programFolder = own.write("file", "") / "below";
-    EXPECT_EQ(test::raised([] { writeSetting("S", "K", "0"); }), 76);
-    state().programFolder = own / "new";
-    EXPECT_EQ(test::raised([] { writeSetting("S", "K=", "0"); }), 5);
+    state().own = own.write("file", "") / "below";
+    EXPECT_EQ(test::raised([] { settingsStore::write("S", "K", "0"); }), 76);
+    state().own = own / "new";
+    EXPECT_EQ(test::raised([] { settingsStore::write("S", "K=", "0"); }), 5);
     EXPECT_FALSE(own.names().contains("new")) << "made for nothing";
 }
 
 TEST_F(SettingsFile, IsSeededFromTheShippedOneAndWrittenOnlyWhenChanged) {
     shipped.write(settingsFileName, "; c\r\n[S]\r\nK=1\r\n");
-    writeSetting("s", "k", " 1");
-    state().settingsWritable = false;
-    writeSetting("S", "K", "2");
+    settingsStore::write("s", "k", " 1");
+    settingsStore::state().writable = false;
+    settingsStore::write("S", "K", "2");
     EXPECT_EQ(own.names(), Names{});
-    state().settingsWritable = true;
-    state().programFolder = own / "deep/down";
+    settingsStore::state().writable = true;
+    state().own = own / "deep/down";
     const std::vector<KeyValue> values{{"K", " 2"}, {"L", "3"}};
-    writeSettings("S", values);
+    settingsStore::write("S", values);
     const std::string name = std::string("deep/down/") + settingsFileName;
     EXPECT_EQ(own.read(name), "; c\r\n[S]\r\nK= 2\r\nL=3\r\n");
-    EXPECT_EQ(readSetting("S", "K", "0"), "2");
+    EXPECT_EQ(settingsStore::read("S", "K", "0"), "2");
     EXPECT_EQ(shipped.read(settingsFileName), "; c\r\n[S]\r\nK=1\r\n");
     const auto before = files::stampOf(own / name);
-    writeSettings("S", values);
+    settingsStore::write("S", values);
     EXPECT_EQ(files::stampOf(own / name), before);
 }
 
@@ -228,13 +230,13 @@ TEST_F(SettingsFile, KeepsTheWritesOfProgramsAtOnce) {
     for (int first = 0; first < 4; ++first) {
         programs.emplace_back([first] {
             for (int key = first; key < 20; key += 4) {
-                writeSetting("S", std::to_string(key), "1");
+                settingsStore::write("S", std::to_string(key), "1");
             }
         });
     }
     std::ranges::for_each(programs, &std::thread::join);
     for (int key = 0; key < 20; ++key) {
-        EXPECT_EQ(readSetting("S", std::to_string(key), "0"), "1") << key;
+        EXPECT_EQ(settingsStore::read("S", std::to_string(key), "0"), "1") << key;
     }
     EXPECT_EQ(own.names(), Names{settingsFileName});
 }

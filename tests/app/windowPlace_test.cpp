@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/windowPlace.h"
 
-#include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "support/ProgramFolder.h"
 
 namespace k520::windowPlace {
@@ -34,7 +34,7 @@ TEST_F(Place, ComesBackFromTheSettings) {
     EXPECT_EQ(stored(), (Box{-8, 20, 1024, 700}));
     for (const char* text : {"", "1,2,3", "1,2,3,4,", "1,2,3,x", "1,2,0,4", "1,2,3,-4", "1;2,3,4",
                              "1,2,3,4000000000", "2000000,2,3,4"}) {
-        mdimoduMain::writeSetting("Setting", "WindowPlace", text);
+        settingsStore::write("Setting", "WindowPlace", text);
         EXPECT_EQ(stored(), std::nullopt) << text;
     }
     EXPECT_EQ(failure(), "");

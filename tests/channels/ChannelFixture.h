@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include "app/mdimoduMain.h"
+#include "app/look.h"
 #include "app/modShowErr.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
@@ -21,8 +21,8 @@ class ChannelFixture : public ProgramFolder {
     static constexpr const char* blank = "|||||||";
 
     void SetUp() override {
-        mdimoduMain::state().DefColor = "#FFFFFF";
-        mdimoduMain::state().OverColor = "255";
+        look::state().DefColor = "#FFFFFF";
+        look::state().OverColor = "255";
         modIicDat::sizeArrays(0x1FFF);
         modChMem::initChannelForm();
         defineColumns();

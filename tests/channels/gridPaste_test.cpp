@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/gridPaste.h"
 
-#include "app/mdimoduMain.h"
+#include "app/interfaceLock.h"
 #include "channels/ChannelFixture.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
@@ -97,7 +97,7 @@ TEST_F(Paste, AllOrNothing) {
     EXPECT_TRUE(box.ends_with("... and 2 more")) << box;
     EXPECT_NE(box.find("\"" + std::string(40, 'x') + "…\""), std::string::npos) << box;
 
-    mdimoduMain::state().lockState = mdimoduMain::locked;
+    interfaceLock::state().lockState = interfaceLock::locked;
     EXPECT_EQ(pasteAt({1, 1}, "151"), "");
     EXPECT_TRUE(modChMem::ChInfo() == before);
     EXPECT_EQ(failures(), Labels{});

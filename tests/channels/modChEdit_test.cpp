@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "channels/modChEdit.h"
 
-#include "app/mdimoduMain.h"
+#include "app/interfaceLock.h"
 #include "channels/ChannelFixture.h"
 #include "channels/gridCells.h"
 #include "channels/modChMem.h"
@@ -127,7 +127,7 @@ TEST_F(Edit, WhichCellsMayBeEdited) {
     EXPECT_EQ(failures(), Labels{"frmChMem->vsfgGridCh_BeforeEdit: 9"});
 
     const auto before = modChMem::ChInfo();
-    mdimoduMain::state().lockState = "ShowLock";
+    interfaceLock::state().lockState = "ShowLock";
     EXPECT_FALSE(vsfgGridCh_BeforeEdit(3, 5));
     EXPECT_EQ(grid().cell(3, 5).editMode, none);
     type(1, 1, "151");
@@ -210,9 +210,9 @@ TEST_F(Edit, ThePopUpMenu) {
         return menu;
     };
     EXPECT_EQ(menuOf(1), "-Open channel 1+Delete channel 1+Delete all channels+Save as default");
-    mdimoduMain::state().lockState = mdimoduMain::locked;
+    interfaceLock::state().lockState = interfaceLock::locked;
     EXPECT_EQ(menuOf(1), "-Open channel 1-Delete channel 1-Delete all channels-Save as default");
-    mdimoduMain::state().lockState = mdimoduMain::unlocked;
+    interfaceLock::state().lockState = interfaceLock::unlocked;
     EXPECT_EQ(menuOf(2), "+Open channel 2-Delete channel 2+Delete all channels-Save as default");
     EXPECT_EQ(menuOf(0), "");
     EXPECT_EQ(modChMem::state().currentChannel, 2);

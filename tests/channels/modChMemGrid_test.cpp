@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/look.h"
 #include "app/mdimoduMain.h"
 #include "channels/ChannelFixture.h"
 #include "channels/modModel.h"
@@ -85,8 +86,8 @@ TEST_F(Grid, ChannelsAreDrawnAsTheyAre) {
     ShowChTblGrid();
     EXPECT_TRUE(row(1) == blank && colour(1, 1) == def && colour(1, 5) == own);
     channel(3).field(5) = 47;
-    mdimoduMain::state().DefColor = "宋体";
-    mdimoduMain::state().OverColor = "Times New Roman";
+    look::state().DefColor = "宋体";
+    look::state().OverColor = "Times New Roman";
     ShowChTblGrid();
     EXPECT_EQ(colour(2, 1), warningColour);
     EXPECT_EQ(colour(2, 2), std::nullopt);

@@ -11,6 +11,7 @@
 
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "desktop/main/mdifrmMain.h"
 #include "desktop/widgets/EditTable.h"
@@ -58,8 +59,8 @@ class Desktop : public ProgramFolder {
         putFirst("[Ports]\n", ports);
         putFirst("[Setting]\n", fmt::format("FirRun=0\nLanguage={}\n{}", language, settings));
         folder.write("Uninstall.exe", text);
-        mdimoduMain::state().programFolder = folder.path();
-        mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+        programFolder::state().own = folder.path();
+        programFolder::state().shipped = K520_SHARE_DIR;
     }
     /// Serves events until something holds; false when it does not after a great many rounds.
     static bool served(const std::function<bool()>& holds) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdimoduMain.h"
+#include "app/programFolder.h"
+#include "app/settingsStore.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
@@ -23,8 +25,8 @@ const std::string longText(300, '9');
 class OneMeaning : public test::ProgramFolder {
   protected:
     void start(std::int16_t language) {
-        mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
-        mdimoduMain::state().settingsWritable = false;
+        programFolder::state().shipped = K520_SHARE_DIR;
+        settingsStore::state().writable = false;
         mdimoduMain::state().Language = language;
         modSoftFace::FillSoftFace(language);
         modIicDat::sizeArrays(0x1FFF);

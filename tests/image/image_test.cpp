@@ -2,8 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <random>
 
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
@@ -22,7 +22,7 @@ TEST_F(Image, DefaultImageFillsBothArraysAsFarAsItReaches) {
     EXPECT_EQ(modIicDat::IicDat(), MemoryImage(8));
     modShowErr::state() = {};
     modIicDat::IicDat()(7) = 0x55;
-    folder.write(mdimoduMain::defaultImageFileName, "ABCDEF");
+    folder.write(programFolder::defaultImageFileName, "ABCDEF");
     modIicDat::InitTempArray();
     EXPECT_EQ(modIicDat::IicDat()(5), 'F');
     EXPECT_EQ(modIicDat::IicDatDef()(0), 'A');

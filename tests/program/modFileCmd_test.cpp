@@ -6,8 +6,8 @@
 #include <csignal>
 #include <set>
 
-#include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "channels/ChannelFixture.h"
 #include "channels/gridCells.h"
@@ -83,8 +83,8 @@ TEST_F(FileCommands, EveryAnswerOfEveryCommand) {
     modSoftFace::FillSoftFace(chinese);
     // The default image's band is in no entry of the list: New must not ask for a range.
     edit({0x25, 0x06, 0x60, 0x44}, 5, {0x13, 0x70, 0x17, 0x30});
-    folder.write(mdimoduMain::defaultImageFileName, text(image()));
-    folder.write(mdimoduMain::settingsFileName, "[Option]\n0=16\n3002=4\n3502=8\n");
+    folder.write(programFolder::defaultImageFileName, text(image()));
+    folder.write(programFolder::settingsFileName, "[Option]\n0=16\n3002=4\n3502=8\n");
     edit({0x00, 0x00, 0x35, 0x43}, 9, {0x24, 0x50, 0x24, 0x60});
     const std::string good = folder / "good.dat";
     datFile::save(good, image());
@@ -365,7 +365,7 @@ TEST_F(FileCommands, AFileThatIsNoConfigurationIsNamed) {
 class Paper : public test::ProgramFolder {
   protected:
     Paper() {
-        mdimoduMain::state().shippedFolder = K520_SHARE_DIR;
+        programFolder::state().shipped = K520_SHARE_DIR;
         modStartUp::readSettings();
         modStartUp::prepareCore();
         modFileCmd::NewFileSol();

@@ -4,9 +4,12 @@
 
 #include <fmt/format.h>
 
+#include "app/interfaceLock.h"
+#include "app/look.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "app/programFolder.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/protocol/comPorts.h"
@@ -34,8 +37,8 @@ class StartUp : public test::ProgramFolder {
     /// A start of a new process, to which the machine's own ports are useless.
     StartResult start() {
         resetModules();
-        mdimoduMain::state().programFolder = home;
-        mdimoduMain::state().shippedFolder = shipped;
+        programFolder::state().own = home;
+        programFolder::state().shipped = shipped;
         modCommun::state().portMaker = [](std::int16_t number) {
             const auto device = comPorts::devicePath(number);
             return comPorts::portForDevice(device == "virtual" ? device : "");
@@ -48,11 +51,12 @@ class StartUp : public test::ProgramFolder {
     }
     std::string settings() { return folder.read("Uninstall.exe"); }
     static std::string inForce() {
-        const auto& main = mdimoduMain::state();
+        const auto& look = look::state();
         const auto& i = modIicDat::state();
-        return fmt::format("{} {} {} {} {} {} {} {} {} {}..{} {}..{} {}", main.Language,
-                           modCommun::state().portNumber, main.fontInUse, main.OverColor,
-                           main.DefColor, main.lockState, i.IicDatSpare.size(), i.toneLimit,
+        return fmt::format("{} {} {} {} {} {} {} {} {} {}..{} {}..{} {}",
+                           mdimoduMain::state().Language, modCommun::state().portNumber,
+                           look.fontInUse, look.OverColor, look.DefColor,
+                           interfaceLock::state().lockState, i.IicDatSpare.size(), i.toneLimit,
                            i.combinedToneLimit, i.readRange.start, i.readRange.end,
                            i.writeRange.start, i.writeRange.end, i.partialFillRange.end);
     }
@@ -74,7 +78,7 @@ TEST_F(StartUp, FirstStartLeavesItsMarkAndTheSecondChoosesLanguageAndPort) {
     messages.set("");
     lang.set("zh_CN.UTF-8");
     EXPECT_EQ(start(), StartResult::quit);
-    EXPECT_TRUE(mdimoduMain::state().quitting);
+    EXPECT_TRUE(modStartUp::state().quitting);
     EXPECT_THAT(settings(), HasSubstr("FirRun=1"));
     folder.write("Uninstall.exe", settings() + "[Ports]\nCOM3=virtual\nCOM5=virtual\nCOM6=/none\n");
     EXPECT_EQ(start(), StartResult::running);
@@ -163,12 +167,12 @@ TEST_F(StartUp, ClosingAsksUnlessQuitting) {
     dialogs.answers = {"ask fail", "ask no", "ask yes"};
     EXPECT_FALSE(MDIForm_QueryUnload());
     EXPECT_FALSE(MDIForm_QueryUnload());
-    EXPECT_EQ(mdimoduMain::state().exitAnswer * 10 + mdimoduMain::state().exiting, 70);
+    EXPECT_EQ(modStartUp::state().exitAnswer * 10 + modStartUp::state().exiting, 70);
     EXPECT_TRUE(MDIForm_QueryUnload());
-    EXPECT_EQ(mdimoduMain::state().exitAnswer * 10 + mdimoduMain::state().exiting, 61);
+    EXPECT_EQ(modStartUp::state().exitAnswer * 10 + modStartUp::state().exiting, 61);
     EXPECT_EQ(dialogs.take(), Texts(3, "ask|Notice|Are you sure want to exit?"));
     EXPECT_EQ(reports("mdifrmMain->MDIForm_QueryUnload"), 1);
-    mdimoduMain::state().quitting = true;
+    modStartUp::state().quitting = true;
     EXPECT_TRUE(MDIForm_QueryUnload());
 }
 
@@ -181,13 +185,13 @@ TEST_F(StartUp, WindowsHaveTheirPlacesInTheSequence) {
     const auto note = [&](const char* step) {
         const auto& channels = modChMem::state();
         seen += fmt::format("{}: text {}, font {}, rows {}, channel 1 {}, {}\n", step,
-                            modSoftFace::text(SoftText::toolNew), mdimoduMain::state().fontInUse,
+                            modSoftFace::text(SoftText::toolNew), look::state().fontInUse,
                             channels.vsfgGridCh.rows(), channels.ChInfo(1).present(),
-                            mdimoduMain::state().lockState);
+                            interfaceLock::state().lockState);
     };
     resetModules();
-    mdimoduMain::state().programFolder = home;
-    mdimoduMain::state().shippedFolder = shipped;
+    programFolder::state().own = home;
+    programFolder::state().shipped = shipped;
     modSoftFace::state() = {};
     // What another program writes meanwhile does not mix with what was read.
     const auto otherSettings = [&] {
@@ -245,11 +249,11 @@ TEST_F(StartUp, LanguageAndGeometryAreStored) {
     EXPECT_EQ(dialogs.take(),
               Texts{"question|Message|Language has changed, you need to restart the software."});
     lockChannels(true);
-    EXPECT_EQ(mdimoduMain::state().lockState, mdimoduMain::locked);
+    EXPECT_EQ(interfaceLock::state().lockState, interfaceLock::locked);
     EXPECT_THAT(settings(), HasSubstr("ChannelLock=ShowLock\n"));
     lockChannels(false);
     EXPECT_THAT(settings(), HasSubstr("ChannelLock=ShowNo\n"));
-    mdimoduMain::state().programFolder /= "Uninstall.exe";
+    programFolder::state().own /= "Uninstall.exe";
     EXPECT_FALSE(SwiLangFace(3));
     EXPECT_EQ(mdimoduMain::state().Language, 1);
     EXPECT_EQ(reports("mdifrmMain->SwiLangFace"), 1);

@@ -5,6 +5,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "app/programFolder.h"
 #include "image/modIicDat.h"
 #include "settings/modSysSet.h"
 #include "settings/optionPanel.h"
@@ -133,7 +134,7 @@ class SysSet : public test::ProgramFolder {
     SysSet() { modIicDat::sizeArrays(0x3FF); }
     void write(const std::string& lines) const { settings("[Option]\n" + lines); }
     [[nodiscard]] std::string read() const {
-        return folder.read(mdimoduMain::settingsFileName).substr(9);
+        return folder.read(programFolder::settingsFileName).substr(9);
     }
 
     OptionSet& now = state().OptNow;

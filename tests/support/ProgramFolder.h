@@ -12,6 +12,7 @@
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "app/programFolder.h"
 #include "base/ModuleState.h"
 #include "support/Raised.h"
 #include "support/ScriptedDialogs.h"
@@ -25,14 +26,14 @@ class ProgramFolder : public testing::Test {
   protected:
     ProgramFolder() {
         resetModules();
-        mdimoduMain::state().programFolder = folder.path();
+        programFolder::state().own = folder.path();
         modSoftFace::FillSoftFace(mdimoduMain::state().Language);
     }
     ~ProgramFolder() override { resetModules(); }
 
     /// Writes the settings file.
     void settings(const std::string& text) const {
-        folder.write(mdimoduMain::settingsFileName, text);
+        folder.write(programFolder::settingsFileName, text);
     }
     /// The last failure logged: label and number; empty when there is none.
     static std::string failure() {

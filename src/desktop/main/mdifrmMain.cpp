@@ -14,6 +14,7 @@
 #include <algorithm>
 
 #include "app/Guard.h"
+#include "app/look.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "channels/modChEdit.h"
@@ -39,6 +40,7 @@
 #include "memview/modMemDat.h"
 #include "program/modFileCmd.h"
 #include "program/modPrint.h"
+#include "program/modStartUp.h"
 #include "settings/optionPanel.h"
 
 namespace k520 {
@@ -147,13 +149,13 @@ void mdifrmMain::ForbidMaxForm() {
 // Texts.
 
 void mdifrmMain::SetSoftFace() {
-    const auto& s = mdimoduMain::state();
+    const auto& s = look::state();
     if (!s.fontInUse.empty()) {
         QFont font = QApplication::font();
         font.setFamily(qText(s.fontInUse));
         QApplication::setFont(font);
     }
-    if (s.Language == mdimoduMain::languageChinese &&
+    if (mdimoduMain::state().Language == mdimoduMain::languageChinese &&
         toolkitTexts_.load(QStringLiteral("qtbase_zh_CN"),
                            QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(&toolkitTexts_);

@@ -21,6 +21,7 @@
 #include "desktop/widgets/qtText.h"
 #include "program/modFileCmd.h"
 #include "program/modPrint.h"
+#include "program/modStartUp.h"
 
 namespace k520 {
 

@@ -12,7 +12,6 @@
 #include <string_view>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
 #include "app/programFolder.h"
 #include "base/Interrupt.h"
 #include "base/RuntimeError.h"
@@ -131,7 +130,7 @@ int Program::run() {
 
 void Program::closeUnasked() {
     untilPainted_ = false;
-    mdimoduMain::state().quitting = true;
+    modStartUp::state().quitting = true;
     // After the painting of the other widgets.
     QTimer::singleShot(0, this, [this] { main_->close(); });
 }

@@ -6,7 +6,7 @@
 #include <optional>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "base/ModuleState.h"
 #include "link/port/platformPort.h"
 #include "link/port/portTexts.h"
@@ -44,7 +44,7 @@ State& state() {
 
 std::string devicePath(std::int16_t number) {
     requireNumber(number);
-    const std::string device = mdimoduMain::readSetting("Ports", portName(number), "");
+    const std::string device = settingsStore::read("Ports", portName(number), "");
     return device.empty() ? platformPort::deviceOf(number) : device;
 }
 
@@ -93,7 +93,7 @@ bool ProbeCom(std::int16_t number) {
 
 void storePort(std::int16_t number) {
     modCommun::state().portNumber = number;
-    mdimoduMain::writeSetting("Setting", "COM", numberText(number));
+    settingsStore::write("Setting", "COM", numberText(number));
 }
 
 void AutoSetPort() {

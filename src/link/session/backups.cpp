@@ -13,7 +13,7 @@
 #include <tuple>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Checked.h"
 #include "base/Clock.h"
 #include "base/Files.h"
@@ -164,7 +164,7 @@ void removeRemains() {
 }  // namespace
 
 fs::path folder() {
-    return mdimoduMain::state().programFolder / "Data" / "Backups";
+    return programFolder::state().own / "Data" / "Backups";
 }
 
 std::optional<fs::path> storeAs(const fs::path& path, const MemoryImage& image) {

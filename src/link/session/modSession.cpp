@@ -8,8 +8,8 @@
 #include <utility>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
 #include "app/modSoftFace.h"
+#include "app/settingsStore.h"
 #include "base/Checked.h"
 #include "base/Dialogs.h"
 #include "base/ModuleState.h"
@@ -426,7 +426,7 @@ bool running() noexcept {
 bool addressFieldChanged(AddressField field, std::string_view text) {
     const FieldRow& row = fieldRows[static_cast<std::size_t>(field)];
     return guarded("frmCommun->" + std::string(row.control) + "_Change", [&] {
-        mdimoduMain::writeSetting("Setting", row.key, text);
+        settingsStore::write("Setting", row.key, text);
         row.target() = hexToInt16(text);
         modMemDat::fitGrid();
     });

@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "app/Guard.h"
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "app/settingsStore.h"
 #include "base/RuntimeError.h"
 #include "channels/modChMem.h"
 #include "image/datFile.h"
@@ -389,7 +389,7 @@ Choices chosen() {
     Choices choices;
     guarded("frmCommun->Form_Load", [&] {
         for (const ChoiceRow& row : choiceRows) {
-            choices.*row.member = mdimoduMain::readSetting(section, row.key, "0") == "1";
+            choices.*row.member = settingsStore::read(section, row.key, "0") == "1";
         }
     });
     return choices;
@@ -397,7 +397,7 @@ Choices chosen() {
 
 void choose(const ChoiceRow& row, bool on) {
     guarded("frmCommun->" + std::string(row.control) + "_Click",
-            [&] { mdimoduMain::writeSetting(section, row.key, on ? "1" : "0"); });
+            [&] { settingsStore::write(section, row.key, on ? "1" : "0"); });
 }
 
 std::vector<Stage> stagesOf(Direction direction, const Choices& choices) {

@@ -12,7 +12,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Files.h"
 #include "base/ModuleState.h"
 #include "base/RuntimeError.h"
@@ -99,7 +99,7 @@ class KeepingPort : public VirtualPort {
 
     void open() override {
         VirtualPort::open();
-        path_ = mdimoduMain::state().programFolder / fileName;
+        path_ = programFolder::state().own / fileName;
         try {
             const auto stored = readIfThere(path_);
             radio().setMemory(stored ? *stored : firstMemory());
@@ -143,7 +143,7 @@ State& state() {
 }
 
 std::vector<std::uint8_t> firstMemory() {
-    const auto image = readIfThere(mdimoduMain::findFile(mdimoduMain::defaultImageFileName));
+    const auto image = readIfThere(programFolder::findFile(programFolder::defaultImageFileName));
     std::vector<std::uint8_t> memory = image.value_or(std::vector<std::uint8_t>{});
     memory.resize(SimRadio::memorySize, 0xFF);
     for (const SampleChannel& channel : sampleChannels) {

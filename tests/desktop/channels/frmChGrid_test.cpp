@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "desktop/channels/frmChGrid.h"
+#include "app/interfaceLock.h"
 #include "desktop/channels/frmChFrequency.h"
 
 #include "app/mdimoduMain.h"
@@ -245,7 +246,7 @@ TEST_F(Grid, CellsThatRefuse) {
     const auto before = modChMem::ChInfo();
     clipboard.setText(QStringLiteral("160"));
     play("1,1 160");
-    mdimoduMain::state().lockState = mdimoduMain::locked;  // with an editor open
+    interfaceLock::state().lockState = interfaceLock::locked;  // with an editor open
     play("Return");
     EXPECT_EQ(opens(1), "--------");
     for (int col = 1; col <= 8; ++col) {
@@ -370,7 +371,7 @@ TEST_F(Grid, AsksBeforeSeveralChannelsAreEmptied) {
         EXPECT_EQ(row(1) + row(2), expected);
         EXPECT_EQ(dialogs.take(), std::vector<std::string>(asked ? 1 : 0, question));
     }
-    mdimoduMain::state().lockState = mdimoduMain::locked;
+    interfaceLock::state().lockState = interfaceLock::locked;
     play("1,1 Ctrl+A Del");
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "app/mdimoduMain.h"
+#include "app/settingsStore.h"
 #include "channels/modModel.h"
 #include "desktop/Desktop.h"
 #include "desktop/link/frmCommun.h"
@@ -368,7 +369,7 @@ TEST_F(CommunDialog, AddressFieldsFollowEveryKeystroke) {
     EXPECT_TRUE(marked());
     EXPECT_THAT(stdText(field.toolTip()), HasSubstr("01F0 is still used"));
     EXPECT_THAT(failures(), testing::ElementsAre(HasSubstr("frmCommun->txtReadEndAddr_Change 13")));
-    EXPECT_EQ(mdimoduMain::readSetting("Setting", "ReadEndAddr", ""), "1f0g");
+    EXPECT_EQ(settingsStore::read("Setting", "ReadEndAddr", ""), "1f0g");
     EXPECT_EQ(modIicDat::state().readRange.end, 0x1F0);
     QTest::keyClick(&field, Qt::Key_Backspace);
     EXPECT_FALSE(marked());
@@ -415,9 +416,9 @@ class PortDialog : public test::Desktop {
     /// COM2 has no device, COM3 none that is a serial port; all others are the simulated radio.
     void startAt(int port) {
         start(mdimoduMain::languageEnglish, fmt::format("COM={}\n", port));
-        const std::vector<mdimoduMain::KeyValue> broken{{"COM2", (folder / "none").string()},
-                                                        {"COM3", "/dev/null"}};
-        mdimoduMain::writeSettings("Ports", broken);
+        const std::vector<settingsStore::KeyValue> broken{{"COM2", (folder / "none").string()},
+                                                          {"COM3", "/dev/null"}};
+        settingsStore::write("Ports", broken);
     }
     static QRadioButton& radio(const frmToolCom& dialog, int port) {
         return find<QRadioButton>(dialog, fmt::format("COM1_{}", port - 1).c_str());

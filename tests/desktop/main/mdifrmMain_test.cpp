@@ -2,12 +2,12 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "desktop/main/mdifrmMain.h"
 
-#include "app/mdimoduMain.h"
 #include "app/ownTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "desktop/Desktop.h"
 #include "program/modFileCmd.h"
+#include "program/modStartUp.h"
 #include "settings/optionPanel.h"
 
 namespace k520 {
@@ -218,13 +218,13 @@ TEST_F(MainWindow, ClosingAsksAndStoresTheGeometry) {
                                       15 * frame.height(), 15 * frame.width(), 15 * frame.left(),
                                       15 * frame.top())));
     EXPECT_EQ(dialogs.take(), Texts(2, "ask|Notice|Are you sure want to exit?"));
-    EXPECT_EQ(mdimoduMain::state().exiting, 1);
+    EXPECT_EQ(modStartUp::state().exiting, 1);
 }
 
 TEST_F(MainWindow, ComesBackWhereItWasAndNeverBeyondTheScreen) {
     const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
     const auto shut = [&] {
-        mdimoduMain::state().quitting = true;
+        modStartUp::state().quitting = true;
         EXPECT_TRUE(main->close());
         main.reset();
     };

@@ -4,6 +4,7 @@
 // editor must be gone. Looked at is what the command made, not the cell.
 #include <span>
 
+#include "app/interfaceLock.h"
 #include "app/mdimoduMain.h"
 #include "channels/modChMem.h"
 #include "desktop/Desktop.h"
@@ -202,7 +203,7 @@ TEST_F(OpenEditors, EveryCommandTakesWhatTheCellShows) {
             EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
             EXPECT_EQ(command.result(edit.column), edit.shown);
             dialogs.take();
-            mdimoduMain::state().lockState = mdimoduMain::unlocked;
+            interfaceLock::state().lockState = interfaceLock::unlocked;
             mdimoduMain::state().Language = mdimoduMain::languageEnglish;
             for (auto* dialog : main->findChildren<QDialog*>()) {
                 dialog->close();

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/protocol/comPorts.h"
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "link/port/posix/usbDevice.h"
 #include "link/protocol/modCommun.h"
 #include "link/simulator/virtualPort.h"
@@ -50,7 +50,7 @@ TEST_F(Ports, HighestUsablePortIsChosenAndStored) {
     usable = "1 3";
     AutoSetPort();
     EXPECT_EQ(modCommun::state().portNumber, 3);
-    EXPECT_THAT(folder.read(mdimoduMain::settingsFileName), HasSubstr("COM= 3\n"));
+    EXPECT_THAT(folder.read(programFolder::settingsFileName), HasSubstr("COM= 3\n"));
     EXPECT_EQ(state().probeTable(3), 1);
     EXPECT_EQ(state().probeTable(16), -1);
     EXPECT_EQ(failure(), "");

@@ -11,7 +11,7 @@
 #include <csignal>
 #include <filesystem>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/ModuleState.h"
 #include "image/modIicDat.h"
 #include "support/Raised.h"
@@ -24,7 +24,7 @@ namespace {
 class Backups : public testing::Test {
   protected:
     Backups() {
-        mdimoduMain::state().programFolder = folder.path();
+        programFolder::state().own = folder.path();
         modIicDat::sizeArrays(0x42F);
     }
     ~Backups() override { resetModules(); }

@@ -2,9 +2,9 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/session/modSession.h"
 
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "app/settingsStore.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
@@ -243,7 +243,7 @@ TEST_F(Session, AddressFieldsAreStoredAsTypedAndThenParsed) {
     for (const auto& [field, key, target] : fields) {
         for (const char* text : {"1fe", "", "1FG", "12345"}) {
             addressFieldChanged(field, text);
-            EXPECT_EQ(mdimoduMain::readSetting("Setting", key, "none"), text);
+            EXPECT_EQ(settingsStore::read("Setting", key, "none"), text);
             EXPECT_EQ(target, 0x1FE);
         }
     }

@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "link/session/restoreList.h"
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "base/Text.h"
 #include "image/modIicDat.h"
 #include "link/session/modSession.h"
@@ -17,7 +17,7 @@ class RestoreList : public test::ProgramFolder {
     RestoreList() {
         modIicDat::sizeArrays(8191);
         setTextLanguage(TextLanguage::english);
-        mdimoduMain::state().programFolder = folder.path();
+        programFolder::state().own = folder.path();
     }
     static backups::Backup kept(backups::Reason reason, std::uint8_t byte) {
         MemoryImage image = modIicDat::IicDat();

@@ -4,9 +4,9 @@
 
 #include <gmock/gmock.h>
 
-#include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
+#include "app/programFolder.h"
 #include "base/ModuleState.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
@@ -53,7 +53,7 @@ class Safeguards : public testing::Test {
         resetModules();
         std::int16_t english = 3;
         modSoftFace::FillSoftFace(english);
-        mdimoduMain::state().programFolder = folder.path();
+        programFolder::state().own = folder.path();
         modIicDat::sizeArrays(8191);
         modChMem::SetChGrid();
         modIicDat::state().readRange = modIicDat::state().writeRange = {0, 0x42F};

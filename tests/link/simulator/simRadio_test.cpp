@@ -2,7 +2,7 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <random>
 
-#include "app/mdimoduMain.h"
+#include "app/programFolder.h"
 #include "link/simulator/virtualRadio.h"
 #include "support/ProgramFolder.h"
 
@@ -215,7 +215,7 @@ class VirtualRadio : public test::ProgramFolder {
 };
 
 TEST_F(VirtualRadio, StartsFromTheDefaultImageWithChannelsOfItsOwn) {
-    folder.write(mdimoduMain::defaultImageFileName, std::string(0x90, '\x11'));
+    folder.write(programFolder::defaultImageFileName, std::string(0x90, '\x11'));
     port->open();
     const std::vector<std::uint8_t> channels{
         0x00, 0x00, 0x35, 0x43, 0x00, 0x00, 0x45, 0x43,  // 433.5, 434.5
@@ -228,7 +228,7 @@ TEST_F(VirtualRadio, StartsFromTheDefaultImageWithChannelsOfItsOwn) {
 }
 
 TEST_F(VirtualRadio, KeepsItsMemoryBetweenSessionsAndOnlyWhenItChanged) {
-    mdimoduMain::state().programFolder = folder / "named/so/far";
+    programFolder::state().own = folder / "named/so/far";
     port->open();
     port->close();
     EXPECT_TRUE(folder.names().empty());

@@ -1,0 +1,14 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "app/look.h"
+
+#include "base/ModuleState.h"
+
+namespace k520::look {
+
+State& state() {
+    static ModuleState<State> instance;
+    return *instance;
+}
+
+}  // namespace k520::look
