@@ -5,7 +5,6 @@
 #include <fmt/format.h>
 
 #include <array>
-#include <cstdlib>
 #include <exception>
 #include <optional>
 #include <span>
@@ -22,6 +21,7 @@
 #include "base/Checked.h"
 #include "base/Dialogs.h"
 #include "base/ModuleState.h"
+#include "base/userLocale.h"
 #include "channels/modChMem.h"
 #include "image/modIicDat.h"
 #include "link/protocol/comPorts.h"
@@ -204,13 +204,7 @@ std::int32_t localeIdentifier(const std::string& localeName) {
 }
 
 std::int32_t GetSystemDefaultLCID() {
-    for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const char* value = std::getenv(variable);
-        if (value != nullptr && *value != '\0') {
-            return localeIdentifier(value);
-        }
-    }
-    return english;
+    return localeIdentifier(userLocale::name());
 }
 
 void chooseTextLanguage(const std::optional<std::string>& programFolder) {
