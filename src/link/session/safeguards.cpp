@@ -248,8 +248,9 @@ class WriteNotes {
     std::optional<Note> own_;
 };
 
-/// The notes of a backup while it is put back. Until that has come to its good end the write that
-/// they tell of counts as unfinished; then those go that are of the connected radio.
+/// The notes that can be of the radio while a backup is put back. Until that has come to its good
+/// end the writes that they tell of count as unfinished. Then the note of this very radio goes; it
+/// stays as that of a good write where nobody has compared what the radio holds now.
 class RestoreNotes {
   public:
     RestoreNotes(std::vector<Note> notes, bool ofThisRadio)
@@ -262,10 +263,12 @@ class RestoreNotes {
         }
     }
     void end(const Report& report, bool good) const {
-        for (const Note& note : notes_) {
-            if (good && ofThisRadio_) {
+        const bool done = good && ofThisRadio_;
+        for (Note note : notes_) {
+            if (done && report.stage == Stage::compare) {
                 unfinishedWrite::drop(note.backup);
             } else if (good || !radioChanged(report)) {
+                note.state = done ? unfinishedWrite::State::written : note.state;
                 keep(note);
             }
         }
@@ -496,10 +499,11 @@ Report takeBack(CommunView& view, const Choices& choices) {
         run.report().possible = before;
         return run.ended(false);
     }
-    // Notes that can be of several radios stay.
-    const bool single = fitting.size() == 1;
-    return restoreWith(run, before.front(), choices,
-                       RestoreNotes(single ? fitting : std::vector<Note>(), single));
+    // Notes that can be of several radios stay, and so does the only one that fits where a radio of
+    // equal content would fit as well.
+    const bool ofThisRadio =
+        fitting.size() == 1 && unfinishedWrite::shows(fitting.front(), found, coveredBy(fitting));
+    return restoreWith(run, before.front(), choices, RestoreNotes(fitting, ofThisRadio));
 }
 
 bool radioChanged(const Report& report) noexcept {

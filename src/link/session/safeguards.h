@@ -112,12 +112,14 @@ Report write(CommunView& view, const Choices& choices,
 /// other data file over the write range; what such a file has no place for stays as the radio has
 /// it. A file that cannot be read, or that is neither a backup nor a data file, is `backupTrouble`,
 /// and the radio is untouched. Where a note tells of the backup the radio is read first: the note
-/// goes at the good end only where this is its radio.
+/// goes at the good end, once the radio was compared, only where this is its radio.
 Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
 
 /// Reads the radio, looks which write found or sent what it holds, and puts back what the radio
 /// held before that write. Does nothing where several backups are possible that do not hold the
-/// same.
+/// same. The note of the write goes at the good end where the radio showed that write and was
+/// compared; a radio that only holds the same as another one before its write leaves that one its
+/// note.
 Report takeBack(CommunView& view, const Choices& choices);
 
 /// Whether a run has changed the radio, or may have.

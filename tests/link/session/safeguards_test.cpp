@@ -286,6 +286,45 @@ TEST_F(Safeguards, EachTornRadioFindsItsOwnWayBack) {
     EXPECT_THAT(takesBack(older).possible, ways);
 }
 
+// Two radios of equal content were written well, in the same minute.
+TEST_F(Safeguards, ARestoreThatFitsSeveralNotesCanBeRepeated) {
+    const std::vector<std::uint8_t> before(SimRadio::memorySize, 0x11);
+    for (int radios = 0; radios < 2; ++radios) {
+        plug({}, before);
+        EXPECT_TRUE(write(view, all).good);
+    }
+    // The look has 70 exchanges.
+    plug({.silentFrom = 70 + 30}, memory());
+    EXPECT_FALSE(takeBack(view, all).good);
+    dialogs.take();
+    EXPECT_EQ(unfinished().size(), 2U);
+    plug({}, memory());
+    EXPECT_TRUE(takeBack(view, all).good);
+    EXPECT_EQ(memory(), before);
+}
+
+// The note of a radio stays until that very radio is known to be whole again.
+TEST_F(Safeguards, AWayBackStaysForTheRadioThatNeedsIt) {
+    const auto before = memory();
+    plug({.silentFrom = 70 + 30}, before);
+    const auto backup = write(view, all).backup;
+    const auto torn = memory();
+    dialogs.take();
+    plug({}, before);
+    EXPECT_TRUE(takeBack(view, all).good) << "a whole radio of equal content";
+    EXPECT_THAT(unfinished(), testing::ElementsAre(backup));
+
+    plug({}, torn);
+    const auto held = IicDat();
+    EXPECT_TRUE(takeBack(view, {}).good);
+    EXPECT_EQ(memory(), before);
+    EXPECT_THAT(unfinished(), testing::IsEmpty());
+    EXPECT_EQ(unfinishedWrite::all().size(), 1U) << "nobody has compared";
+    std::ranges::copy(held.bytes().first(0x430), radio->memory().begin());
+    EXPECT_TRUE(takeBack(view, all).good) << "it held on to what was written";
+    EXPECT_THAT(unfinishedWrite::all(), testing::IsEmpty());
+}
+
 // One file, two radios, at the same time or without the stamp: what the good write left in one of
 // them may as well be what the other is torn to.
 TEST_F(Safeguards, AWrittenRadioIsNotTakenForATornOne) {
