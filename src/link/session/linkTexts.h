@@ -58,8 +58,8 @@ inline constexpr Text writtenOtherwise{"对讲机中的数据与写入的不同�
 inline constexpr Text unfinishedBefore{"上次写入没有完成！", "The last write did not finish!"};
 inline constexpr Text unfinishedHint{
     "{} 写入的那台对讲机可能只写入了一部分：使用前请按“恢复”写回写入前的数据，或重新写入。",
-    "The radio written on {} may be partly written. Before it is used: Restore puts back what it "
-    "held before, or write again."};
+    "The radio written on {} may be partly written. Before you use it, press Restore to put back "
+    "what it held, or write it again."};
 
 // How a session ended
 inline constexpr Text readDone{"对讲机已读取：{} 个数据块。", "Radio read: {} blocks."};
@@ -164,6 +164,11 @@ inline constexpr Text earlierOffered{
     "此前有一次写入中断，那次写入之前的数据在 Data/Backups/{} 中，按“恢复”可写回对讲机。",
     "An earlier write broke off; what the radio held before that one is in Data/Backups/{}: "
     "Restore puts it back."};
+inline constexpr Text earlierSeveral{
+    "此前有 {} 次写入中断，其中一次可能就是这台对讲机的；最近一次写入之前的数据在 Data/Backups/{} "
+    "中，“恢复”或 k520-cli restore --list 会列出全部。",
+    "{} earlier writes broke off, and any of them may be of this radio; what a radio held before "
+    "the latest one is in Data/Backups/{}: Restore or k520-cli restore --list shows them all."};
 inline constexpr Text copyNotStored{"数据已读取，但副本无法保存（{}）。",
                                     "The radio was read, but no copy could be kept ({})."};
 inline constexpr Text backupNotStored{

@@ -142,7 +142,10 @@ std::string withWayBack(const std::string& text, const Report& report) {
         return joined(text, say(texts::restoreAgain));
     }
     if (!report.earlier.empty()) {
-        return joined(text, say(texts::earlierOffered, report.earlier.front().filename().string()));
+        const auto count = report.earlier.size();
+        const auto latest = report.earlier.front().filename().string();
+        return joined(text, count == 1 ? say(texts::earlierOffered, latest)
+                                       : say(texts::earlierSeveral, count, latest));
     }
     return report.backup.empty()
                ? text

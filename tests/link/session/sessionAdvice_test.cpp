@@ -169,6 +169,12 @@ TEST_F(SessionAdvice, HeadlineSaysWhatHappenedAndHowBadItIs) {
         }
     }
     EXPECT_EQ(endingOf(run(write, Stage::write, with(Outcome::busy)), {}).headline, "");
+    const auto earlier = [](auto& report) {
+        report.backup = "c.dat";
+        report.earlier = {"b.dat", "a.dat"};
+    };
+    EXPECT_THAT(endingOf(changed(run(write, Stage::write, torn), earlier), {}).advice,
+                HasSubstr("2 earlier writes broke off"));
 }
 
 }  // namespace
