@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <utility>
 
 #include "base/Checked.h"
 
@@ -145,9 +146,11 @@ std::optional<Entry> entry(std::string_view text,
                                       [](std::string_view each) { return std::string(each); })) {
         return same;
     }
-    for (const auto& wanted : {folded(text), foldedNumeral(text)}) {
+    const std::pair<std::string, Reading> ways[] = {
+        {folded(text), folded}, {foldedNumeral(text), folded}, {folded(text), foldedNumeral}};
+    for (const auto& [wanted, reading] : ways) {
         for (const auto list : lists) {
-            if (const auto found = entryThatIs(wanted, list, folded)) {
+            if (const auto found = entryThatIs(wanted, list, reading)) {
                 return found;
             }
         }

@@ -25,6 +25,15 @@ bool isOff(std::string_view text) {
                                [&](std::string_view off) { return typed == lowerAscii(off); });
 }
 
+/// A spreadsheet makes 23 of the code 023. Only codes of the list: any other number of two digits
+/// is more likely a slip.
+std::optional<std::string> dcsWithoutZero(std::string_view digits) {
+    const std::string code = "0" + std::string(digits);
+    const auto codes = toneCode::dcsCodes();
+    return std::ranges::find(codes, code) != codes.end() ? toneCode::normaliseTone(code)
+                                                         : std::nullopt;
+}
+
 }  // namespace
 
 bool isEmpty(std::string_view text) {
@@ -49,8 +58,12 @@ std::optional<double> distanceFromReceive(std::string_view text) {
 }
 
 std::optional<std::string> tone(std::string_view text) {
-    return isOff(text) ? modCtdcs::state().CtdcsOffText
-                       : toneCode::normaliseTone(typedText::numeral(text, toneUnits));
+    if (isOff(text)) {
+        return modCtdcs::state().CtdcsOffText;
+    }
+    const auto numeral = typedText::numeral(text, toneUnits);
+    const auto known = toneCode::normaliseTone(numeral);
+    return known ? known : dcsWithoutZero(numeral);
 }
 
 std::optional<std::string> name(std::string_view text) {

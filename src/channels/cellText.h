@@ -21,8 +21,9 @@ namespace k520::cellText {
 [[nodiscard]] std::optional<double> distanceFromReceive(std::string_view text);
 
 /// A tone in its normal form (toneCode::normaliseTone), with or without the unit Hz; the off text
-/// of the language in force for an empty text and for that of any language. Nothing where it is not
-/// a tone.
+/// of the language in force for an empty text and for that of any language. Two digits that are not
+/// a CTCSS tone are a DCS code of the list without its first zero: "23" is "D023N", but "65" is
+/// "65.0". Nothing where it is not a tone.
 [[nodiscard]] std::optional<std::string> tone(std::string_view text);
 
 /// A channel's name: the characters of modChMem's table, small letters made capitals. Nothing where

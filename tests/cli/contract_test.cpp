@@ -148,8 +148,8 @@ TEST_F(Contract, BandsAndOptions) {
     EXPECT_EQ(shown["options"].size(), 16U);
     EXPECT_EQ(set("option.tot=60秒 ch1.Power=低").err, "");
     EXPECT_EQ(
-        set("option.tot=15 ch1.p8=1 ch1.rx=600").err,
-        "k520-cli: warning: option.tot=15 is not an entry; taken as entry number 15: 225s\n"
+        set("option.tot=30 option.tot=15 option.tot=3 ch1.p8=1 ch1.rx=600").err,
+        "k520-cli: warning: option.tot=3 is not an entry; taken as entry number 3: 45s\n"
         "k520-cli: warning: ch1.BusyLock=1 is not an entry; taken as entry number 1: Carrier\n"
         "k520-cli: warning: ch1.rx=600 is beyond 120 - 550 MHz; limited to 246 MHz\n");
 

@@ -111,11 +111,12 @@ TEST(OptionTable, TextsInEveryLanguage) {
     EXPECT_EQ(valueText(optionAt(9), 2), "2");
     const std::tuple<int, const char*, int, bool> meanings[] = {
         // option, text, value, and whether that is only the entry's number
-        {0, " 15S ", 1, false}, {0, "60秒", 4, false},    {0, "６０ s", 4, false},
-        {0, "关", 0, false},    {0, "OFF", 0, false},     {0, "15", 15, true},
-        {1, "9", 9, false},     {13, "1.0", 2, false},    {13, "1,5 秒", 3, false},
-        {13, "3", 3, true},     {3, "英文", 2, false},    {10, "26,0 mhz", 3, false},
-        {14, "开", 1, false},   {9, "male1-1", 0, false}, {1, "05", 5, true}};
+        {0, " 15S ", 1, false},     {0, "60秒", 4, false}, {0, "６０ s", 4, false},
+        {0, "关", 0, false},        {0, "OFF", 0, false},  {0, "15", 1, false},
+        {0, "2", 2, true},          {1, "9", 9, false},    {13, "1.0", 2, false},
+        {13, "1,5 秒", 3, false},   {13, "3", 3, true},    {3, "英文", 2, false},
+        {10, "26,0 mhz", 3, false}, {14, "开", 1, false},  {9, "male1-1", 0, false},
+        {1, "05", 5, true}};
     for (std::int16_t language = 1; language <= 3; language += 2) {
         modSoftFace::FillSoftFace(language);
         for (const auto& [number, text, value, byIndex] : meanings) {
