@@ -64,7 +64,12 @@ constexpr std::array writeArguments{
     trace};
 
 constexpr std::array restoreArguments{
-    port, Argument{"from", "--from", "FILE", option, texts::restoreFrom}, readBack, trace};
+    Argument{"port", "-p,--port", "PORT", option, texts::helpOfPort},
+    Argument{"from", "--from", "FILE", option, texts::restoreFrom},
+    readBack,
+    trace,
+    Argument{"list", "--list", "", flag, texts::restoreList},
+    Argument{"forget", "--forget", "FILE", option, texts::restoreForget}};
 
 constexpr std::array verifyArguments{port, file, trace};
 

@@ -184,19 +184,26 @@ inline constexpr Text restoreFrom{
     "要写回的备份或数据文件（默认：按对讲机中的数据找到它需要的备份，见下）",
     "This backup, or any data file (default: the backup that the radio needs, found by what it "
     "holds; see below)"};
+inline constexpr Text restoreList{"只列出中断的写入之前的备份",
+                                  "Only list the backups from before writes that broke off"};
+inline constexpr Text restoreForget{
+    "不再为此备份提示恢复：对讲机已不需要它；备份本身保留",
+    "No radio needs this backup any more: stop asking for its restore. The backup stays"};
 inline constexpr Text restoreDetails{
     "Data/Backups 中的备份按从对讲机读到的范围写回；其他数据文件写到写入范围，\n"
     "但不含地址 0400 到 040F，因为数据文件不保存这些字节。不改变写频时间。\n"
     "没有 --from 时先读取对讲机，再与所有带 --keep-copy 的写入（包括没有完成的）\n"
     "的记录比较，写回相符的那次写入之前的备份。没有相符的记录，或有几个备份都可能\n"
-    "属于它时，不写入任何数据，并列出备份。",
+    "属于它时，不写入任何数据，并列出备份。\n"
+    "使用 --list 或 --forget 时不需要端口，其他情况须给出端口。",
     "A backup in Data/Backups is written as far as it came from a radio. Any other\n"
     "data file is written over the write range, without the bytes 0400 to 040F, which\n"
     "it does not hold. The time of the last write is not changed.\n"
     "Without --from the radio is read first and compared with the notes of all writes\n"
     "with --keep-copy, those that did not finish included. The backup from before the\n"
     "write that fits is put back. When none fits, or several backups are possible,\n"
-    "nothing is written, and the backups are listed."};
+    "nothing is written, and the backups are listed.\n"
+    "A port is needed, except for --list and --forget."};
 
 // verify
 inline constexpr Text verifySummary{"读取对讲机并与数据文件比较",

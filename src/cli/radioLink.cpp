@@ -125,22 +125,6 @@ std::string remedyFor(std::int16_t number) {
     }
 }
 
-/// The backups with their times, a line each.
-std::string backupLines(std::span<const std::filesystem::path> paths) {
-    const auto all = waysBack::list();
-    std::string lines;
-    for (const auto& path : paths) {
-        const auto way = std::ranges::find(all, path, &waysBack::WayBack::path);
-        if (way != all.end()) {
-            const auto& t = way->time;
-            lines += fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}  {}{}\n", t.year, t.month,
-                                 t.day, t.hour, t.minute, t.second, path.string(),
-                                 way->unfinished ? say(texts::unfinishedMark) : "");
-        }
-    }
-    return lines;
-}
-
 }  // namespace
 
 RadioLink::RadioLink(std::string port, std::optional<std::string> trace)
@@ -288,6 +272,21 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
         text += say(texts::earlierPutBackBy, command(earlier));
     }
     return text;
+}
+
+std::string backupLines(std::span<const std::filesystem::path> paths) {
+    const auto all = waysBack::list();
+    std::string lines;
+    for (const auto& path : paths) {
+        const auto way = std::ranges::find(all, path, &waysBack::WayBack::path);
+        if (way != all.end()) {
+            const auto& t = way->time;
+            lines += fmt::format("{:04}-{:02}-{:02} {:02}:{:02}:{:02}  {}{}\n", t.year, t.month,
+                                 t.day, t.hour, t.minute, t.second, path.string(),
+                                 way->unfinished ? say(texts::unfinishedMark) : "");
+        }
+    }
+    return lines;
 }
 
 void failForUnknownBackup(const std::string& reason) {

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "cli/ConsoleView.h"
@@ -11,6 +13,9 @@
 
 /// Sessions with a radio as the commands run them.
 namespace k520::cli {
+
+/// Backups with their times, a line each.
+[[nodiscard]] std::string backupLines(std::span<const std::filesystem::path> paths);
 
 /// Raises Failure 1 for a radio whose backup is not known; the message names the latest ones.
 [[noreturn]] void failForUnknownBackup(const std::string& reason);

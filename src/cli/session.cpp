@@ -1,5 +1,12 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
+#include <algorithm>
+#include <filesystem>
+#include <initializer_list>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
 #include "base/RuntimeError.h"
 #include "base/Terminal.h"
 #include "channels/modChMem.h"
@@ -15,6 +22,7 @@
 #include "image/modIicDat.h"
 #include "link/session/backups.h"
 #include "link/session/unfinishedWrite.h"
+#include "link/session/waysBack.h"
 
 namespace k520::cli {
 
@@ -66,6 +74,54 @@ std::string hintOfLostBytes(const MemoryImage& expected, const MemoryImage& foun
     return {};
 }
 
+/// The backups from before writes that broke off, the newest first.
+std::vector<waysBack::WayBack> unfinishedWays() {
+    auto ways = waysBack::list();
+    std::erase_if(ways, [](const waysBack::WayBack& way) { return !way.unfinished; });
+    return ways;
+}
+
+int listUnfinished() {
+    std::vector<std::filesystem::path> paths;
+    for (const auto& way : unfinishedWays()) {
+        paths.push_back(way.path);
+    }
+    print(paths.empty() ? say(texts::nothingUnfinished) + "\n" : backupLines(paths));
+    return exitDone;
+}
+
+/// `file` is the path of a backup, or its name alone.
+int forgetUnfinished(const std::string& file) {
+    const std::filesystem::path given(file);
+    const auto path = given.has_parent_path() ? given : backups::folder() / given;
+    const auto ways = unfinishedWays();
+    const auto way = std::ranges::find_if(ways, [&](const waysBack::WayBack& each) {
+        std::error_code error;
+        return std::filesystem::equivalent(each.path, path, error);
+    });
+    if (way == ways.end()) {
+        fail(say(texts::notUnfinished, file));
+    }
+    const auto mark = failureMark();
+    waysBack::forget(*way);
+    failOnFailureSince(mark, say(texts::notForgotten, file));
+    print(say(texts::backupForgotten, way->path.string()) + "\n");
+    return exitDone;
+}
+
+/// --list and --forget need no radio, all else does.
+void requireOneWish(const Arguments& arguments) {
+    const auto given = [&](std::initializer_list<std::string_view> names) {
+        return std::ranges::count_if(names, [&](auto name) { return arguments.has(name); });
+    };
+    const auto alone = given({"list", "forget"});
+    const bool right = alone == 0 ? arguments.has("port")
+                                  : alone == 1 && given({"port", "from", "verify", "trace"}) == 0;
+    if (!right) {
+        refuse(say(texts::oneWishOnly));
+    }
+}
+
 }  // namespace
 
 int runRead(const Arguments& arguments) {
@@ -103,7 +159,14 @@ int runWrite(const Arguments& arguments) {
 }
 
 int runRestore(const Arguments& arguments) {
+    requireOneWish(arguments);
     startConfiguration(DefaultImage::helpful);
+    if (arguments.has("list")) {
+        return listUnfinished();
+    }
+    if (const auto forgotten = arguments.get("forget")) {
+        return forgetUnfinished(*forgotten);
+    }
     const auto from = arguments.get("from");
     if (!from && unfinishedWrite::all().empty()) {
         failForUnknownBackup(say(texts::noNotes, backups::folder().string()));
@@ -113,10 +176,13 @@ int runRestore(const Arguments& arguments) {
     RadioLink link(arguments.at("port"), arguments.get("trace"));
     if (from) {
         checkRestorable(*from);
-        printError(say(texts::restoringFile, *from) + "\n");
+    }
+    // A script gets one line of a command that fails, and that is the failure's.
+    if (isTerminal(Stream::err)) {
+        printError((from ? say(texts::restoringFile, *from) : say(texts::lookingForBackup)) + "\n");
+    }
+    if (from) {
         link.restore(*from, choices);
-    } else if (isTerminal(Stream::err)) {
-        printError(say(texts::lookingForBackup) + "\n");
     }
     const auto file = from ? *from : link.takeBack(choices);
     print(say(choices.readBack ? texts::writtenBackCompared : texts::writtenBack, file) + "\n");

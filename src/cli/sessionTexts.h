@@ -101,6 +101,16 @@ inline constexpr Text severalPossible{
     "the right one with --from"};
 inline constexpr Text latestListed{"（已列出最近的备份）", " (the latest ones are listed)"};
 inline constexpr Text unfinishedMark{"  （写入未完成）", "  (unfinished write)"};
+inline constexpr Text oneWishOnly{
+    "--list 和 --forget 须单独使用，否则须给出 -p PORT；用法见 k520-cli restore --help",
+    "give --list or --forget alone, or else a port with -p PORT; see k520-cli restore --help"};
+inline constexpr Text nothingUnfinished{"没有中断的写入。", "No write broke off."};
+inline constexpr Text notUnfinished{
+    "{} 不是中断的写入之前的备份；restore --list 会列出这些备份",
+    "{} is not a backup from before a write that broke off; restore --list shows those"};
+inline constexpr Text notForgotten{"没有忘记 {}", "{} is not forgotten"};
+inline constexpr Text backupForgotten{"不再提示恢复；备份保留：{}",
+                                      "Not asked for any more; the backup stays: {}"};
 inline constexpr Text lookingForBackup{"正在读取对讲机，查找它需要的备份",
                                        "Reading the radio to find the backup that it needs"};
 inline constexpr Text restoringFile{"正在恢复 {}", "Restoring {}"};
@@ -119,9 +129,9 @@ inline constexpr Text notANumberFromOne{"--{} {} 不是从 1 开始的数字",
 inline constexpr Text notADelay{"--delay {} 不是 N 或 N:MS", "--delay {} is not N or N:MS"};
 inline constexpr Text baudTooHigh{"--baud {} 超过 {}", "--baud {} is above {}"};
 inline constexpr Text memoryNotStored{"内存数据没有保存：{}", "the memory is not stored: {}"};
-inline constexpr Text protocolComplaint{"k520-cli：协议：{}\n", "k520-cli: protocol: {}\n"};
+inline constexpr Text protocolComplaint{"k520-cli: 协议：{}\n", "k520-cli: protocol: {}\n"};
 inline constexpr Text simulatorCounts{
-    "k520-cli：{} 次尝试，{} 次读取，{} 次写入，{} 次违反协议\n",
+    "k520-cli: {} 次尝试，{} 次读取，{} 次写入，{} 次违反协议\n",
     "k520-cli: {} attempts, {} reads, {} writes, {} violations\n"};
 
 }  // namespace k520::texts

@@ -152,9 +152,16 @@ TEST_F(Sessions, RestoreNamesWhatItCannotChooseFrom) {
     EXPECT_THAT(several.err, HasSubstr("name the right one with --from"));
     EXPECT_TRUE(std::ranges::equal(radio->memory(), held));
     EXPECT_EQ(std::ranges::count(several.out, '\n'), 2);
+    EXPECT_EQ(run("restore --list").out, several.out);
     const auto newest = several.out.substr(several.out.find('/'));
     EXPECT_EQ(with("restore --from " + newest.substr(0, newest.find(' '))).code, 0);
     EXPECT_TRUE(std::ranges::equal(radio->memory(), before.back())) << "the newest first";
+    const auto older = several.out.substr(several.out.rfind('/') + 1);
+    const auto name = older.substr(0, older.find(' '));
+    EXPECT_THAT(run("restore --list").out, HasSubstr(name));
+    EXPECT_EQ(run("restore --forget " + name).code, 0);
+    EXPECT_THAT(run("restore --list").out, testing::Not(HasSubstr(name)));
+    EXPECT_EQ(run("restore --forget " + name).code, 1) << "no more to forget";
 
     run.folder.write("junk.dat", std::string(8192, 'x'));
     const auto junk = with("restore --from @junk.dat");
