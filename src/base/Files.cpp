@@ -14,7 +14,6 @@
 #include "base/Clock.h"
 #include "base/RuntimeError.h"
 #include "base/causeTexts.h"
-#include "base/systemError.h"
 #include "base/systemFiles.h"
 
 namespace k520::files {
@@ -56,7 +55,7 @@ OpenFolder openFolder(const fs::path& folder) {
     OpenFolder opened(folder, error);
     if (meansMissing(error)) {
         refuse(errNum::pathNotFound, folder,
-               say(texts::withRemedy, systemError::words(error), say(texts::checkPath)));
+               say(texts::withRemedy, systemWords(error), say(texts::checkPath)));
     }
     if (error) {
         throwSystemError(error, folder.string());

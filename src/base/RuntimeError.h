@@ -62,8 +62,12 @@ decltype(auto) naming(const std::string& subject, Body&& body) {
     }
 }
 
+/// The system's own words for an error; where they are in another language than the texts in force,
+/// after what they mean: "磁盘空间不足（No space left on device）".
+[[nodiscard]] std::string systemWords(const std::error_code& error);
+
 /// Raises the standard error nearest to what the system calls `error`; the source is `subject`, a
-/// colon, the system's own words, and what to do ("fleet.dat: No space left on device; free some
+/// colon, the system's words, and what to do ("fleet.dat: No space left on device; free some
 /// disk space").
 [[noreturn]] void throwSystemError(const std::error_code& error, const std::string& subject);
 [[noreturn]] void throwSystemError(std::errc error, const std::string& subject);

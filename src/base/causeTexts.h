@@ -11,6 +11,27 @@ namespace k520::texts {
 
 inline constexpr Text unknownFailure{"未知错误", "unknown failure"};
 
+// What the system's words mean
+inline constexpr Text withMeaning{"{}（{}）", "{} ({})"};
+inline constexpr Text notThere{"文件或文件夹不存在", "there is no such file or folder"};
+inline constexpr Text partNotAFolder{"路径中有一部分不是文件夹",
+                                     "a part of the path is not a folder"};
+inline constexpr Text pathIsAFolder{"这是文件夹", "this is a folder"};
+inline constexpr Text accessDenied{"没有访问权限", "access denied"};
+inline constexpr Text notAllowed{"系统不允许此操作", "the system does not allow this"};
+inline constexpr Text readOnlyDisk{"磁盘是只读的", "the disk is read-only"};
+inline constexpr Text alreadyThere{"已有同名文件", "the name is taken already"};
+inline constexpr Text linksInACircle{"符号链接形成循环", "the symbolic links form a circle"};
+inline constexpr Text nameTooLong{"名称太长", "the name is too long"};
+inline constexpr Text noSpace{"磁盘空间不足", "the disk is full"};
+inline constexpr Text tooLargeForDisk{"文件太大", "the file is too large"};
+inline constexpr Text tooManyOpen{"打开的文件太多", "too many files are open"};
+inline constexpr Text inUse{"正被占用", "it is in use"};
+inline constexpr Text deviceNotThere{"没有这个设备", "there is no such device"};
+inline constexpr Text noMemory{"内存不足", "there is not enough memory"};
+inline constexpr Text notPossible{"此处不支持该操作", "this is not possible here"};
+inline constexpr Text deviceFails{"设备读写错误", "the device does not work"};
+
 // What to do about a failure that the system names
 inline constexpr Text withRemedy{"{}；{}", "{}; {}"};
 inline constexpr Text checkPath{"请检查名称和路径", "check the name and the path"};

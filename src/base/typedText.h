@@ -37,7 +37,8 @@ struct Entry {
 
 /// The entry that a text means. `lists` are the same entries in several languages; in the first one
 /// an entry with just that text goes before all others. Blanks inside do not count, nor does a unit
-/// after a number, in the text or in the entry: "15" is "15s". Nothing for an empty text, and where no entry fits.
+/// after a number, in the text or in the entry: "15" is "15s". Nothing for an empty text, and where
+/// no entry fits.
 [[nodiscard]] std::optional<Entry> entry(std::string_view text,
                                          std::span<const std::span<const std::string>> lists);
 

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "base/RuntimeError.h"
 #include "base/Terminal.h"
 #include "base/Text.h"
 #include "cli/Failure.h"
@@ -19,7 +20,7 @@ namespace k520::cli {
 namespace {
 
 [[noreturn]] void failOutput() {
-    fail(about("stdout", std::generic_category().message(errno)));
+    fail(about("stdout", systemWords({errno, std::generic_category()})));
 }
 
 std::string inColour(const char* code, const std::string& text) {

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "app/modSoftFace.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
@@ -44,11 +45,18 @@ std::vector<ParameterPicture> parametersOf(const modChMem::Channel& channel) {
     return parameters;
 }
 
+/// Interface language 2 has no numbered texts, but a table and a script need a name.
+std::string nameOr(const std::string& name, SoftText text) {
+    return name.empty() ? std::string(modSoftFace::textIn(TextLanguage::english, text)) : name;
+}
+
 BandPicture bandPicture() {
     const auto& model = modModel::state();
     const int index = modModel::bandOfImage();
-    return {index, model.cboFrequency.items.at(static_cast<std::size_t>(index)), model.bandLow,
-            model.bandHigh};
+    return {
+        index,
+        nameOr(model.cboFrequency.items.at(static_cast<std::size_t>(index)), SoftText::customBand),
+        model.bandLow, model.bandHigh};
 }
 
 }  // namespace
@@ -76,7 +84,8 @@ Picture currentPicture() {
     picture.model = picture.image(modModel::modelAddress);
     const auto& models = modModel::state().cboModel.items;
     if (static_cast<std::size_t>(picture.model) < models.size()) {
-        picture.modelName = models[static_cast<std::size_t>(picture.model)];
+        picture.modelName =
+            nameOr(models[static_cast<std::size_t>(picture.model)], SoftText::model);
     }
     picture.band = bandPicture();
     picture.stamp = stamp::read(picture.image);

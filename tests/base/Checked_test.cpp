@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include "base/RuntimeError.h"
+#include "base/Text.h"
 #include "support/Raised.h"
 
 namespace k520 {
@@ -32,6 +34,20 @@ TEST(Checked, RoundsHalvesToEvenWithinTheLimits) {
     for (const double value : {2147483647.5, -2147483648.51, std::nan("")}) {
         EXPECT_EQ(raised([&] { return toInt32(value); }), 6) << value;
     }
+}
+
+TEST(RuntimeErrors, TheSystemsWordsStandAfterWhatTheyMean) {
+    const std::pair<std::errc, const char*> words[] = {
+        {std::errc::no_space_on_device, "磁盘空间不足（No space left on device）"},
+        {std::errc::io_error, "设备读写错误（Input/output error）"},
+        {std::errc::broken_pipe, "Broken pipe"}};
+    for (const auto& [systemError, text] : words) {
+        const SpeakingIn chinese(TextLanguage::chinese);
+        EXPECT_EQ(systemWords(std::make_error_code(systemError)), text);
+    }
+    const SpeakingIn english(TextLanguage::english);
+    EXPECT_EQ(systemWords(std::make_error_code(std::errc::no_space_on_device)),
+              "No space left on device");
 }
 
 TEST(Checked, ReadsDecimalTexts) {

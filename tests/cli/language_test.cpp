@@ -122,6 +122,11 @@ TEST_F(Language, HelpTablesAndComplaintsFollowTheSetting) {
     }
 }
 
+TEST_F(Language, ALanguageWithoutTextsShowsTheModelAllTheSame) {
+    speak("2");
+    EXPECT_THAT(run("show @fleet.dat").out, testing::HasSubstr("ZEV-K520"));
+}
+
 TEST_F(Language, WhatScriptsReadNeverChanges) {
     for (const char* line : {"show @fleet.dat --json", "diff @fleet.dat @other.dat --json",
                              "ports --json", "hex @fleet.dat", "export @fleet.dat --help"}) {

@@ -136,6 +136,8 @@ inline constexpr Text madeBeforeWrite{"写入前", "before a write"};
 inline constexpr Text madeBeforeUnfinished{"写入前（该次写入没有完成）",
                                            "before a write that did not finish"};
 inline constexpr Text backupUnreadable{"未知：无法读取（{}）", "unknown: it cannot be read ({})"};
+inline constexpr Text otherAddresses{"未知：上次写入的是其他地址",
+                                     "unknown: the last write covered other addresses"};
 inline constexpr Text comparedWithSent{"与上次写入对讲机的数据比较。",
                                        "Compared with what was last written to a radio."};
 inline constexpr Text comparedWithImage{"与软件窗口中的数据比较。",

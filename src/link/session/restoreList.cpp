@@ -29,9 +29,15 @@ std::string occasionOf(const WayBack& way) {
     return say(way.unfinished ? texts::madeBeforeUnfinished : texts::madeBeforeWrite);
 }
 
-std::string changesText(const WayBack& way, const MemoryImage& held) {
+/// `held` is known within `known`: the default image stands outside.
+std::string changesText(const WayBack& way, const MemoryImage& held,
+                        modIicDat::AddressRange known) {
+    const auto range = waysBack::comparable(way, known);
+    if (range.end < range.start) {
+        return say(texts::otherAddresses);
+    }
     try {
-        return imageDifferences::summaryText(waysBack::changesBy(way, held));
+        return imageDifferences::summaryText(waysBack::changesBy(way, held, range));
     } catch (const std::exception& error) {
         return say(texts::backupUnreadable, error.what());
     }
@@ -45,7 +51,9 @@ Rows rows() {
     Rows all;
     all.comparedWith = say(notes.empty() ? texts::comparedWithImage : texts::comparedWithSent);
     for (auto& way : waysBack::list()) {
-        auto changes = changesText(way, held);
+        const auto known =
+            notes.empty() ? way.covered : backups::parseName(notes.front().backup)->covered;
+        auto changes = changesText(way, held, known);
         all.rows.push_back({way, timeText(way.time), occasionOf(way), std::move(changes)});
     }
     return all;

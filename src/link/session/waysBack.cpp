@@ -49,9 +49,14 @@ void sortNewestFirst(std::vector<fs::path>& backups) {
     backups.erase(std::unique(backups.begin(), backups.end()), backups.end());
 }
 
-imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held) {
+modIicDat::AddressRange comparable(const WayBack& way, modIicDat::AddressRange known) noexcept {
+    return {std::max(way.covered.start, known.start), std::min(way.covered.end, known.end)};
+}
+
+imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held,
+                                    modIicDat::AddressRange range) {
     const auto content = backups::load(way.path, way.covered);
-    auto differences = imageDifferences::find(held, content.image, way.covered);
+    auto differences = imageDifferences::find(held, content.image, range);
     if (!content.whole) {
         std::erase_if(differences, [](const imageDifferences::ByteDifference& difference) {
             return datFile::isLost(difference.address);

@@ -31,9 +31,15 @@ struct WayBack {
 /// Sorts backups by what their names tell of their time, the newest first; each stays once.
 void sortNewestFirst(std::vector<std::filesystem::path>& backups);
 
-/// What a restore would change in a radio that holds `held`, in all that the backup covers: give it
-/// the image, or what the last write sent. Raises like backups::load.
-[[nodiscard]] imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held);
+/// The addresses that a backup covers and of which it is known what a radio holds; none, that is an
+/// end before the start, where they have nothing in common.
+[[nodiscard]] modIicDat::AddressRange comparable(const WayBack& way,
+                                                 modIicDat::AddressRange known) noexcept;
+
+/// What a restore would change in a radio that holds `held`, within a range: give it the image, or
+/// what the last write sent. Raises like backups::load.
+[[nodiscard]] imageDifferences::Summary changesBy(const WayBack& way, const MemoryImage& held,
+                                                  modIicDat::AddressRange range);
 
 /// The user says that no radio needs this backup any more: it is not `unfinished` from here on. The
 /// backup stays. A failure goes to the error list under "unfinishedWrite->drop" or

@@ -19,10 +19,11 @@ class RestoreList : public test::ProgramFolder {
         setTextLanguage(TextLanguage::english);
         programFolder::state().own = folder.path();
     }
-    static backups::Backup kept(backups::Reason reason, std::uint8_t byte) {
+    static backups::Backup kept(backups::Reason reason, std::uint8_t byte,
+                                modIicDat::AddressRange covered = {}) {
         MemoryImage image = modIicDat::IicDat();
         image(0x1FFF) = byte;
-        return backups::store(image, {}, reason);
+        return backups::store(image, covered, reason);
     }
     test::SimulatedClock clock;
 };
@@ -57,6 +58,15 @@ TEST_F(RestoreList, TellsOccasionAndChangesAndBeginsWithTheLikeliest) {
     EXPECT_EQ(likeliest(all.rows, {}), 2U);
     EXPECT_EQ(likeliest(all.rows, copy.path), 0U);
     EXPECT_EQ(likeliest(all.rows, written.path), 1U);
+
+    // Of the rest of the radio the note says nothing.
+    const auto low = kept(beforeWrite, 4, {0, 0x42F});
+    unfinishedWrite::keep({.backup = low.path, .before = {low.path}, .found = sent, .sent = sent});
+    kept(read, 5, {0, 0x1FFF});
+    kept(read, 6, {0x1000, 0x1FFF});
+    all = rows();
+    EXPECT_EQ(all.rows[0].changes, "unknown: the last write covered other addresses");
+    EXPECT_EQ(all.rows[1].changes, "nothing");
 }
 
 TEST_F(RestoreList, IsOfferedWhereItCanHelp) {
