@@ -77,16 +77,23 @@ void setMark(int row, int column, std::optional<Colour> background) {
     }
 }
 
+/// A refill compares every byte, so no text is made for it.
+bool isTextOf(std::string_view shown, std::uint8_t byte) noexcept {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    constexpr unsigned lowDigit = 0xF;
+    return shown.size() == 2 && shown[0] == digits[byte >> 4U] &&
+           shown[1] == digits[byte & lowDigit];
+}
+
 void showByte(int row, int column, std::uint8_t byte) {
     const std::string& shown = grid().text(row, column);
-    std::string text = FormatByteDat(byte);
-    if (shown == text) {
+    if (isTextOf(shown, byte)) {
         return;
     }
     if (!shown.empty() && hexToInt16(shown) != byte) {
         setMark(row, column, changedMark);
     }
-    grid().setText(row, column, std::move(text));
+    grid().setText(row, column, FormatByteDat(byte));
 }
 
 std::string tipText(int address, std::uint8_t byte) {
@@ -102,6 +109,25 @@ int hexDigitValue(char digit) noexcept {
         return -1;
     }
     return static_cast<int>(at < 16 ? at : at - 6);
+}
+
+/// TableFreDat's work; whether every cell shows its byte now.
+bool refill() {
+    return guarded("modMemDat->TableFreDat", [] {
+        const MemoryImage& image = modIicDat::IicDat();
+        for (int address = 0; address <= maxAddress(); ++address) {
+            showByte(rowOf(address), columnOf(address), image(address));
+        }
+    });
+}
+
+/// Puts a byte into the image. While the grid is level with it, that is all there is to write back.
+void writeTyped(int row, int column, std::uint8_t byte, bool level) {
+    if (!level) {
+        vsfgGridMemDat_AfterEdit();
+    } else if (isDataCell(row, column) && addressOf(row, column) <= maxAddress()) {
+        modIicDat::IicDat()(addressOf(row, column)) = byte;
+    }
 }
 
 [[noreturn]] void throwBadDigit(std::string_view text) {
@@ -159,12 +185,7 @@ void SetGridMemDat() {
 }
 
 void TableFreDat() {
-    guarded("modMemDat->TableFreDat", [] {
-        const MemoryImage& image = modIicDat::IicDat();
-        for (int address = 0; address <= maxAddress(); ++address) {
-            showByte(rowOf(address), columnOf(address), image(address));
-        }
-    });
+    static_cast<void>(refill());
 }
 
 void followImage() {
@@ -191,12 +212,12 @@ bool typeByte(int row, int column, std::string_view text) {
     if (!isByteText(text)) {
         return false;
     }
-    TableFreDat();
+    const bool level = refill();
     guarded("frmMemDat->typeByte", [&] {
-        std::string byte = FormatByteDat(SeparateChar(text));
-        if (grid().text(row, column) != byte) {
-            grid().setText(row, column, std::move(byte));
-            vsfgGridMemDat_AfterEdit();
+        const std::uint8_t byte = SeparateChar(text);
+        if (!isTextOf(grid().text(row, column), byte)) {
+            grid().setText(row, column, FormatByteDat(byte));
+            writeTyped(row, column, byte, level);
             documentOrigin::edited();
         }
     });
