@@ -13,6 +13,7 @@
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "channels/toneCode.h"
+#include "document/document.h"
 #include "image/modIicDat.h"
 #include "memview/modMemDat.h"
 #include "program/modFileCmd.h"
@@ -67,6 +68,14 @@ void decodeAndShow(benchmark::State& state) {
 }
 BENCHMARK(decodeAndShow)->Unit(benchmark::kMicrosecond);
 
+void captureAndRestore(benchmark::State& state) {
+    prepare();
+    for (auto _ : state) {
+        document::restore(document::capture());
+    }
+}
+BENCHMARK(captureAndRestore)->Unit(benchmark::kMicrosecond);
+
 class DataFile : public benchmark::Fixture {
   public:
     void SetUp(benchmark::State&) override {
@@ -106,6 +115,16 @@ void fillMemoryGrid(benchmark::State& state) {
     }
 }
 BENCHMARK(fillMemoryGrid)->Unit(benchmark::kMicrosecond);
+
+void typeByte(benchmark::State& state) {
+    prepare();
+    bool other = false;
+    for (auto _ : state) {
+        other = !other;
+        modMemDat::typeByte(1, 1, other ? "5A" : "A5");
+    }
+}
+BENCHMARK(typeByte)->Unit(benchmark::kMicrosecond);
 
 // All 65536 words; a fifth of them are tones.
 void tonesBothWays(benchmark::State& state) {

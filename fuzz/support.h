@@ -19,6 +19,7 @@
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
+#include "document/document.h"
 #include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "link/protocol/modCommun.h"
@@ -88,28 +89,6 @@ inline Channels theChannels() {
     return channels;
 }
 
-/// The values of a document: what a new file, a read or an edit changes.
-struct Document {
-    modIicDat::State image = modIicDat::state();
-    Channels channels = theChannels();
-    CellGrid grid = modChMem::state().vsfgGridCh;
-    modModel::State model = modModel::state();
-    modSysSet::State options = modSysSet::state();
-
-    /// Puts everything back to these values and empties the error list.
-    void restore() const {
-        modIicDat::state() = image;
-        for (std::size_t i = 0; i < channels.size(); ++i) {
-            modChMem::state().ChInfo(static_cast<int>(i) + 1) = channels[i];
-        }
-        modChMem::state().vsfgGridCh = grid;
-        modChMem::state().newChannel.reset();
-        modModel::state() = model;
-        modSysSet::state() = options;
-        modShowErr::state() = {};
-    }
-};
-
 /// The core with the shipped settings, on a clock of its own; as it is after the start-up.
 class Core {
   public:
@@ -121,17 +100,25 @@ class Core {
         modFileCmd::NewFileSol();
         modMemDat::SetGridMemDat();
         require(modShowErr::state().entries.empty(), "the shipped settings are right");
-        fresh_ = Document();
+        fresh_ = document::capture();
+        image_ = modIicDat::state();
     }
 
-    void reset() const { fresh_.restore(); }
+    /// The document and the address ranges of the start-up, and an empty error list.
+    void reset() const {
+        modIicDat::state().readRange = image_.readRange;
+        modIicDat::state().writeRange = image_.writeRange;
+        document::restore(fresh_);
+        modShowErr::state() = {};
+    }
     test::SimulatedClock& clock() { return clock_; }
 
   private:
     /// Nobody changes the shipped settings meanwhile.
     settingsStore::Snapshot settings_;
     test::SimulatedClock clock_;
-    Document fresh_;
+    document::Document fresh_;
+    modIicDat::State image_;
 };
 
 /// The core as it is after the start-up.

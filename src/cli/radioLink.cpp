@@ -246,8 +246,7 @@ void RadioLink::conclude(const safeguards::Report& report) {
 /// Prints what differs. The stamp, which comparisons leave out, counts here.
 void RadioLink::failForDifferences(const safeguards::Report& report) const {
     const bool written = report.written;
-    const auto expected = document::pictureOf(report.expected);
-    const auto comparison = document::compare(expected, document::pictureOf(report.found));
+    const auto comparison = document::compareImages(report.expected, report.found);
     print(comparisonText(comparison, say(written ? texts::sideSent : texts::sideFirst),
                          say(written ? texts::sideRadio : texts::sideSecond)));
     const auto count = comparison.equal() ? say(texts::onlyTheStamp) : countText(comparison);

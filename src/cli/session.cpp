@@ -43,8 +43,7 @@ void encodeTables() {
 void requireEqual(const MemoryImage& expected, const std::string& nameOfExpected,
                   const MemoryImage& found, const std::string& nameOfFound,
                   const std::string& verdict) {
-    const auto a = document::pictureOf(expected);
-    const auto comparison = document::compare(a, document::pictureOf(found));
+    const auto comparison = document::compareImages(expected, found);
     if (!comparison.equal()) {
         print(comparisonText(comparison, nameOfExpected, nameOfFound));
         fail(say(texts::withCause, verdict, countText(comparison)));

@@ -4,13 +4,18 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <utility>
 
 #include "channels/channelRecord.h"
+#include "channels/modChMem.h"
 #include "channels/modModel.h"
+#include "document/document.h"
 #include "document/edit.h"
-#include "image/stamp.h"
+#include "document/imageMap.h"
+#include "image/modIicDat.h"
 #include "settings/optionTable.h"
 
 namespace k520::document {
@@ -18,40 +23,8 @@ namespace k520::document {
 namespace {
 
 using Kind = Difference::Kind;
-using optionTable::ImageBits;
-
-std::vector<ImageBits> bytesAt(int address, int count) {
-    std::vector<ImageBits> bits;
-    for (int i = 0; i < count; ++i) {
-        bits.push_back({static_cast<std::uint16_t>(address + i), 0xFF});
-    }
-    return bits;
-}
-
-/// A channel's bit in the word that all channels share.
-ImageBits sharedBit(int channel) {
-    return {static_cast<std::uint16_t>(channelRecord::sharedWord + (channel - 1) / 8),
-            static_cast<std::uint8_t>(1U << ((channel - 1) % 8))};
-}
-
-std::vector<ImageBits> bitsOfParameter(int channel, int field) {
-    if (field == channelRecord::sharedField) {
-        return {sharedBit(channel)};
-    }
-    for (const auto& parameter : channelRecord::parameters) {
-        if (parameter.field == field) {
-            return {{static_cast<std::uint16_t>(channelRecord::address(channel) + parameter.offset),
-                     parameter.mask}};
-        }
-    }
-    return {};
-}
-
-std::vector<ImageBits> bitsOfChannel(int channel) {
-    auto bits = bytesAt(channelRecord::address(channel), channelRecord::size);
-    bits.push_back(sharedBit(channel));
-    return bits;
-}
+using imageMap::Field;
+using imageMap::Owner;
 
 /// A part of a channel's record as the two sides' texts.
 struct PartText {
@@ -64,6 +37,13 @@ constexpr std::array partTexts{
     PartText{channelRecord::txPart, [](const ChannelPicture& c) { return frequencyText(c.tx); }},
     PartText{channelRecord::decodePart, [](const ChannelPicture& c) { return c.decode; }},
     PartText{channelRecord::encodePart, [](const ChannelPicture& c) { return c.encode; }}};
+
+/// The picture after decoding `image`, which the core then holds.
+Picture decoded(const MemoryImage& image) {
+    modIicDat::IicDat() = image;
+    modChMem::SoftDisplay();
+    return currentPicture();
+}
 
 /// The limits that the image holds, also those of a custom band.
 std::string bandText(const Picture& picture) {
@@ -84,7 +64,7 @@ class Comparer {
     Comparer(const Picture& a, const Picture& b) : a_(a), b_(b), explained_(a.image.size()) {
         result_.stampA = a.stamp;
         result_.stampB = b.stamp;
-        explain(bytesAt(stamp::address, stamp::length));
+        explain(fieldsOf(Owner::stamp));
     }
 
     Comparison run() {
@@ -100,31 +80,48 @@ class Comparer {
     }
 
   private:
-    void add(Difference difference, const std::vector<ImageBits>& bits) {
+    /// A channel's or an option's fields, of one column or of all; or those of an owner without a
+    /// number.
+    [[nodiscard]] std::vector<Field> fieldsOf(Owner owner, int number = 0,
+                                              std::optional<int> column = {}) const {
+        std::vector<Field> found;
+        std::ranges::copy_if(map_, std::back_inserter(found), [&](const Field& field) {
+            return field.owner == owner && field.number == number &&
+                   field.column == column.value_or(field.column);
+        });
+        return found;
+    }
+
+    void add(Difference difference, const std::vector<Field>& fields) {
         result_.differences.push_back(std::move(difference));
-        explain(bits);
+        explain(fields);
     }
 
-    void explain(const std::vector<ImageBits>& bits) {
-        for (const auto& [address, mask] : bits) {
-            explained_(address) |= mask;
-        }
-    }
-
-    [[nodiscard]] bool differ(const std::vector<ImageBits>& bits) const {
-        for (const auto& [address, mask] : bits) {
-            if (((a_.image(address) ^ b_.image(address)) & mask) != 0) {
-                return true;
+    void explain(const std::vector<Field>& fields) {
+        for (const auto& field : fields) {
+            for (int i = 0; i < field.length; ++i) {
+                explained_(field.address + i) |= field.mask;
             }
         }
-        return false;
+    }
+
+    [[nodiscard]] bool differ(const std::vector<Field>& fields) const {
+        return std::ranges::any_of(fields, [&](const Field& field) {
+            const auto begin = field.address;
+            for (int address = begin; address < begin + field.length; ++address) {
+                if (((a_.image(address) ^ b_.image(address)) & field.mask) != 0) {
+                    return true;
+                }
+            }
+            return false;
+        });
     }
 
     void compareModelAndBand() {
-        if (const auto bits = bytesAt(modModel::modelAddress, 1); differ(bits)) {
+        if (const auto bits = fieldsOf(Owner::model); differ(bits)) {
             add({Kind::model, "", "", modelText(a_), modelText(b_)}, bits);
         }
-        const auto bits = bytesAt(modModel::bandAddress, modModel::bandLength);
+        const auto bits = fieldsOf(Owner::band);
         if (differ(bits)) {
             add({Kind::band, "", "", bandText(a_), bandText(b_)}, bits);
         }
@@ -138,7 +135,7 @@ class Comparer {
         const auto number = fmt::format("{}", a.channel);
         if (a.rx.has_value() != b.rx.has_value()) {
             add({Kind::channel, number, "channel", frequencyText(a.rx), frequencyText(b.rx)},
-                bitsOfChannel(a.channel));
+                fieldsOf(Owner::channel, a.channel));
             return;
         }
         if (!a.rx) {
@@ -147,14 +144,14 @@ class Comparer {
         for (const auto& [part, text] : partTexts) {
             if (text(a) != text(b)) {
                 add({Kind::channel, number, nameOfColumn(part.column), text(a), text(b)},
-                    bytesAt(channelRecord::address(a.channel) + part.offset, part.length));
+                    fieldsOf(Owner::channel, a.channel, part.column));
             }
         }
         for (std::size_t i = 0; i < a.parameters.size(); ++i) {
             const auto& mine = a.parameters[i];
             if (mine.value != b.parameters[i].value) {
                 add({Kind::channel, number, mine.key, mine.text, b.parameters[i].text},
-                    bitsOfParameter(a.channel, mine.field));
+                    fieldsOf(Owner::channel, a.channel, mine.field));
             }
         }
     }
@@ -165,7 +162,7 @@ class Comparer {
             add({Kind::option, std::string(option.name), "",
                  optionTable::valueText(option, a_.options[index]),
                  optionTable::valueText(option, b_.options[index])},
-                optionTable::ownedBits(option));
+                fieldsOf(Owner::option, option.number));
         }
     }
 
@@ -182,6 +179,7 @@ class Comparer {
 
     const Picture& a_;
     const Picture& b_;
+    std::vector<Field> map_ = imageMap::fields();
     MemoryImage explained_;
     Comparison result_;
 };
@@ -190,6 +188,14 @@ class Comparer {
 
 Comparison compare(const Picture& a, const Picture& b) {
     return Comparer(a, b).run();
+}
+
+Comparison compareImages(const MemoryImage& a, const MemoryImage& b) {
+    const auto kept = capture();
+    const auto pictureA = decoded(a);
+    const auto comparison = compare(pictureA, decoded(b));
+    restore(kept);
+    return comparison;
 }
 
 }  // namespace k520::document

@@ -37,4 +37,8 @@ struct Comparison {
 /// none of the differences found explains. The programming stamp is left out.
 [[nodiscard]] Comparison compare(const Picture& a, const Picture& b);
 
+/// Compares two images as a radio of the settings in force would hold them. The configuration that
+/// is being edited stays as it is.
+[[nodiscard]] Comparison compareImages(const MemoryImage& a, const MemoryImage& b);
+
 }  // namespace k520::document

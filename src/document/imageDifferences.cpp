@@ -5,115 +5,45 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <iterator>
 
-#include "app/modSoftFace.h"
-#include "channels/channelRecord.h"
-#include "channels/modChMem.h"
-#include "channels/modModel.h"
 #include "document/differenceTexts.h"
-#include "image/stamp.h"
+#include "document/imageMap.h"
 #include "settings/optionTable.h"
 
 namespace k520::imageDifferences {
 
 namespace {
 
-/// Bytes that have one meaning as a whole.
-struct Area {
-    int address;
-    int length;
-    Text name;
-};
+using imageMap::Field;
+using imageMap::Owner;
 
-constexpr std::array areas{
-    Area{modModel::modelAddress, 1, texts::modelByte},
-    Area{modModel::bandAddress, modModel::bandLength, texts::bandBytes},
-    Area{stamp::address, stamp::length, texts::stampBytes},
-};
-
-bool holds(int first, int length, int address) {
-    return address >= first && address < first + length;
+int differingBits(const ByteDifference& difference) {
+    return difference.a ^ difference.b;
 }
 
-std::string channelText(int channel, int column) {
-    const auto& grid = modChMem::state().vsfgGridCh;
-    const auto title = column > 0 && column < grid.columns() ? grid.text(0, column) : std::string();
-    const auto name = say(texts::channelNumber, channel);
-    return title.empty() ? name : name + " " + title;
-}
-
-/// The channel that has its record at an address; 0 where none has.
-int channelAt(int address) {
-    const int channel = (address - channelRecord::firstAddress) / channelRecord::size + 1;
-    return address >= channelRecord::firstAddress && channel <= modChMem::state().ChNum ? channel
-                                                                                        : 0;
-}
-
-/// The channels that bits of the shared word belong to.
-std::vector<int> channelsSharing(int address, int bits) {
-    std::vector<int> channels;
-    if (holds(channelRecord::sharedWord, channelRecord::codecChannels / 8, address)) {
-        for (int bit = 0; bit < 8; ++bit) {
-            if ((bits >> bit & 1) != 0) {
-                channels.push_back((address - channelRecord::sharedWord) * 8 + bit + 1);
-            }
-        }
-    }
-    return channels;
-}
-
-bool owns(const optionTable::Option& option, int address, int bits) {
-    return std::ranges::any_of(optionTable::ownedBits(option),
-                               [&](const optionTable::ImageBits& own) {
-                                   return own.address == address && (own.mask & bits) != 0;
-                               });
-}
-
-void addChannelOwners(int address, int bits, std::vector<std::string>& owners) {
-    const int channel = channelAt(address);
-    if (channel == 0) {
-        return;
-    }
-    const int offset = address - channelRecord::address(channel);
-    const auto before = owners.size();
-    for (const auto& part : channelRecord::parts) {
-        if (holds(part.offset, part.length, offset)) {
-            owners.push_back(channelText(channel, part.column));
-        }
-    }
-    for (const auto& parameter : channelRecord::parameters) {
-        if (parameter.offset == offset && (parameter.mask & bits) != 0) {
-            owners.push_back(channelText(channel, parameter.field));
-        }
-    }
-    if (owners.size() == before) {
-        owners.push_back(channelText(channel, 0));
+/// Adds what a difference belongs to.
+void add(const Field& field, Summary& summary) {
+    switch (field.owner) {
+        case Owner::channel:
+            summary.channels.push_back(field.number);
+            break;
+        case Owner::option:
+            summary.options.push_back(field.number);
+            break;
+        case Owner::model:
+            summary.model = true;
+            break;
+        case Owner::band:
+            summary.band = true;
+            break;
+        case Owner::stamp:
+            break;
     }
 }
 
-/// Adds what a difference belongs to; whether it belongs to anything.
-bool addOwners(const ByteDifference& difference, Summary& summary) {
-    const int bits = difference.a ^ difference.b;
-    const int address = difference.address;
-    auto channels = channelsSharing(address, bits);
-    if (const int channel = channelAt(address); channel != 0) {
-        channels.push_back(channel);
-    }
-    summary.channels.insert(summary.channels.end(), channels.begin(), channels.end());
-    bool owned = !channels.empty();
-    for (const auto& option : optionTable::options()) {
-        if (owns(option, address, bits)) {
-            summary.options.push_back(option.number);
-            owned = true;
-        }
-    }
-    const bool ofBand = holds(modModel::bandAddress, modModel::bandLength, address);
-    const bool ofModel = address == modModel::modelAddress;
-    summary.band = summary.band || ofBand;
-    summary.model = summary.model || ofModel;
-    return owned || ofBand || ofModel;
+bool isStamp(const Field& field) {
+    return field.owner == Owner::stamp;
 }
 
 void makeUnique(std::vector<int>& numbers) {
@@ -160,21 +90,10 @@ std::vector<ByteDifference> find(const MemoryImage& a, const MemoryImage& b,
 }
 
 std::string ownerText(const ByteDifference& difference) {
-    const int bits = difference.a ^ difference.b;
     std::vector<std::string> owners;
-    addChannelOwners(difference.address, bits, owners);
-    for (const int channel : channelsSharing(difference.address, bits)) {
-        owners.push_back(channelText(channel, channelRecord::sharedField));
-    }
-    for (const auto& option : optionTable::options()) {
-        if (owns(option, difference.address, bits)) {
-            owners.push_back(optionTable::captionText(option));
-        }
-    }
-    for (const auto& area : areas) {
-        if (holds(area.address, area.length, difference.address)) {
-            owners.push_back(say(area.name));
-        }
+    for (const auto& field :
+         imageMap::at(imageMap::fields(), difference.address, differingBits(difference))) {
+        owners.push_back(imageMap::caption(field));
     }
     return fmt::format("{}", fmt::join(owners, ", "));
 }
@@ -186,11 +105,17 @@ std::string lineText(const ByteDifference& difference) {
 }
 
 Summary summaryOf(std::span<const ByteDifference> differences) {
+    const auto map = imageMap::fields();
     Summary summary;
     for (const auto& difference : differences) {
-        if (!holds(stamp::address, stamp::length, difference.address)) {
-            ++summary.bytes;
-            summary.otherBytes += addOwners(difference, summary) ? 0 : 1;
+        const auto owners = imageMap::at(map, difference.address, differingBits(difference));
+        if (std::ranges::any_of(owners, isStamp)) {
+            continue;
+        }
+        ++summary.bytes;
+        summary.otherBytes += owners.empty() ? 1 : 0;
+        for (const auto& field : owners) {
+            add(field, summary);
         }
     }
     makeUnique(summary.channels);

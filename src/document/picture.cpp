@@ -98,12 +98,6 @@ Picture currentPicture() {
     return picture;
 }
 
-Picture pictureOf(const MemoryImage& image) {
-    modIicDat::IicDat() = image;
-    modChMem::SoftDisplay();
-    return currentPicture();
-}
-
 std::string frequencyText(const std::optional<std::int32_t>& frequency) {
     return frequency ? frequency::mhzText(*frequency) : std::string();
 }

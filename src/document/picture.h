@@ -60,9 +60,6 @@ struct Picture {
 /// What the core holds now. The tables are taken as they stand.
 [[nodiscard]] Picture currentPicture();
 
-/// The picture after decoding `image`, which the core then holds.
-[[nodiscard]] Picture pictureOf(const MemoryImage& image);
-
 /// MHz in the shortest decimal form, or an empty text for nothing.
 [[nodiscard]] std::string frequencyText(const std::optional<std::int32_t>& frequency);
 

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: MIT
+// SPDX-FileCopyrightText: 2026 The K520 authors
+#include "document/document.h"
+
+#include <random>
+
+#include "app/modSoftFace.h"
+#include "channels/ChannelFixture.h"
+#include "channels/gridCells.h"
+#include "channels/modChEdit.h"
+#include "channels/modModel.h"
+#include "document/comparison.h"
+#include "image/documentOrigin.h"
+#include "settings/optionPanel.h"
+#include "support/ScriptedDialogs.h"
+
+namespace k520::document {
+namespace {
+
+class DocumentTest : public test::ChannelFixture {
+  protected:
+    /// All that a person sees of the configuration.
+    static std::vector<std::string> shown() {
+        std::vector<std::string> all;
+        for (int row = 0; row < grid().rows(); ++row) {
+            for (int col = 0; col < grid().columns(); ++col) {
+                const auto& cell = grid().cell(row, col);
+                all.push_back(cell.text);
+                all.push_back(cell.background ? std::to_string(cell.background->red * 65536 +
+                                                               cell.background->green * 256 +
+                                                               cell.background->blue)
+                                              : "");
+            }
+        }
+        for (const auto& control : optionPanel::state().controls) {
+            all.push_back(std::to_string(control.selected) + (control.checked ? "x" : ""));
+        }
+        const auto& model = modModel::state();
+        for (const int number : {model.bandLow, model.bandHigh, model.cboModel.selected,
+                                 model.cboFrequency.selected}) {
+            all.push_back(std::to_string(number));
+        }
+        return all;
+    }
+    int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    void edit() {
+        const int channel = 1 + below(modChMem::state().ChNum);
+        switch (below(7)) {
+            case 0:
+                gridCells::put(channel, 1 + below(4), std::to_string(60 + below(500)));
+                break;
+            case 1:
+                gridCells::put(channel, 5 + below(4), std::to_string(below(3)));
+                break;
+            case 2:
+                modChMem::DelOneChannel(static_cast<std::int16_t>(channel));
+                break;
+            case 3:
+                optionPanel::optionClicked(below(optionTable::optionCount), below(3));
+                break;
+            case 4:
+                modModel::selectBand(below(modModel::customBand));
+                break;
+            case 5:
+                modModel::acceptCustomRange("130", "400");
+                break;
+            default:
+                modChMem::SetConvIicDat();
+        }
+    }
+    void hostileImage() {
+        for (auto& byte : image().bytes()) {
+            byte = static_cast<std::uint8_t>(random_());
+        }
+        modIicDat::IicDatDef() = image();
+        modChMem::SoftDisplay();
+        optionPanel::InitOpt();
+    }
+
+    std::mt19937 random_{520};
+    test::ScriptedDialogs dialogs;
+};
+
+TEST_F(DocumentTest, ComesBackWithAllThatWasShown) {
+    optionPanel::InitFace();
+    for (int round = 0; round < 60; ++round) {
+        if (round % 3 == 0) {
+            hostileImage();
+        }
+        for (int i = below(4); i > 0; --i) {
+            edit();
+        }
+        const auto kept = capture();
+        const auto seen = shown();
+        for (int i = 0; i < 8; ++i) {
+            edit();
+        }
+        if (round % 2 == 0) {
+            hostileImage();
+            EXPECT_FALSE(capture() == kept);
+        }
+        const auto errors = modShowErr::state().entries.size();
+        const auto moment = documentOrigin::state().now;
+        restore(kept);
+        EXPECT_TRUE(capture() == kept) << "round " << round;
+        EXPECT_EQ(shown(), seen) << "round " << round;
+        EXPECT_EQ(modShowErr::state().entries.size(), errors);
+        EXPECT_EQ(documentOrigin::state().now, moment);
+    }
+}
+
+TEST_F(DocumentTest, EveryValueCounts) {
+    void (*const changes[])() = {
+        [] { modIicDat::IicDat()(0x1FFF) ^= 1; },
+        [] { modIicDat::IicDatDef()(0) ^= 1; },
+        [] { modChMem::state().ChInfo(16).encodeTone = "67.0"; },
+        [] { modChMem::state().newChannel = modChMem::Channel(); },
+        [] { ++modSysSet::state().OptNow[15]; },
+        [] { ++modSysSet::state().OptDef[0]; },
+        [] { ++modModel::state().bandHigh; },
+        [] { modModel::state().customMin = "121"; },
+    };
+    const auto kept = capture();
+    for (const auto change : changes) {
+        change();
+        EXPECT_FALSE(capture() == kept);
+        restore(kept);
+        EXPECT_TRUE(capture() == kept);
+    }
+}
+
+TEST_F(DocumentTest, TellsWindowsOfWhatChangedAlone) {
+    const auto kept = capture();
+    std::vector<std::pair<int, int>> cells;
+    int panels = 0;
+    int forms = 0;
+    grid().onCellChanged = [&](int row, int col) { cells.emplace_back(row, col); };
+    optionPanel::state().onChange = [&] { ++panels; };
+    modChMem::state().onFormRefresh = [&] { ++forms; };
+    restore(kept);
+    EXPECT_TRUE(cells.empty());
+    EXPECT_EQ(panels + forms, 0);
+    grid().setText(3, 2, "446");
+    optionPanel::state().controls[0].selected = 7;
+    modModel::state().bandLow = 1;
+    cells.clear();
+    restore(kept);
+    EXPECT_EQ(cells, (std::vector<std::pair<int, int>>{{3, 2}}));
+    EXPECT_EQ(panels, 1);
+    EXPECT_EQ(forms, 1);
+}
+
+TEST_F(DocumentTest, AComparisonLeavesItAsItIs) {
+    hostileImage();
+    const auto kept = capture();
+    const auto seen = shown();
+    MemoryImage a(0x2000);
+    MemoryImage b(0x2000);
+    b(0x130) = 1;
+    const auto comparison = compareImages(a, b);
+    ASSERT_EQ(comparison.differences.size(), 1U);
+    EXPECT_EQ(comparison.differences.front().what, "tot");
+    EXPECT_TRUE(capture() == kept);
+    EXPECT_EQ(shown(), seen);
+}
+
+}  // namespace
+}  // namespace k520::document
