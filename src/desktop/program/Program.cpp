@@ -6,7 +6,6 @@
 #include <QLibraryInfo>
 #include <QTimer>
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <span>
 #include <string_view>
@@ -15,6 +14,7 @@
 #include "app/programFolder.h"
 #include "base/Interrupt.h"
 #include "base/RuntimeError.h"
+#include "base/display.h"
 #include "desktop/main/mdifrmMain.h"
 #include "desktop/program/programTexts.h"
 #include "desktop/widgets/ClearStyle.h"
@@ -29,14 +29,6 @@ namespace {
 
 const QString folderOption = QStringLiteral("program-folder");
 const QString paintedOption = QStringLiteral("until-painted");
-
-/// On systems that are told by the environment where their display is.
-bool mayHaveDisplay() {
-    constexpr std::array names{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
-    return QSysInfo::kernelType() != QLatin1String("linux") ||
-           std::ranges::any_of(names,
-                               [](const char* name) { return !qEnvironmentVariableIsEmpty(name); });
-}
 
 void describe(QCommandLineParser& parser) {
     parser.setApplicationDescription(qSay(texts::programDescription));
@@ -80,7 +72,8 @@ int Program::main(int count, char** words) {
     };
     if (isGiven("--help") || isGiven("-h") || isGiven("--version") || isGiven("-v")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    } else if (!mayHaveDisplay() && !isGiven("-platform")) {
+    } else if (!display::mayBeThere() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") &&
+               !isGiven("-platform")) {
         return complain(texts::noDisplay);
     }
     interrupt::failOverlongWrites();
