@@ -58,16 +58,12 @@ void writeBand() {
 }
 
 /// A limit as the image holds it, in 10 Hz; nothing where its bytes are not digits.
-std::optional<std::int32_t> readLimit(int address) {
-    const auto& image = modIicDat::IicDat();
+std::optional<std::int32_t> readLimit(const MemoryImage& image, int address) {
     const auto tenths = tenthsOfBcd({image(address), image(address + 1)});
     return tenths ? std::optional(*tenths * perTenth) : std::nullopt;
 }
 
 void applyBand(bool mayAsk) {
-    if (state().bandSuppressed) {
-        return;
-    }
     guarded("frmChMem->cboFrequency_Click", [&] {
         const int index = state().cboFrequency.selected;
         const Band& band = checkedAt(bandTable, index, "cboFrequency");
@@ -145,12 +141,16 @@ void selectBand(int index) {
     cboFrequency_Click();
 }
 
-int bandOfImage() {
-    const auto low = readLimit(bandAddress);
-    const auto high = readLimit(bandAddress + bandLength / 2);
+int bandOf(const MemoryImage& image) {
+    const auto low = readLimit(image, bandAddress);
+    const auto high = readLimit(image, bandAddress + bandLength / 2);
     const auto found = std::ranges::find_if(
         bandTable, [&](const Band& band) { return low == band.low && high == band.high; });
     return std::min(static_cast<int>(found - bandTable.begin()), customBand);
+}
+
+int bandOfImage() {
+    return bandOf(modIicDat::IicDat());
 }
 
 void chooseBand(int index) {
@@ -165,15 +165,14 @@ void chooseBand(int index) {
 }
 
 void selectBandFromImage() {
-    state().bandSuppressed = true;
     guarded("frmChMem->selectBandFromImage", [] {
         const int index = bandOfImage();
         const Band& band =
             index == customBand ? wholeRange : bandTable[static_cast<std::size_t>(index)];
         setLimits(band.low, band.high);
-        selectBand(index);
+        // Not as a user's click: that would ask and write.
+        state().cboFrequency.selected = index;
     });
-    state().bandSuppressed = false;
 }
 
 bool acceptCustomRange(std::string_view minText, std::string_view maxText) {

@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "image/MemoryImage.h"
+
 /// Radio model and frequency band: the two lists above the channel grid, the band limits, and their
 /// five bytes in the image. Frequencies are in 10 Hz units.
 namespace k520::modModel {
@@ -50,9 +52,6 @@ struct State {
     /// band: 120 and 550 MHz.
     std::int32_t absoluteMin = 12'000'000;
     std::int32_t absoluteMax = 55'000'000;
-    /// Set while the band is being selected from the image, so that the list's own handler neither
-    /// asks nor writes.
-    bool bandSuppressed = false;
     DropDown cboModel;
     DropDown cboFrequency;
     /// The limits in MHz that the custom range dialog shows: those accepted last.
@@ -96,8 +95,10 @@ void chooseBand(int index);
 /// Colours the channels anew.
 void selectBandFromImage();
 
-/// The entry that the image selects; the custom one for limits in no other entry. Raises 9 where
-/// the image is too short.
+/// The entry that an image selects; the custom one for limits in no other entry. Raises 9 where the
+/// image is too short.
+[[nodiscard]] int bandOf(const MemoryImage& image);
+/// The entry that the memory image selects.
 [[nodiscard]] int bandOfImage();
 
 /// A custom band from two numbers of MHz within 120 to 520, the lower one first. Accepted: they

@@ -115,7 +115,6 @@ TEST_F(Model, TheDialogIsShownForAUsersChoiceOnly) {
     selectBandFromImage();
     EXPECT_EQ(failures(),
               (Labels{"frmChMem->cboFrequency_Click 9", "frmChMem->selectBandFromImage 9"}));
-    EXPECT_FALSE(state().bandSuppressed);
     EXPECT_EQ(state().bandLow, 14000000);
 }
 
