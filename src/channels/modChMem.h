@@ -46,9 +46,6 @@ struct State {
     /// The characters of a channel name, one to a text.
     std::array<std::string, 41> ValidCharTbl;
 
-    /// Scratch of SeparateFreChar and QtDqtCharToIic.
-    std::array<std::uint8_t, 4> SepArr{};
-
     /// The channel that "Save as default" was said of: new ones get its tones and parameters.
     std::optional<Channel> newChannel;
 
@@ -73,7 +70,7 @@ struct State {
 /// The definition of grid column 1 to 200; raises 9 outside them.
 [[nodiscard]] const ColumnDefinition& columnOf(int number);
 
-// --- The codec (see channelRecord.h for the layout) ---
+// --- The codec on the process-wide state (see channelCodec.h for what it does) ---
 
 /// 1 = IicDatToChInfo, 0 = ChInfoToIicDat; any other direction does nothing.
 void ChInfoSaveSol(std::int16_t direction);
@@ -84,7 +81,7 @@ void ChInfoSaveSol(std::int16_t direction);
 void IicDatToChInfo();
 /// Encodes channels 1 to ChNum, but for those whose field 0 is -1.
 void ChInfoToIicDat();
-/// Encodes one channel, whatever its field 0.
+/// Encodes one channel, whatever its field 0. Raises 9 for a channel outside the table.
 void encodeChannel(std::int16_t channel);
 
 /// Fields 5 to 8. Above channel 16 these two fail with 9, after fields 5 and 6.
@@ -105,14 +102,12 @@ void IcCtdcsEncSol(std::int16_t channel);
 void CiCtdcsDecSol(std::int16_t channel);
 void CiCtdcsEncSol(std::int16_t channel);
 
-/// Splits a text into pairs of characters from the left and stores each, read as a hexadecimal
-/// number, in SepArr: so decimal digits become BCD bytes. Elements beyond the text keep their
-/// values. Fails with 9 above eight characters, after four bytes. Returns whether it did not fail.
-bool SeparateFreChar(std::string_view text);
-/// A stored tone as a text, and a text as a stored tone in SepArr: element 0 the low byte, element
-/// 1 the high one. The latter returns whether it did not fail; after a failure SepArr is as it was.
+/// Splits a decimal text into BCD bytes (channelCodec::pairsOfDigits); nothing after a failure.
+std::optional<std::array<std::uint8_t, 4>> SeparateFreChar(std::string_view text);
+/// A stored tone as a text, and a text as the two bytes of a stored tone, the low one first. The
+/// latter is nothing after a failure.
 [[nodiscard]] std::string QtDqtIicToChar(std::uint8_t high, std::uint8_t low);
-bool QtDqtCharToIic(std::string_view text);
+std::optional<std::array<std::uint8_t, 2>> QtDqtCharToIic(std::string_view text);
 
 /// 2^index and its complement, for index 0 to 15; raise 9 outside them.
 [[nodiscard]] std::uint16_t ChBitMask(int index);

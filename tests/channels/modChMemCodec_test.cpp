@@ -3,6 +3,7 @@
 #include <random>
 
 #include "channels/ChannelFixture.h"
+#include "channels/channelCodec.h"
 #include "image/modIicDat.h"
 
 namespace k520::modChMem {
@@ -121,6 +122,30 @@ TEST_F(Codec, FailuresKeepWhatWasThereAndEndNothingElse) {
     EXPECT_EQ(failures(), (Labels{"modChMem->SeparateFreChar 9", "modChMem->SeparateFreChar 13",
                                   "modChMem->QtDqtCharToIic 13", "modChMem->QtDqtCharToIic 9"}));
     EXPECT_EQ(get(image(), 0x10, 12), before);
+}
+
+TEST_F(Codec, ValuesAreDecodedBesideTheStateAndNothingIsLogged) {
+    MemoryImage other(0x2000);
+    std::ranges::copy(Bytes{0x25, 0x06, 0x60, 0x44, 0x00, 0x0E, 0x00, 0x10, 0x9E, 0x02, 0x13, 0xA8},
+                      other.bytes().begin() + 0x10);
+    const ChannelTable table = state().ChInfo;
+    const MemoryImage live = image();
+    Channel before;
+    before.txFre() = 14500000;
+    before.modified() = 1;
+    const auto [decoded, faults] =
+        channelCodec::decode(other, 1, before, {state().ChColDef, state().ColNum, "-"});
+    EXPECT_EQ(decoded.rxFre(), 44600625);
+    EXPECT_EQ(decoded.txFre(), 14500000);  // its bytes are not digits
+    EXPECT_EQ(decoded.field(0), 1);
+    EXPECT_EQ(decoded.decodeTone + decoded.encodeTone, "67.0D023I");
+    ASSERT_EQ(faults.size(), 1U);
+    EXPECT_EQ(faults[0].procedure, "modChMem->IcTxFreSol");
+    EXPECT_EQ(faults[0].error.number(), errNum::typeMismatch);
+    EXPECT_TRUE(channelCodec::encode(decoded, 1, "-", other).empty());
+    EXPECT_EQ(get(other, 0x10, 8), (Bytes{0x25, 0x06, 0x60, 0x44, 0x00, 0x00, 0x50, 0x14}));
+    EXPECT_TRUE(state().ChInfo == table && image() == live);
+    EXPECT_EQ(failures(), Labels{});
 }
 
 TEST_F(Codec, ChannelsBeyondTheBounds) {
