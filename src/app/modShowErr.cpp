@@ -8,6 +8,7 @@
 #include <exception>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "app/errTexts.h"
 #include "base/Clock.h"
@@ -33,7 +34,23 @@ void addTimeLine() {
     addLine(fmt::format("---------{}--------", generalDate::text(theClock().dateTime())));
 }
 
+void show(Entry entry) {
+    addTimeLine();
+    VbErrNumDes(entry.number);
+    state().entries.push_back(entry);
+    addLine(fmt::format("         错误:  {}     出错号:  {}     出错点:  {}     出错描述:  {}",
+                        entry.label, entry.number, entry.source, state().lastDescription));
+}
+
 }  // namespace
+
+Entry::Entry(std::string who, std::int16_t what, std::string why, std::string whose)
+    : label(std::move(who)), number(what), source(std::move(why)), subject(std::move(whose)) {}
+
+Entry::Entry(const Procedure& who, std::int16_t what, std::string why, std::string whose)
+    : Entry(std::string(who.label()), what, std::move(why), std::move(whose)) {
+    procedure = &who;
+}
 
 State& state() {
     static ModuleState<State> instance;
@@ -62,17 +79,18 @@ void notePendingFailure() noexcept {
 }
 
 void ShowErrMsg(std::string_view label) {
-    State& s = state();
-    addTimeLine();
-    VbErrNumDes(s.pendingNumber);
-    s.entries.push_back({std::string(label), s.pendingNumber, s.pendingSource, s.pendingSubject});
-    addLine(fmt::format("         错误:  {}     出错号:  {}     出错点:  {}     出错描述:  {}",
-                        label, s.pendingNumber, s.pendingSource, s.lastDescription));
+    const State& s = state();
+    show({std::string(label), s.pendingNumber, s.pendingSource, s.pendingSubject});
+}
+
+void ShowErrMsg(const Procedure& procedure) {
+    const State& s = state();
+    show({procedure, s.pendingNumber, s.pendingSource, s.pendingSubject});
 }
 
 void ShowOptErrMsg(std::string_view item) {
     addTimeLine();
-    state().entries.push_back({"option", 0, std::string(item)});
+    state().entries.emplace_back("option", std::int16_t{0}, std::string(item));
     addLine(fmt::format("        可选功能项:   {}", item));
 }
 

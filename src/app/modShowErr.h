@@ -8,16 +8,25 @@
 #include <vector>
 
 #include "base/Controls.h"
+#include "base/Procedure.h"
 
 /// The error list: every failure of a named procedure, logged under the procedure's label.
 namespace k520::modShowErr {
 
 /// One logged failure, as data.
 struct Entry {
-    std::string label;         ///< module, "->", procedure
-    std::int16_t number;       ///< standard run-time error number; 0 for an option item
-    std::string source;        ///< what failed, in the system's own words where there are any
-    std::string subject = {};  ///< the file or device that the source begins with, where it is one
+    Entry() = default;
+    Entry(std::string who, std::int16_t what, std::string why, std::string whose = {});
+    Entry(const Procedure& who, std::int16_t what, std::string why, std::string whose = {});
+
+    /// Whether it was this procedure that failed.
+    [[nodiscard]] bool isOf(const Procedure& which) const noexcept { return procedure == &which; }
+
+    std::string label;                     ///< module, "->", procedure: for the list
+    const Procedure* procedure = nullptr;  ///< where it is one that somebody looks for
+    std::int16_t number = 0;               ///< standard run-time error number; 0: an option item
+    std::string source;   ///< what failed, in the system's own words where there are any
+    std::string subject;  ///< the file or device that it is about, where that was named apart
 };
 
 struct State {
@@ -44,6 +53,8 @@ void notePendingFailure() noexcept;
 /// Logs the pending failure under `label`: a line with date and time, and a line with label,
 /// number, source and description.
 void ShowErrMsg(std::string_view label);
+/// With the label of a procedure, which the entry then is of.
+void ShowErrMsg(const Procedure& procedure);
 
 /// Logs an optional-feature item that cannot be placed.
 void ShowOptErrMsg(std::string_view item);

@@ -11,6 +11,7 @@
 
 #include "base/Checked.h"
 #include "base/Controls.h"
+#include "base/Procedure.h"
 #include "channels/channelTable.h"
 #include "channels/columnDefinition.h"
 
@@ -63,6 +64,10 @@ struct State {
 };
 
 [[nodiscard]] State& state();
+
+namespace procedures {
+inline constexpr Procedure readChInfo{"modChMem->ReadChInfo"};
+}
 
 [[nodiscard]] inline const ChannelTable& ChInfo() {
     return state().ChInfo;

@@ -17,7 +17,6 @@ namespace {
 
 // Reading the definition.
 
-constexpr const char* readLabel = "modChMem->ReadChInfo";
 constexpr const char* section = "ChInfo";
 /// Marks the end of a list of entries.
 constexpr const char* endOfItem = "*EndOfThisItem*";
@@ -32,7 +31,7 @@ std::string setting(int key, SettingBuffer buffer, std::string_view defaultText)
 /// Only the conversion may fail for one value alone: a file that cannot be read ends the reading.
 void readNumber(std::int16_t& target, int key, std::string_view defaultText) {
     const std::string text = setting(key, numberBuffer, defaultText);
-    guarded(readLabel, [&] {
+    guarded(procedures::readChInfo, [&] {
         target = naming("[ChInfo] " + std::to_string(key), [&] { return textToInt16(text); });
     });
 }
@@ -220,14 +219,14 @@ int keyBase() {
 }
 
 void ReadChInfo() {
-    guarded(readLabel, [] {
+    guarded(procedures::readChInfo, [] {
         State& s = state();
         const int base = keyBase();
         readNumber(s.ChNum, base, "16");
         readNumber(s.ChRowHeight, base + 1, "240");
         readNumber(s.ColNum, base + 2, "9");
         s.ChGridHeader = setting(base + 3, headerBuffer, "0|0|0|0|0|0|0|0|0|0");
-        guarded(readLabel, [&] { readWidths(base); });
+        guarded(procedures::readChInfo, [&] { readWidths(base); });
         readColumns();
     });
 }

@@ -21,8 +21,10 @@
 #include "cli/output.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
+#include "link/protocol/modCommun.h"
 #include "program/modFileCmd.h"
 #include "program/modStartUp.h"
+#include "settings/modSysSet.h"
 
 namespace k520::cli {
 
@@ -108,8 +110,8 @@ void requireUsableGrid() {
 void failOnHalfReadTables(std::size_t mark) {
     const auto& entries = modShowErr::state().entries;
     for (std::size_t i = mark; i < entries.size(); ++i) {
-        if (entries[i].label == "modChMem->ReadChInfo" ||
-            entries[i].label == "modSysSet->OptNowDefSol") {
+        if (entries[i].isOf(modChMem::procedures::readChInfo) ||
+            entries[i].isOf(modSysSet::procedures::optNowDefSol)) {
             failSettings(entries[i].source);
         }
     }
@@ -247,7 +249,7 @@ void warnOfFailuresSince(std::size_t mark, const std::string& consequence) {
     const auto& entries = modShowErr::state().entries;
     for (std::size_t i = mark; i < entries.size(); ++i) {
         // A range that the scripts cannot hold concerns sessions only, and they refuse it.
-        if (entries[i].label != "modCommun->InitProtocol") {
+        if (!entries[i].isOf(modCommun::procedures::initProtocol)) {
             warn(entries[i].source + consequence);
         }
     }

@@ -311,7 +311,7 @@ void RadioLink::tellOfLateFailures(std::size_t mark) {
     const auto& entries = modShowErr::state().entries;
     for (std::size_t i = mark; i < entries.size(); ++i) {
         // The simulated radio can tell only here that it could not keep its memory.
-        if (entries[i].label == "modCommun->CloseCom") {
+        if (entries[i].isOf(modCommun::procedures::closeCom)) {
             fail(entries[i].source);
         }
         warn(entries[i].source);

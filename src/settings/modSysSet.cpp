@@ -129,7 +129,7 @@ void SaveToOptSel() {
 }
 
 void OptNowDefSol(std::int16_t mode) {
-    guarded("modSysSet->OptNowDefSol", [&] {
+    guarded(procedures::optNowDefSol, [&] {
         mdimoduMain::correctLanguage();
         state().OptCount = readNumber(0);
         if (mode >= 0 && mode < std::ssize(operations)) {

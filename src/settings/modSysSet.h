@@ -5,6 +5,8 @@
 #include <array>
 #include <cstdint>
 
+#include "base/Procedure.h"
+
 /// The values of the radio-wide options, between the memory image and the settings file, where
 /// every interface language keeps a set of current and a set of default values.
 namespace k520::modSysSet {
@@ -23,6 +25,10 @@ struct State {
 };
 
 [[nodiscard]] State& state();
+
+namespace procedures {
+inline constexpr Procedure optNowDefSol{"modSysSet->OptNowDefSol"};
+}
 
 [[nodiscard]] inline const OptionSet& OptNow() {
     return state().OptNow;

@@ -11,6 +11,7 @@
 
 #include "base/Checked.h"
 #include "base/Controls.h"
+#include "base/Procedure.h"
 #include "link/port/SerialPort.h"
 #include "link/protocol/communView.h"
 
@@ -84,6 +85,15 @@ struct State {
 };
 
 [[nodiscard]] State& state();
+
+/// The procedures whose failures tell how a session ended.
+namespace procedures {
+inline constexpr Procedure openCom{"modCommun->OpenCom"};
+inline constexpr Procedure closeCom{"modCommun->CloseCom"};
+inline constexpr Procedure initProtocol{"modCommun->InitProtocol"};
+inline constexpr Procedure protocolCom{"modCommun->ProtocolCom"};
+inline constexpr Procedure rxComDat{"modCommun->RxComDat"};
+}  // namespace procedures
 
 /// The view in force; one that does nothing while no session is on.
 [[nodiscard]] CommunView& theView() noexcept;

@@ -36,7 +36,7 @@ std::unique_ptr<SerialPort> makePort(std::int16_t number) {
 void OpenCom() {
     State& s = state();
     s.toldFailure.clear();
-    const bool opened = guarded("modCommun->OpenCom", [&] {
+    const bool opened = guarded(procedures::openCom, [&] {
         s.comCommun = makePort(s.portNumber);
         s.comCommun->open();
     });
@@ -48,7 +48,7 @@ void OpenCom() {
 
 void CloseCom() {
     const auto port = std::exchange(state().comCommun, nullptr);
-    guarded("modCommun->CloseCom", [&] {
+    guarded(procedures::closeCom, [&] {
         if (port) {
             port->close();
         }

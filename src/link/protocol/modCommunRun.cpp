@@ -19,9 +19,9 @@ constexpr std::string_view anyByte = "VA";
 
 /// Runs a body as guarded() does, but is silent about a failure of the port that has been told.
 template <class Body>
-bool guardedOnce(std::string_view label, Body&& body) {
+bool guardedOnce(const Procedure& procedure, Body&& body) {
     bool done = false;
-    guarded(label, [&] {
+    guarded(procedure, [&] {
         try {
             body();
             done = true;
@@ -186,16 +186,15 @@ bool replyIsRight(std::int16_t count) {
 
 void ProtocolCom() {
     State& s = state();
-    const bool ran = guardedOnce("modCommun->ProtocolCom", runScript);
+    const bool ran = guardedOnce(procedures::protocolCom, runScript);
     if (!ran || s.scriptCut != flagFalse) {
         s.failureFlag = flagTrue;
     }
 }
 
 void RxComDat(std::int16_t count) {
-    constexpr std::string_view label = "modCommun->RxComDat";
     bool right = false;
-    guardedOnce(label, [&] {
+    guardedOnce(procedures::rxComDat, [&] {
         const auto length = static_cast<std::size_t>(count);
         state().dataIndex = 1;
         if (awaitBytes(length)) {
@@ -205,7 +204,7 @@ void RxComDat(std::int16_t count) {
     });
     if (!right) {
         state().failureFlag = flagTrue;
-        guarded(label, [] { addDataLine(modSoftFace::text(SoftText::noReply)); });
+        guarded(procedures::rxComDat, [] { addDataLine(modSoftFace::text(SoftText::noReply)); });
     }
 }
 

@@ -42,11 +42,10 @@ void build(ScriptList& list, const modIicDat::AddressRange& range, const ListFor
 }  // namespace
 
 void InitProtocol() {
-    constexpr std::string_view label = "modCommun->InitProtocol";
     State& s = state();
     const auto& image = modIicDat::state();
-    guarded(label, [&] { build(s.readList, image.readRange, readForm); });
-    guarded(label, [&] { build(s.writeList, image.writeRange, writeForm); });
+    guarded(procedures::initProtocol, [&] { build(s.readList, image.readRange, readForm); });
+    guarded(procedures::initProtocol, [&] { build(s.writeList, image.writeRange, writeForm); });
 }
 
 void ConvComCode(std::string_view script) {

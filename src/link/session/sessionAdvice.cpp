@@ -21,6 +21,7 @@ namespace {
 using modSession::Outcome;
 using modSession::Result;
 using safeguards::Report;
+namespace procedures = modCommun::procedures;
 using Entries = std::span<const modShowErr::Entry>;
 
 /// The handshake and the end of a script move no block.
@@ -60,8 +61,8 @@ modShowErr::Entry lastWhere(Entries logged, Predicate holds) {
     return found != logged.rend() ? *found : modShowErr::Entry{};
 }
 
-modShowErr::Entry lastOf(Entries logged, std::string_view label) {
-    return lastWhere(logged, [&](const auto& entry) { return entry.label == label; });
+modShowErr::Entry lastOf(Entries logged, const Procedure& procedure) {
+    return lastWhere(logged, [&](const auto& entry) { return entry.isOf(procedure); });
 }
 
 std::string blocksMoved(Direction direction, const Result& result) {
@@ -75,7 +76,7 @@ std::string doubts(Entries logged) {
 }
 
 std::string portAdvice(Entries logged) {
-    const auto entry = lastOf(logged, "modCommun->OpenCom");
+    const auto entry = lastOf(logged, procedures::openCom);
     return say(troubleOf(entry.number).advice, entry.source,
                entry.subject.empty() ? entry.source : entry.subject);
 }
@@ -83,7 +84,7 @@ std::string portAdvice(Entries logged) {
 /// The port's own failure on the way, not one of the opening.
 bool tellsOfLostContact(const modShowErr::Entry& entry) {
     return entry.number == errNum::deviceIo &&
-           (entry.label == "modCommun->ProtocolCom" || entry.label == "modCommun->RxComDat");
+           (entry.isOf(procedures::protocolCom) || entry.isOf(procedures::rxComDat));
 }
 
 std::string errorAdvice(Entries logged) {
@@ -94,7 +95,7 @@ std::string errorAdvice(Entries logged) {
 
 std::string causeOfFailure(const Result& result, Entries logged) {
     if (result.stepCount == 0) {
-        return say(texts::rangeUnusable, lastOf(logged, "modCommun->InitProtocol").source);
+        return say(texts::rangeUnusable, lastOf(logged, procedures::initProtocol).source);
     }
     if (const auto lost = lastWhere(logged, tellsOfLostContact); lost.number != 0) {
         return say(texts::contactLost, lost.source);

@@ -4,6 +4,7 @@
 
 #include "app/modShowErr.h"
 #include "base/Text.h"
+#include "link/protocol/modCommun.h"
 #include "link/session/modSession.h"
 #include "support/ProgramFolder.h"
 
@@ -42,7 +43,7 @@ Result failed(std::int16_t attempts, std::int16_t steps = 0,
 
 Entries opening(std::int16_t number, const std::string& source, const std::string& device = {}) {
     return {{"frmOther->Thing", errNum::fileNotFound, "noise"},
-            {"modCommun->OpenCom", number, source, device}};
+            {modCommun::procedures::openCom, number, source, device}};
 }
 
 TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
@@ -51,7 +52,7 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
     const Result noPort = with(Outcome::portFailed);
     Result noScript = failed(0);
     noScript.stepCount = 0;
-    const Entries gone{{"modCommun->ProtocolCom", errNum::deviceIo, "/dev/x: gone"}};
+    const Entries gone{{modCommun::procedures::protocolCom, errNum::deviceIo, "/dev/x: gone"}};
     const std::tuple<Direction, Result, Entries, std::string, std::string> cases[] = {
         {read, noPort, opening(53, "/dev/x: none; ask", "/dev/x"),
          "no device at the port (/dev/x).", ""},
@@ -70,7 +71,7 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
         {write, failed(20, 4, 0x20), gone, "lost during communication (/dev/x: gone)", "002F"},
         {read,
          noScript,
-         {{"modCommun->InitProtocol", 9, "script table(521)"}, gone[0]},
+         {{modCommun::procedures::initProtocol, 9, "script table(521)"}, gone[0]},
          "range cannot be used (script table(521))",
          "data here is unchanged"},
         {read,
@@ -99,8 +100,9 @@ TEST_F(SessionAdvice, SuccessIsOneLine) {
     const Result done = with(Outcome::succeeded);
     const auto language = TextLanguage::english;
     EXPECT_EQ(in(language, Direction::read, done, {}), "Radio read: 512 blocks.");
-    EXPECT_EQ(in(language, Direction::write, done, {{"modCommun->CloseCom", 61, "disk full"}}),
-              "Radio written: 512 blocks. But an error was reported: disk full");
+    EXPECT_EQ(
+        in(language, Direction::write, done, {{modCommun::procedures::closeCom, 61, "disk full"}}),
+        "Radio written: 512 blocks. But an error was reported: disk full");
     EXPECT_EQ(in(TextLanguage::chinese, Direction::read, done, {}), "对讲机已读取：512 个数据块。");
     EXPECT_EQ(in(language, Direction::read, with(Outcome::busy), {}), "");
 }
