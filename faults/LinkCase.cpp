@@ -205,9 +205,9 @@ LinkVerdict judge(const LinkCase& job) {
     const auto radio = std::make_shared<SimRadio>(held, job.faults, job.baud);
     LinkVerdict verdict;
     modShowErr::state() = {};
-    modShowErr::state().listShowErr.onInsert = [](int line) {
+    const auto watching = modShowErr::state().listShowErr.onInsert.subscribe([](int line) {
         theCounter->firstError = line == 0 ? theClock().now() : theCounter->firstError;
-    };
+    });
     modSysSet::state() = {};
     theCounter->boxes = 0;
     modChMem::state().ChInfo = {};

@@ -78,9 +78,9 @@ struct Listener {
     Bytes heard;
     std::uint32_t completed = 0;
 
-    Listener(const SimFaults& faults, int baud) : radio({}, faults, baud) {
-        radio.onWriteCompleted = [this] { ++completed; };
-    }
+    Subscription counting = radio.onWriteCompleted.subscribe([this] { ++completed; });
+
+    Listener(const SimFaults& faults, int baud) : radio({}, faults, baud) {}
     void listen(Clock::Microseconds now) {
         const auto bytes = radio.takeDue(now);
         heard.insert(heard.end(), bytes.begin(), bytes.end());

@@ -46,17 +46,13 @@ void LineList::insertSelected(int index, std::string line) {
     }
     lines_.insert(lines_.begin() + index, std::move(line));
     selected_ = index;
-    if (onInsert) {
-        onInsert(index);
-    }
+    onInsert.tell(index);
 }
 
 void LineList::clear() {
     lines_.clear();
     selected_ = -1;
-    if (onClear) {
-        onClear();
-    }
+    onClear.tell();
 }
 
 void CellGrid::reset(int rows, int columns) {
@@ -71,9 +67,7 @@ void CellGrid::reset(int rows, int columns) {
     columnWidths_.assign(width, 0);
     rowHeights_.assign(height, 0);
     columnFormats_.assign(width, {});
-    if (onReset) {
-        onReset();
-    }
+    onReset.tell();
 }
 
 const Cell& CellGrid::cell(int row, int column) const {
@@ -92,9 +86,7 @@ Cell& CellGrid::at(int row, int column) {
 }
 
 void CellGrid::changed(int row, int column) const {
-    if (onCellChanged) {
-        onCellChanged(row, column);
-    }
+    onCellChanged.tell(row, column);
 }
 
 void CellGrid::setText(int row, int column, std::string text) {

@@ -3,11 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "base/Signal.h"
 
 /// The controls that the rules write into, as plain observable data. A window shows them through a
 /// thin adapter; the command line and the tests read them as they are.
@@ -29,10 +30,10 @@ struct Colour {
 /// A list box: lines, of which one may be selected.
 class LineList {
   public:
-    /// Called with the index of a line that has just been inserted and selected.
-    std::function<void(int)> onInsert;
-    /// Called after the list was emptied.
-    std::function<void()> onClear;
+    /// A line has just been inserted and selected: its index.
+    Signal<int> onInsert;
+    /// The list was emptied.
+    Signal<> onClear;
 
     /// Inserts a line in front of `index` (0..size) and selects it; raises 9 outside that range.
     void insertSelected(int index, std::string line);
@@ -62,10 +63,10 @@ struct Cell {
 /// A grid of cells: row 0 and column 0 hold the titles. Every access raises 9 outside the grid.
 class CellGrid {
   public:
-    /// Called with row and column of a cell that has changed.
-    std::function<void(int, int)> onCellChanged;
-    /// Called after the shape, the titles or all cells have changed.
-    std::function<void()> onReset;
+    /// A cell has changed: its row and column.
+    Signal<int, int> onCellChanged;
+    /// The shape, the titles or all cells have changed.
+    Signal<> onReset;
 
     /// Empties the grid and gives it a new shape.
     void reset(int rows, int columns);

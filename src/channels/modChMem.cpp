@@ -93,9 +93,7 @@ void SoftDisplay() {
 void refreshForm() {
     guarded("modChMem->refreshForm", [] {
         modModel::selectBandFromImage();
-        if (state().onFormRefresh) {
-            state().onFormRefresh();
-        }
+        state().onFormRefresh.tell();
     });
 }
 

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -12,6 +11,7 @@
 #include "base/Checked.h"
 #include "base/Controls.h"
 #include "base/Procedure.h"
+#include "base/Signal.h"
 #include "channels/channelTable.h"
 #include "channels/columnDefinition.h"
 
@@ -54,7 +54,7 @@ struct State {
     /// The channel that the pop-up menu acts on.
     std::int16_t currentChannel = 0;
     /// The windows' share in refreshForm().
-    std::function<void()> onFormRefresh;
+    Signal<> onFormRefresh;
 
     [[nodiscard]] static std::array<std::int16_t, lastWidth + 1> defaultWidths() {
         std::array<std::int16_t, lastWidth + 1> widths{};

@@ -136,7 +136,6 @@ RadioLink::RadioLink(std::string port, std::optional<std::string> trace)
 }
 
 RadioLink::~RadioLink() {
-    modCommun::state().listRtData.onInsert = nullptr;
     // What was there stays where nothing came to be told.
     if (!trace_ || *trace_ == "-" || traceText_.empty()) {
         return;
@@ -174,7 +173,7 @@ void RadioLink::collectTrace() {
     // A reader of stdout who goes must not take a session in the middle with it.
     interrupt::failUnreadWrites();
     auto& list = modCommun::state().listRtData;
-    list.onInsert = [this, &list, toStdout](int index) {
+    collecting_ = list.onInsert.subscribe([this, &list, toStdout](int index) {
         const auto line =
             modCommun::traceLine(list.lines()[static_cast<std::size_t>(index)]) + '\n';
         if (toStdout) {
@@ -182,7 +181,7 @@ void RadioLink::collectTrace() {
         } else {
             traceText_ += line;
         }
-    };
+    });
 }
 
 void RadioLink::printTrace(const std::string& line) {

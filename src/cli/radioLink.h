@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 
+#include "base/Signal.h"
 #include "cli/ConsoleView.h"
 #include "link/session/safeguards.h"
 
@@ -64,6 +65,7 @@ class RadioLink {
     ConsoleView view_;
     std::string traceText_;
     bool traceBroken_ = false;
+    Subscription collecting_;
 };
 
 }  // namespace k520::cli

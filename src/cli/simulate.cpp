@@ -153,8 +153,9 @@ int runSimulate(const Arguments& arguments) {
     }
     try {
         const auto radio = std::make_shared<SimRadio>(memoryOf(arguments), faults, baud);
+        Subscription saving;
         if (save) {
-            radio->onWriteCompleted = [&] { storeOrWarn(*radio, *save); };
+            saving = radio->onWriteCompleted.subscribe([&] { storeOrWarn(*radio, *save); });
         }
         PtyRadio terminal(radio);
         std::optional<DeviceLink> link;

@@ -3,8 +3,8 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
-#include <map>
+
+#include "base/Signal.h"
 
 /// Where the configuration that is being edited came from, and word of every change of it. Whoever
 /// replaces the configuration or edits it says so here; whoever shows it follows.
@@ -27,8 +27,8 @@ struct Moment {
 struct State {
     Origin origin = Origin::defaults;
     Moment now;
-    std::map<int, std::function<void()>> followers;  ///< see Follower
-    int nextFollower = 0;
+    /// One of begin(), edited() and saved() was said.
+    Signal<> onChange;
 };
 
 [[nodiscard]] State& state();
@@ -39,17 +39,5 @@ void begin(Origin origin);
 void edited();
 /// The configuration is in a file as it is now.
 void saved();
-
-/// Calls `told` after each of the three, for as long as it lives.
-class Follower {
-  public:
-    explicit Follower(std::function<void()> told);
-    ~Follower();
-    Follower(const Follower&) = delete;
-    Follower& operator=(const Follower&) = delete;
-
-  private:
-    int number_;
-};
 
 }  // namespace k520::documentOrigin

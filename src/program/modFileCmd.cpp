@@ -38,9 +38,7 @@ bool askAndKeep(SoftText question) {
 }
 
 void tellPanel() {
-    if (state().onFilePanel) {
-        state().onFilePanel();
-    }
+    state().onFilePanel.tell();
 }
 
 Remark remarkNow(std::string text, bool untilEdit = false) {

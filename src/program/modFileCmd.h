@@ -3,12 +3,12 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/Signal.h"
 #include "image/documentOrigin.h"
 
 /// The file commands of the main window: New, Open, Save and Save As, over the image, the channel
@@ -41,8 +41,8 @@ struct State {
     /// What the saves of configuration `savedDocument` wrote last, by path.
     std::map<std::string, std::vector<std::uint8_t>> savedBytes;
     std::uint32_t savedDocument = 0;
-    /// Called after the file panel, the remark or the notice was rewritten.
-    std::function<void()> onFilePanel;
+    /// The file panel, the remark or the notice was rewritten.
+    Signal<> onFilePanel;
 };
 
 [[nodiscard]] State& state();

@@ -91,12 +91,6 @@ void markCaptions() {
     }
 }
 
-void tellChanged() {
-    if (state().onChange) {
-        state().onChange();
-    }
-}
-
 }  // namespace
 
 State& state() {
@@ -112,7 +106,7 @@ void InitFace() {
         }
         markCaptions();
     });
-    tellChanged();
+    state().onChange.tell();
 }
 
 void InitOpt() {
@@ -120,7 +114,7 @@ void InitOpt() {
         fillLists();
         setCheckBoxes();
     });
-    tellChanged();
+    state().onChange.tell();
 }
 
 void optionClicked(int number, int value) {
@@ -132,7 +126,7 @@ void optionClicked(int number, int value) {
             check(option, value != 0);
         }
     });
-    tellChanged();
+    state().onChange.tell();
     documentOrigin::edited();
 }
 

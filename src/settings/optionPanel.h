@@ -3,10 +3,10 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <string>
 #include <vector>
 
+#include "base/Signal.h"
 #include "settings/optionTable.h"
 
 /// The optional-features panel: twelve drop-down lists and four check boxes over OptNow. It never
@@ -30,8 +30,8 @@ struct State {
     std::string frameCaption;
     /// The controls by option number.
     std::array<OptionControl, optionTable::optionCount> controls;
-    /// Called when captions, entries or selections were set, by the program or a user.
-    std::function<void()> onChange;
+    /// Captions, entries or selections were set, by the program or a user.
+    Signal<> onChange;
 };
 
 [[nodiscard]] State& state();

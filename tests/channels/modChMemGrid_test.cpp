@@ -124,7 +124,8 @@ TEST_F(Grid, ARefreshFollowsTheImage) {
     put(0x37A, {0x13, 0x60, 0x17, 0x40});
     put(0x130, {4});  // the first option
     int bandSeen = -1;
-    state().onFormRefresh = [&] { bandSeen = modModel::state().cboFrequency.selected; };
+    const auto following = state().onFormRefresh.subscribe(
+        [&] { bandSeen = modModel::state().cboFrequency.selected; });
     SoftDisplay();
     EXPECT_EQ(bandSeen, 0);
     EXPECT_EQ(row(2), "446.00625||None||narrow|low|no|off");

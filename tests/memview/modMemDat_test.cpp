@@ -38,7 +38,8 @@ TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
     EXPECT_EQ(grid.text(1, 6) + grid.text(2, 11) + grid.text(17, 1) + grid.text(512, 16),
               "051A00FF");
     std::set<std::pair<int, int>> told;
-    grid.onCellChanged = [&](int row, int column) { told.emplace(row, column); };
+    const auto following =
+        grid.onCellChanged.subscribe([&](int row, int column) { told.emplace(row, column); });
     cmdFillGrid_Click();
     EXPECT_TRUE(told.empty());
 

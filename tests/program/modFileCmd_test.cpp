@@ -63,7 +63,7 @@ class FileCommands : public test::ChannelFixture {
 
 TEST_F(FileCommands, TheCurrentFileIsToldAtOnce) {
     std::string told;
-    state().onFilePanel = [&] { told = state().filePanel; };
+    const auto following = state().onFilePanel.subscribe([&] { told = state().filePanel; });
     setCurrentFile("some.dat");
     EXPECT_THAT(told, HasSubstr("some.dat"));
 }
@@ -282,7 +282,7 @@ TEST_F(FileCommands, WordsHoldUntilTheyAreNoLongerTrue) {
         {NewFileSol, "", ""}};
     setCurrentFile(good);
     int told = 0;
-    const documentOrigin::Follower follower([&] { ++told; });
+    const auto following = documentOrigin::state().onChange.subscribe([&] { ++told; });
     int number = 0;
     for (const auto& [step, remark, origin] : steps) {
         SCOPED_TRACE(number++);

@@ -84,9 +84,6 @@ mdifrmMain::mdifrmMain()
 mdifrmMain::~mdifrmMain() {
     // Its children go after this window, and tell of it.
     mdi_->disconnect(this);
-    modChMem::state().onFormRefresh = nullptr;
-    optionPanel::state().onChange = nullptr;
-    modFileCmd::state().onFilePanel = nullptr;
 }
 
 modStartUp::StartResult mdifrmMain::Form_Load() {
@@ -129,9 +126,10 @@ void mdifrmMain::makeDocks() {
 }
 
 void mdifrmMain::connectCore() {
-    modChMem::state().onFormRefresh = [this] { followFormRefresh(); };
-    optionPanel::state().onChange = [this] { followPanel(); };
-    modFileCmd::state().onFilePanel = [this] { followDocument(); };
+    following_ = {modChMem::state().onFormRefresh.subscribe([this] { followFormRefresh(); }),
+                  optionPanel::state().onChange.subscribe([this] { followPanel(); }),
+                  modFileCmd::state().onFilePanel.subscribe([this] { followDocument(); }),
+                  documentOrigin::state().onChange.subscribe([this] { followDocument(); })};
     const auto* errors = errors_->findChild<QListView*>(QStringLiteral("listShowErr"));
     connect(errors->model(), &QAbstractItemModel::rowsInserted, status_,
             [this] { status_->setFailures(static_cast<int>(modShowErr::state().entries.size())); });

@@ -4,9 +4,10 @@
 
 #include <QMainWindow>
 #include <QTranslator>
+#include <array>
 #include <functional>
 
-#include "image/documentOrigin.h"
+#include "base/Signal.h"
 #include "link/protocol/communView.h"
 #include "program/modStartUp.h"
 
@@ -99,7 +100,7 @@ class mdifrmMain : public QMainWindow {
     frmSysSet* sysSet_ = nullptr;
     frmMemDat* memDat_ = nullptr;
     QTranslator toolkitTexts_;
-    documentOrigin::Follower document_{[this] { followDocument(); }};
+    std::array<Subscription, 4> following_;
 };
 
 }  // namespace k520

@@ -37,17 +37,13 @@ QVariant coloured(const Cell& cell, QColor (*colour)(const Colour&)) {
 
 CellGridModel::CellGridModel(CellGrid& grid, Rules rules, QObject* parent)
     : QAbstractTableModel(parent), grid_(grid), rules_(std::move(rules)) {
-    grid_.onCellChanged = [this](int row, int column) { noteChange(row, column); };
-    grid_.onReset = [this] {
+    cellChanged_ =
+        grid_.onCellChanged.subscribe([this](int row, int column) { noteChange(row, column); });
+    reset_ = grid_.onReset.subscribe([this] {
         changed_ = {};
         beginResetModel();
         endResetModel();
-    };
-}
-
-CellGridModel::~CellGridModel() {
-    grid_.onCellChanged = nullptr;
-    grid_.onReset = nullptr;
+    });
 }
 
 int CellGridModel::rowCount(const QModelIndex& parent) const {

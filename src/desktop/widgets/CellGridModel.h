@@ -11,8 +11,8 @@
 namespace k520 {
 
 /// A cell grid as an item model. The grid's row 0 and column 0, its titles, are the model's
-/// headers, so model row 0 is grid row 1. It is the grid's only observer while it lives; changes of
-/// many cells reach the views together, when events are next served.
+/// headers, so model row 0 is grid row 1. Changes of many cells reach the views together, when
+/// events are next served.
 class CellGridModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -30,9 +30,6 @@ class CellGridModel : public QAbstractTableModel {
     };
 
     CellGridModel(CellGrid& grid, Rules rules, QObject* parent);
-    ~CellGridModel() override;
-    CellGridModel(const CellGridModel&) = delete;
-    CellGridModel& operator=(const CellGridModel&) = delete;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -62,6 +59,8 @@ class CellGridModel : public QAbstractTableModel {
     CellGrid& grid_;
     Rules rules_;
     QRect changed_;  ///< model cells whose change the views have not been told yet
+    Subscription cellChanged_;
+    Subscription reset_;
 };
 
 /// Twips (1/1440 inch) of the settings as pixels of a screen with so many dots an inch.

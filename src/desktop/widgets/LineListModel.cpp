@@ -8,7 +8,7 @@ namespace k520 {
 
 LineListModel::LineListModel(LineList& list, QObject* parent)
     : QAbstractListModel(parent), list_(list), rows_(list.size()) {
-    list_.onInsert = [this](int line) {
+    inserted_ = list_.onInsert.subscribe([this](int line) {
         // The list tells of a line that is there already, and a model before it comes.
         unseen_ = line;
         beginInsertRows({}, line, line);
@@ -16,17 +16,12 @@ LineListModel::LineListModel(LineList& list, QObject* parent)
         ++rows_;
         endInsertRows();
         emit lineSelected(index(line));
-    };
-    list_.onClear = [this] {
+    });
+    cleared_ = list_.onClear.subscribe([this] {
         beginResetModel();
         rows_ = 0;
         endResetModel();
-    };
-}
-
-LineListModel::~LineListModel() {
-    list_.onInsert = nullptr;
-    list_.onClear = nullptr;
+    });
 }
 
 int LineListModel::rowCount(const QModelIndex& parent) const {

@@ -8,15 +8,12 @@
 
 namespace k520 {
 
-/// A line list as an item model; it is the list's only observer while it lives.
+/// A line list as an item model.
 class LineListModel : public QAbstractListModel {
     Q_OBJECT
 
   public:
     LineListModel(LineList& list, QObject* parent);
-    ~LineListModel() override;
-    LineListModel(const LineListModel&) = delete;
-    LineListModel& operator=(const LineListModel&) = delete;
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -31,6 +28,8 @@ class LineListModel : public QAbstractListModel {
     LineList& list_;
     int rows_;
     int unseen_ = none;  ///< a line that the views do not know of yet
+    Subscription inserted_;
+    Subscription cleared_;
 };
 
 }  // namespace k520

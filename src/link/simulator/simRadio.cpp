@@ -320,9 +320,7 @@ void SimRadio::endWriting(const Frame& /*frame*/, LineTime at) {
     answer(acknowledgement, at);
     if (blocksWritten_ > 0) {
         ++counters_.writes;
-        if (onWriteCompleted) {
-            onWriteCompleted();
-        }
+        onWriteCompleted.tell();
     }
 }
 

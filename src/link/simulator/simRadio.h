@@ -6,13 +6,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <functional>
 #include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
 #include "base/Clock.h"
+#include "base/Signal.h"
 #include "base/Text.h"
 #include "link/simulator/simFaults.h"
 
@@ -93,8 +93,8 @@ class SimRadio {
     }
     [[nodiscard]] const Counters& counters() const noexcept { return counters_; }
 
-    /// Called at the end of a write session with at least one block.
-    std::function<void()> onWriteCompleted;
+    /// A write session with at least one block has come to its end.
+    Signal<> onWriteCompleted;
 
     /// One port at a time holds the radio's cable. False where another one has it.
     [[nodiscard]] bool takeCable() noexcept;

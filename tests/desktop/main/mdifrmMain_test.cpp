@@ -91,7 +91,8 @@ TEST_F(MainWindow, TheVeryFirstStartOnlyLeavesItsMark) {
     EXPECT_THAT(folder.read("Uninstall.exe"), HasSubstr("FirRun=1"));
     main->close();  // without a question
     main.reset();
-    EXPECT_FALSE(modChMem::state().vsfgGridCh.onReset) << "a window was left behind";
+    EXPECT_FALSE(modChMem::state().vsfgGridCh.onReset.hasSubscribers())
+        << "a window was left behind";
 }
 
 TEST_F(MainWindow, ToolbarKeysAreComparedExactly) {

@@ -105,7 +105,7 @@ TEST_F(Session, WholeMemoryAtTheRadiosSpeed) {
 TEST_F(Session, ShowsItsProgressInOrder) {
     plug();
     int displays = 0;
-    modChMem::state().onFormRefresh = [&] { ++displays; };
+    const auto following = modChMem::state().onFormRefresh.subscribe([&] { ++displays; });
     modIicDat::state().readRange = modIicDat::state().writeRange = {0x330, 0x34F};
     view.gridTicked = true;
     cmdRead_Click(view);

@@ -65,7 +65,7 @@ TEST(SimRadio, AddressFormComesBackForTheWholeMemory) {
 TEST(SimRadio, WholeSessionsChangeTheMemoryAndAreCounted) {
     Host host;
     int completed = 0;
-    host.radio.onWriteCompleted = [&] { ++completed; };
+    const auto counting = host.radio.onWriteCompleted.subscribe([&] { ++completed; });
     host.handshake();
     EXPECT_EQ(host.exchange(block(0x57, 0x1FFE, 2, {0xAB, 0xCD})), acknowledge);
     EXPECT_EQ(host.exchange(acknowledge), acknowledge);
