@@ -2,7 +2,6 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <cstdint>
 #include <map>
 #include <optional>
 #include <span>
@@ -10,39 +9,46 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/argumentTables.h"
 #include "cli/helpTexts.h"
 
 namespace k520::cli {
 
+/// The name of an argument. One that no command has does not compile.
+class ArgumentName {
+  public:
+    consteval ArgumentName(const char* name) : name_(name) {  // NOLINT(*-explicit-*)
+        if (!argumentTables::has(name_)) {
+            noCommandHasIt();
+        }
+    }
+    constexpr ArgumentName(const Argument& argument)
+        : name_(argument.name) {}  // NOLINT(*-explicit-*)
+
+    [[nodiscard]] constexpr std::string_view text() const { return name_; }
+
+  private:
+    /// Not constant, so that a call of it ends the compilation.
+    static void noCommandHasIt() {}
+
+    std::string_view name_;
+};
+
 /// The words of one command line, by the names of the table's arguments.
 class Arguments {
   public:
+    /// One entry for each argument of the command, given or not.
     std::map<std::string, std::vector<std::string>, std::less<>> values;
 
-    [[nodiscard]] bool has(std::string_view name) const { return !list(name).empty(); }
+    [[nodiscard]] bool has(ArgumentName name) const { return !list(name).empty(); }
     /// The one value of an argument that was given or is required.
-    [[nodiscard]] const std::string& at(std::string_view name) const { return list(name).at(0); }
-    [[nodiscard]] std::optional<std::string> get(std::string_view name) const {
+    [[nodiscard]] const std::string& at(ArgumentName name) const { return list(name).at(0); }
+    [[nodiscard]] std::optional<std::string> get(ArgumentName name) const {
         return has(name) ? std::optional(at(name)) : std::nullopt;
     }
-    /// All values, in the order given.
-    [[nodiscard]] const std::vector<std::string>& list(std::string_view name) const;
-};
-
-enum class ArgumentKind : std::uint8_t {
-    positional,      ///< a word by its place; required
-    positionalList,  ///< all remaining words; at least one
-    option,          ///< an option with a value
-    required,        ///< an option with a value that has to be given
-    flag,            ///< an option without a value
-};
-
-struct Argument {
-    std::string_view name;   ///< how the command asks for it, and the long option: "output"
-    std::string_view flags;  ///< "-o,--output"; for positional words what help shows: "FILE"
-    std::string_view value;  ///< what help calls the value: "OUT"
-    ArgumentKind kind;
-    Text help;
+    /// All values, in the order given. Raises std::logic_error, as the others do, for an argument
+    /// that this command does not have.
+    [[nodiscard]] const std::vector<std::string>& list(ArgumentName name) const;
 };
 
 /// One command. The table of these drives parsing, the help texts and whatever else is made from

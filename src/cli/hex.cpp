@@ -19,7 +19,7 @@ namespace {
 
 using modMemDat::bytesPerRow;
 
-int addressArgument(const Arguments& arguments, const char* name, int fallback) {
+int addressArgument(const Arguments& arguments, ArgumentName name, int fallback) {
     auto text = arguments.get(name);
     if (!text) {
         return fallback;
@@ -35,7 +35,7 @@ int addressArgument(const Arguments& arguments, const char* name, int fallback) 
     } catch (const RuntimeError&) {
         // Told below, with the option's name.
     }
-    refuse(say(texts::notAnAddress, name, arguments.at(name)));
+    refuse(say(texts::notAnAddress, name.text(), arguments.at(name)));
 }
 
 std::string hexRow(int rowStart, int from, int to) {

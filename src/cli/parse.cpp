@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <memory>
 #include <span>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
@@ -61,7 +62,7 @@ void refuseBrackets(const Request& request, Words words) {
     for (const std::string_view word : words) {
         const bool single = std::ranges::any_of(known, [&](const Argument& argument) {
             return argument.kind != ArgumentKind::positionalList &&
-                   std::ranges::count(request.arguments.list(argument.name), word) != 0;
+                   std::ranges::count(request.arguments.list(argument), word) != 0;
         });
         if (word.starts_with('[') && word.ends_with(']') && !single &&
             request.programFolder != word) {
@@ -230,10 +231,12 @@ class Parser {
 
 }  // namespace
 
-const std::vector<std::string>& Arguments::list(std::string_view name) const {
-    static const std::vector<std::string> none;
-    const auto found = values.find(name);
-    return found == values.end() ? none : found->second;
+const std::vector<std::string>& Arguments::list(ArgumentName name) const {
+    const auto found = values.find(name.text());
+    if (found == values.end()) {
+        throw std::logic_error(std::string(name.text()));
+    }
+    return found->second;
 }
 
 Request parse(int count, const char* const* words) {

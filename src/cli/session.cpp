@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <initializer_list>
-#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -110,7 +109,7 @@ int forgetUnfinished(const std::string& file) {
 
 /// --list and --forget need no radio, all else does.
 void requireOneWish(const Arguments& arguments) {
-    const auto given = [&](std::initializer_list<std::string_view> names) {
+    const auto given = [&](std::initializer_list<ArgumentName> names) {
         return std::ranges::count_if(names, [&](auto name) { return arguments.has(name); });
     };
     const auto alone = given({"list", "forget"});

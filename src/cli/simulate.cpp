@@ -39,19 +39,19 @@ std::optional<std::uint32_t> parseCount(std::string_view text) {
     refuse(say(texts::notANumberFromOne, name, text));
 }
 
-std::optional<std::uint32_t> countOf(const Arguments& arguments, std::string_view name) {
+std::optional<std::uint32_t> countOf(const Arguments& arguments, ArgumentName name) {
     const auto text = arguments.get(name);
     if (!text) {
         return std::nullopt;
     }
     const auto count = parseCount(*text);
     if (!count) {
-        refuseCount(name, *text);
+        refuseCount(name.text(), *text);
     }
     return count;
 }
 
-void addByteFault(const Arguments& arguments, std::string_view name, ByteFaultKind kind,
+void addByteFault(const Arguments& arguments, ArgumentName name, ByteFaultKind kind,
                   std::vector<ByteFault>& faults) {
     if (const auto byte = countOf(arguments, name)) {
         faults.push_back({.kind = kind, .byte = *byte});
