@@ -12,6 +12,7 @@
 #include "base/Checked.h"
 #include "base/Controls.h"
 #include "base/Procedure.h"
+#include "image/modIicDat.h"
 #include "link/port/SerialPort.h"
 #include "link/protocol/communView.h"
 
@@ -123,6 +124,8 @@ void addDataLine(std::string line);
 /// fails with 9, an address that the radio's form cannot hold with 5; the other list is built all
 /// the same. Label "modCommun->InitProtocol".
 void InitProtocol();
+/// Builds them from ranges that the image does not know of.
+void InitProtocol(const modIicDat::AddressRange& read, const modIicDat::AddressRange& write);
 
 /// Cuts a script into the token array. Of more than 200 tokens the rest is dropped and reported
 /// with 9 under "modCommun->ConvComCode"; the step then counts as failed.

@@ -42,10 +42,13 @@ void build(ScriptList& list, const modIicDat::AddressRange& range, const ListFor
 }  // namespace
 
 void InitProtocol() {
+    InitProtocol(modIicDat::state().readRange, modIicDat::state().writeRange);
+}
+
+void InitProtocol(const modIicDat::AddressRange& read, const modIicDat::AddressRange& write) {
     State& s = state();
-    const auto& image = modIicDat::state();
-    guarded(procedures::initProtocol, [&] { build(s.readList, image.readRange, readForm); });
-    guarded(procedures::initProtocol, [&] { build(s.writeList, image.writeRange, writeForm); });
+    guarded(procedures::initProtocol, [&] { build(s.readList, read, readForm); });
+    guarded(procedures::initProtocol, [&] { build(s.writeList, write, writeForm); });
 }
 
 void ConvComCode(std::string_view script) {

@@ -5,7 +5,6 @@
 #include <array>
 #include <chrono>
 #include <string>
-#include <utility>
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
@@ -59,69 +58,53 @@ void copyFromImage(const ScriptStep& step, MemoryImage& image) {
     }
 }
 
-/// What tells the two sessions apart.
-struct Plan {
+/// What tells the two directions apart.
+struct Way {
     Direction direction;
     std::string_view label;
     modCommun::ScriptList modCommun::State::*list;
-    void (*prepare)();
     void (*beforeStep)(const ScriptStep&, MemoryImage&);
     void (*afterStep)(const ScriptStep&, MemoryImage&);
-    void (*display)();  ///< after success
-    bool ownImage;      ///< works on another image than the one that the windows show
     SoftText busyText;
-    SoftText successText;
     SoftText failureText;
 };
 
-constexpr Plan readPlan{.direction = Direction::read,
-                        .label = "frmCommun->cmdRead_Click",
-                        .list = &modCommun::State::readList,
-                        .prepare = nothing,
-                        .beforeStep = nothingForStep,
-                        .afterStep = copyToImage,
-                        .display = showWhatWasRead,
-                        .ownImage = false,
-                        .busyText = SoftText::reading,
-                        .successText = SoftText::readDone,
-                        .failureText = SoftText::readFailed};
+constexpr Way reading{.direction = Direction::read,
+                      .label = "frmCommun->cmdRead_Click",
+                      .list = &modCommun::State::readList,
+                      .beforeStep = nothingForStep,
+                      .afterStep = copyToImage,
+                      .busyText = SoftText::reading,
+                      .failureText = SoftText::readFailed};
 
 // `noStatus`, text 168, is empty: a write shows nothing but percents and, late, the count of
 // attempts. Reading has its status texts in a row from 164; of the rows after 168 only 171 and 172
 // are such short status words for success and failure (77 and 78 speak of the communication as a
 // whole).
-constexpr Plan writePlan{.direction = Direction::write,
-                         .label = "frmCommun->cmdWrite_Click",
-                         .list = &modCommun::State::writeList,
-                         .prepare = encodeAndStamp,
-                         .beforeStep = copyFromImage,
-                         .afterStep = nothingForStep,
-                         .display = nothing,
-                         .ownImage = false,
-                         .busyText = SoftText::noStatus,
-                         .successText = SoftText::done,
-                         .failureText = SoftText::failed};
+constexpr Way writing{.direction = Direction::write,
+                      .label = "frmCommun->cmdWrite_Click",
+                      .list = &modCommun::State::writeList,
+                      .beforeStep = copyFromImage,
+                      .afterStep = nothingForStep,
+                      .busyText = SoftText::noStatus,
+                      .failureText = SoftText::failed};
 
-// `noStatus` again: nothing is called a success before whoever asked for the bytes has judged them.
-constexpr Plan readIntoPlan = [] {
-    Plan plan = readPlan;
-    plan.display = nothing;
-    plan.successText = SoftText::noStatus;
-    plan.ownImage = true;
-    return plan;
-}();
+// Nothing is called a success before whoever asked for the bytes has judged them.
+constexpr SoftText noSuccessText = SoftText::noStatus;
 
-constexpr Plan writeFromPlan = [] {
-    Plan plan = writePlan;
-    plan.prepare = nothing;
-    plan.ownImage = true;
-    return plan;
-}();
-
-/// What a session works on.
+/// What a session works on, and what it does besides.
 struct Job {
-    const Plan& plan;
+    const Way& way;
+    modIicDat::AddressRange range;
     MemoryImage& image;
+    SoftText successText;
+    void (*prepare)() = nothing;
+    void (*display)() = nothing;  ///< after success
+    /// The memory window shows this image, and follows it.
+    bool inMemoryWindow = false;
+    /// How the last texts stand: between the stages of a run the interface has no reason to stand
+    /// still.
+    void (Clock::*pause)(Clock::Microseconds) = &Clock::sleepUntil;
     /// Has the last word on a success; none means yes.
     std::function<bool()> accept = nullptr;
 };
@@ -140,7 +123,7 @@ class Session {
     Session(const Job& job, CommunView& view) : job_(job), view_(view), inForce_(view) {}
 
     Result run() {
-        guarded(plan_.label, [&] { prepare(); });
+        guarded(way_.label, [&] { prepare(); });
         const auto start = theClock().now();
         modCommun::OpenCom();
         if (link_.portFailureFlag != modCommun::flagFalse) {
@@ -151,7 +134,7 @@ class Session {
         // An error that escapes from here, such as a block beyond the image, would meet every
         // attempt: it ends the session as failed.
         logged_ = modShowErr::state().entries.size();
-        guarded(plan_.label, [&] {
+        guarded(way_.label, [&] {
             begin();
             Outcome outcome = attempts();
             if (outcome == Outcome::succeeded && job_.accept && !job_.accept()) {
@@ -163,15 +146,15 @@ class Session {
         result_.failedAttempts = link_.attemptCounter;
         result_.duration = theClock().now() - start;
         state().busyMark = modCommun::flagFalse;
-        guarded(plan_.label, [&] { end(); });
-        guarded(plan_.label, [&] { settle(); });
+        guarded(way_.label, [&] { end(); });
+        guarded(way_.label, [&] { settle(); });
         return result_;
     }
 
   private:
     void prepare() {
-        plan_.prepare();
-        modCommun::InitProtocol();
+        job_.prepare();
+        buildScripts();
         link_.attemptCounter = 0;
         link_.pollInterval = pollIntervalMs;
         link_.secondValue = secondValueAtStart;
@@ -181,11 +164,18 @@ class Session {
         view_.setBlinking(true);
     }
 
+    void buildScripts() const {
+        auto readRange = modIicDat::state().readRange;
+        auto writeRange = modIicDat::state().writeRange;
+        (way_.direction == Direction::read ? readRange : writeRange) = job_.range;
+        modCommun::InitProtocol(readRange, writeRange);
+    }
+
     void begin() {
-        view_.enableStart(plan_.direction, false);
+        view_.enableStart(way_.direction, false);
         state().busyMark = modCommun::flagTrue;
         view_.setBusy(true);
-        view_.setStatus(modSoftFace::text(plan_.busyText));
+        view_.setStatus(modSoftFace::text(way_.busyText));
     }
 
     Outcome attempts() {
@@ -210,7 +200,7 @@ class Session {
         result_.failedAttempts = link_.attemptCounter;
         result_.unanswered = modShowErr::state().entries.size() == logged_;
         if (result_.unanswered) {
-            guarded(plan_.label, [&] {
+            guarded(way_.label, [&] {
                 throw RuntimeError(
                     errNum::deviceIo,
                     say(result_.mostSteps == 0 ? texts::noValidAnswer : texts::attemptsBrokeOff,
@@ -245,14 +235,14 @@ class Session {
     bool runStep(std::int16_t number) {
         const ScriptStep& step = list_.steps(number, "script table");
         link_.currentStep = number;
-        plan_.beforeStep(step, job_.image);
+        way_.beforeStep(step, job_.image);
         modCommun::ConvComCode(step.script);
         modCommun::ProtocolCom();
         if (link_.failureFlag != modCommun::flagFalse) {
             return false;
         }
         ShowComPercent(step.percent);
-        plan_.afterStep(step, job_.image);
+        way_.afterStep(step, job_.image);
         if (step.size > 0) {
             result_.lastAddress = step.address;
         }
@@ -269,7 +259,7 @@ class Session {
             }
         }
         if (count > countShownAfter) {
-            view_.setStatus(numberText(count) + " " + modSoftFace::text(plan_.busyText));
+            view_.setStatus(numberText(count) + " " + modSoftFace::text(way_.busyText));
         }
         return false;
     }
@@ -278,40 +268,39 @@ class Session {
         view_.setBusy(false);
         view_.resetStopBox();
         view_.setBlinking(false);
-        if (!plan_.ownImage) {
+        if (job_.inMemoryWindow) {
             // A session that failed has changed the image, too.
             modMemDat::followImage();
         }
         if (result_.outcome != Outcome::succeeded) {
-            view_.setStatus(modSoftFace::text(plan_.failureText));
+            view_.setStatus(modSoftFace::text(way_.failureText));
             return;
         }
-        plan_.display();
-        view_.setStatus(modSoftFace::text(plan_.successText));
+        job_.display();
+        view_.setStatus(modSoftFace::text(job_.successText));
         view_.setProgress(100);
-        if (!plan_.ownImage && view_.showMemDatTicked()) {
+        if (job_.inMemoryWindow && view_.showMemDatTicked()) {
             modMemDat::TableFreDat();
         }
     }
 
     void settle() {
         modCommun::DelayNms(servedPauseMs);
-        const auto end = theClock().now() + plainPause;
-        // Between the stages of a run the interface has no reason to stand still.
-        plan_.ownImage ? theClock().waitUntil(end) : theClock().sleepUntil(end);
+        Clock& clock = theClock();
+        (clock.*job_.pause)(clock.now() + plainPause);
         view_.setProgress(0);
         view_.setStatus("");
         view_.setPercentText("");
-        view_.enableStart(plan_.direction, true);
+        view_.enableStart(way_.direction, true);
         view_.resetStopBox();
     }
 
     const Job& job_;
-    const Plan& plan_ = job_.plan;
+    const Way& way_ = job_.way;
     CommunView& view_;
     ViewInForce inForce_;
     modCommun::State& link_ = modCommun::state();
-    const modCommun::ScriptList& list_ = link_.*plan_.list;
+    const modCommun::ScriptList& list_ = link_.*way_.list;
     Result result_;
     /// Failures in the error list when the attempts began.
     std::size_t logged_ = 0;
@@ -327,19 +316,15 @@ Result runSession(const Job& job, CommunView& view) {
     return Session(job, view).run();
 }
 
-/// Sets one of the address ranges for as long as it lives.
-class RangeInForce {
-  public:
-    RangeInForce(modIicDat::AddressRange& range, modIicDat::AddressRange value)
-        : range_(range), before_(std::exchange(range, value)) {}
-    ~RangeInForce() { range_ = before_; }
-    RangeInForce(const RangeInForce&) = delete;
-    RangeInForce& operator=(const RangeInForce&) = delete;
-
-  private:
-    modIicDat::AddressRange& range_;
-    modIicDat::AddressRange before_;
-};
+/// The read that fills the windows.
+Job readOfAll(MemoryImage& image) {
+    return {.way = reading,
+            .range = modIicDat::state().readRange,
+            .image = image,
+            .successText = SoftText::readDone,
+            .display = showWhatWasRead,
+            .inMemoryWindow = true};
+}
 
 struct FieldRow {
     std::string_view control;
@@ -369,34 +354,49 @@ State& state() {
 }
 
 Result cmdRead_Click(CommunView& view) {
-    return runSession({readPlan, modIicDat::IicDat()}, view);
+    return runSession(readOfAll(modIicDat::IicDat()), view);
 }
 
 Result cmdWrite_Click(CommunView& view) {
-    return runSession({writePlan, modIicDat::IicDat()}, view);
+    return runSession({.way = writing,
+                       .range = modIicDat::state().writeRange,
+                       .image = modIicDat::IicDat(),
+                       .successText = SoftText::done,
+                       .prepare = encodeAndStamp,
+                       .inMemoryWindow = true},
+                      view);
 }
 
 Result readInto(CommunView& view, modIicDat::AddressRange range, MemoryImage& image) {
-    const RangeInForce inForce(modIicDat::state().readRange, range);
-    return runSession({readIntoPlan, image}, view);
+    return runSession({.way = reading,
+                       .range = range,
+                       .image = image,
+                       .successText = noSuccessText,
+                       .pause = &Clock::waitUntil},
+                      view);
 }
 
 Result readIfAccepted(CommunView& view, const std::function<bool(const MemoryImage&)>& accept) {
     MemoryImage waiting = modIicDat::IicDat();
-    const auto takeOver = [&] {
+    Job job = readOfAll(waiting);
+    job.accept = [&] {
         const bool accepted = accept(waiting);
         if (accepted) {
             modIicDat::IicDat() = waiting;
         }
         return accepted;
     };
-    return runSession({readPlan, waiting, takeOver}, view);
+    return runSession(job, view);
 }
 
 Result writeFrom(CommunView& view, modIicDat::AddressRange range, const MemoryImage& image) {
-    const RangeInForce inForce(modIicDat::state().writeRange, range);
     MemoryImage source = image;
-    return runSession({writeFromPlan, source}, view);
+    return runSession({.way = writing,
+                       .range = range,
+                       .image = source,
+                       .successText = SoftText::done,
+                       .pause = &Clock::waitUntil},
+                      view);
 }
 
 RadioState radioStateAfter(const Result& result) noexcept {
