@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
 #include <tuple>
 
 #include "channels/modChMem.h"
@@ -83,12 +82,6 @@ bool setPanel(const Shown& shown) {
     return changed;
 }
 
-void tell(const std::function<void()>& follower) {
-    if (follower) {
-        follower();
-    }
-}
-
 }  // namespace
 
 bool operator==(const Document& a, const Document& b) {
@@ -125,10 +118,10 @@ void restore(const Document& document) {
     setBand(document.band);
     showGrid(document.shown);
     if (setPanel(document.shown)) {
-        tell(optionPanel::state().onChange);
+        optionPanel::state().onChange.tell();
     }
     if (otherBand || otherImage) {
-        tell(modChMem::state().onFormRefresh);
+        modChMem::state().onFormRefresh.tell();
     }
 }
 

@@ -134,9 +134,10 @@ TEST_F(DocumentTest, TellsWindowsOfWhatChangedAlone) {
     std::vector<std::pair<int, int>> cells;
     int panels = 0;
     int forms = 0;
-    grid().onCellChanged = [&](int row, int col) { cells.emplace_back(row, col); };
-    optionPanel::state().onChange = [&] { ++panels; };
-    modChMem::state().onFormRefresh = [&] { ++forms; };
+    const auto drawing =
+        grid().onCellChanged.subscribe([&](int row, int col) { cells.emplace_back(row, col); });
+    const auto following = optionPanel::state().onChange.subscribe([&] { ++panels; });
+    const auto refreshing = modChMem::state().onFormRefresh.subscribe([&] { ++forms; });
     restore(kept);
     EXPECT_TRUE(cells.empty());
     EXPECT_EQ(panels + forms, 0);
