@@ -193,7 +193,7 @@ Comparison compare(const Picture& a, const Picture& b) {
 Comparison compareImages(const MemoryImage& a, const MemoryImage& b) {
     const auto kept = capture();
     const auto pictureA = decoded(a);
-    const auto comparison = compare(pictureA, decoded(b));
+    auto comparison = compare(pictureA, decoded(b));
     restore(kept);
     return comparison;
 }

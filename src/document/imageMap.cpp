@@ -28,7 +28,8 @@ constexpr std::array<std::uint8_t, channelRecord::size> usedBits() {
     std::array<std::uint8_t, channelRecord::size> used{};
     for (const auto& part : channelRecord::parts) {
         for (int i = 0; i < part.length; ++i) {
-            used[static_cast<std::size_t>(part.offset + i)] = wholeByte;
+            const int place = part.offset + i;
+            used[static_cast<std::size_t>(place)] = wholeByte;
         }
     }
     for (const auto& parameter : channelRecord::parameters) {
