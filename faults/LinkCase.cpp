@@ -162,10 +162,10 @@ Bytes overlaid(Bytes base, std::span<const std::uint8_t> source, modIicDat::Addr
 void runSession(const LinkCase& job, LinkVerdict& verdict) {
     StopView view(job.stops);
     const safeguards::Choices choices{.readBack = job.guarded};
-    const auto report = job.direction == Direction::read ? safeguards::read(view, choices)
+    const auto ending = job.direction == Direction::read ? safeguards::read(view, choices)
                                                          : safeguards::write(view, choices);
-    verdict.result = report.result;
-    verdict.good = report.good;
+    verdict.result = ending.result;
+    verdict.good = ending.good();
 }
 
 void noteEnd(const SimRadio& radio, LinkVerdict& verdict) {

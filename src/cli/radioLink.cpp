@@ -35,6 +35,10 @@ namespace k520::cli {
 
 namespace {
 
+using safeguards::Arrived;
+using safeguards::Task;
+using safeguards::What;
+
 /// The number of a port that is given as one; nothing for a device.
 std::optional<std::int16_t> portNumber(const std::string& port) {
     std::string digits = lowerAscii(port);
@@ -80,37 +84,46 @@ void keepOutside(modIicDat::AddressRange range, const MemoryImage& before) {
     }
 }
 
-std::string remedy(const safeguards::Report& report) {
-    return say(report.restored ? texts::restoreAgainFirst : texts::writeAgainFirst);
+std::string remedy(const safeguards::Ending& ending) {
+    return say(ending.task == Task::restore ? texts::restoreAgainFirst : texts::writeAgainFirst);
 }
 
-/// What became of things when a session did not succeed, by the stage that it was.
-std::string consequence(const safeguards::Report& report) {
-    using enum modSession::RadioState;
-    switch (report.stage) {
-        case Stage::read:
-            return say(texts::readFailed);
-        case Stage::backUp:
-            return say(texts::backUpReadFailed);
-        case Stage::compare:
-            return say(report.restored  ? texts::restoredNotCompared
-                       : report.written ? texts::writeNotCompared
-                                        : texts::secondReadFailed);
-        case Stage::write:
-        case Stage::restore:
-            break;
-    }
-    switch (modSession::radioStateAfter(report.result)) {
-        case untouched:
-            break;
-        case unknown:
-            return say(texts::writeFailedUnknown, remedy(report));
-        case partlyWritten:
-            return say(texts::writeFailedPartly,
-                       *report.result.furthestAddress + scriptText::blockLength - 1,
-                       remedy(report));
-    }
-    return say(texts::writeFailedUntouched);
+/// A bad end in words. A text may take the remedy and the last address that was written.
+struct Words {
+    safeguards::Kind kind;
+    const Text* text;
+};
+
+constexpr Words words[] = {
+    {{What::notStored, Task::write}, &texts::noBackupNoWrite},
+    {{What::notStored}, &texts::noCopyNoSave},
+    {{What::notReadable}, &texts::nothingSent},
+    {{What::differs, Task::write}, &texts::radioHoldsOther},
+    {{What::differs, Task::restore}, &texts::radioHoldsOther},
+    {{What::differs}, &texts::twoReadsDiffer},
+    {.kind = {.stage = Stage::read}, .text = &texts::readFailed},
+    {.kind = {.stage = Stage::backUp}, .text = &texts::backUpReadFailed},
+    {.kind = {.task = Task::write, .stage = Stage::compare}, .text = &texts::writeNotCompared},
+    {.kind = {.task = Task::restore, .stage = Stage::compare}, .text = &texts::restoredNotCompared},
+    {.kind = {.stage = Stage::compare}, .text = &texts::secondReadFailed},
+    {.kind = {.arrived = Arrived::perhapsPart}, .text = &texts::writeFailedUnknown},
+    {.kind = {.arrived = Arrived::part}, .text = &texts::writeFailedPartly},
+    {.kind = {}, .text = &texts::writeFailedUntouched},
+};
+
+/// Prints what differs, and says how many bytes do. The stamp, which comparisons leave out, counts
+/// here.
+std::string printDifferences(const safeguards::Ending& ending) {
+    const bool written = ending.written();
+    const auto comparison = document::compareImages(ending.expected, ending.found);
+    print(comparisonText(comparison, say(written ? texts::sideSent : texts::sideFirst),
+                         say(written ? texts::sideRadio : texts::sideSecond)));
+    return comparison.equal() ? say(texts::onlyTheStamp) : countText(comparison);
+}
+
+std::string verdict(const safeguards::Ending& ending) {
+    const int last = ending.result.furthestAddress.value_or(0) + scriptText::blockLength - 1;
+    return say(*safeguards::rowFor(ending, words).text, remedy(ending), last);
 }
 
 /// What to do about a port that cannot be opened, where its failure does not say so itself.
@@ -193,8 +206,8 @@ void RadioLink::printTrace(const std::string& line) {
 
 void RadioLink::read(const safeguards::Choices& choices) {
     const MemoryImage before = modIicDat::IicDat();
-    const auto report = safeguards::read(view_, choices);
-    conclude(report);
+    const auto ending = safeguards::read(view_, choices);
+    conclude(ending);
     keepOutside(modIicDat::state().readRange, before);
 }
 
@@ -207,56 +220,39 @@ void RadioLink::restore(const std::string& file, const safeguards::Choices& choi
 }
 
 std::string RadioLink::takeBack(const safeguards::Choices& choices) {
-    const auto report = safeguards::takeBack(view_, choices);
-    conclude(report);
-    return report.backup.string();
+    const auto ending = safeguards::takeBack(view_, choices);
+    conclude(ending);
+    return ending.backup.string();
 }
 
-void RadioLink::conclude(const safeguards::Report& report) {
+void RadioLink::conclude(const safeguards::Ending& ending) {
     view_.clear();
-    if (!report.displaced.empty()) {
-        warn(say(texts::keptBeside, report.backup.string(), report.displaced.string()));
+    if (!ending.displaced.empty()) {
+        warn(say(texts::keptBeside, ending.backup.string(), ending.displaced.string()));
     }
-    if (report.good) {
-        tellOfLateFailures(report.begin);
+    if (ending.good()) {
+        tellOfLateFailures(ending.begin);
         return;
     }
-    warnBetween(report.begin, report.mark);
-    if (report.otherRadio) {
-        failForUnknownBackup(say(texts::matchesNoNote));
-    }
-    if (!report.possible.empty()) {
-        print(backupLines(report.possible));
-        fail(say(texts::severalPossible));
-    }
-    if (!report.backupTrouble.empty()) {
-        fail(say(texts::withCause,
-                 say(report.direction == Direction::read                 ? texts::noCopyNoSave
-                     : report.stage == Stage::backUp && !report.restored ? texts::noBackupNoWrite
-                                                                         : texts::nothingSent),
-                 report.backupTrouble));
-    }
-    if (!report.differences.empty()) {
-        failForDifferences(report);
-    }
-    fail(say(texts::withCause, consequence(report), causeOf(report)) + wayBack(report));
+    warnBetween(ending.begin, ending.mark);
+    failFor(ending);
 }
 
-/// Prints what differs. The stamp, which comparisons leave out, counts here.
-void RadioLink::failForDifferences(const safeguards::Report& report) const {
-    const bool written = report.written;
-    const auto comparison = document::compareImages(report.expected, report.found);
-    print(comparisonText(comparison, say(written ? texts::sideSent : texts::sideFirst),
-                         say(written ? texts::sideRadio : texts::sideSecond)));
-    const auto count = comparison.equal() ? say(texts::onlyTheStamp) : countText(comparison);
-    const auto verdict =
-        written ? say(texts::radioHoldsOther, remedy(report)) : say(texts::twoReadsDiffer);
-    fail(say(texts::withCause, verdict, count) + wayBack(report));
+void RadioLink::failFor(const safeguards::Ending& ending) const {
+    switch (ending.what) {
+        case What::otherRadio:
+            failForUnknownBackup(say(texts::matchesNoNote));
+        case What::severalPossible:
+            print(backupLines(ending.possible));
+            fail(say(texts::severalPossible));
+        default:
+            fail(say(texts::withCause, verdict(ending), causeOf(ending)) + wayBack(ending));
+    }
 }
 
 /// How to put back what the radio held, once a write has begun to change it.
-std::string RadioLink::wayBack(const safeguards::Report& report) const {
-    if (report.backup.empty() || report.restored) {
+std::string RadioLink::wayBack(const safeguards::Ending& ending) const {
+    if (ending.backup.empty() || ending.task == Task::restore) {
         return {};
     }
     const bool named = port_ == VirtualPort::name || portNumber(port_);
@@ -264,9 +260,9 @@ std::string RadioLink::wayBack(const safeguards::Report& report) const {
     const auto command = [&](const std::filesystem::path& backup) {
         return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
     };
-    auto text = safeguards::radioChanged(report) ? say(texts::putBackBy, command(report.backup))
-                                                 : say(texts::backupIs, report.backup.string());
-    for (const auto& earlier : report.earlier) {
+    auto text = ending.radioChanged() ? say(texts::putBackBy, command(ending.backup))
+                                      : say(texts::backupIs, ending.backup.string());
+    for (const auto& earlier : ending.earlier) {
         text += say(texts::earlierPutBackBy, command(earlier));
     }
     return text;
@@ -317,16 +313,28 @@ void RadioLink::tellOfLateFailures(std::size_t mark) {
     }
 }
 
-std::string RadioLink::causeOf(const safeguards::Report& report) const {
-    if (report.result.outcome == modSession::Outcome::stopped) {
+std::string RadioLink::causeOf(const safeguards::Ending& ending) const {
+    switch (ending.what) {
+        case What::notStored:
+        case What::notReadable:
+            return ending.backupTrouble;
+        case What::differs:
+            return printDifferences(ending);
+        default:
+            return causeOfBreak(ending);
+    }
+}
+
+std::string RadioLink::causeOfBreak(const safeguards::Ending& ending) const {
+    if (ending.result.outcome == modSession::Outcome::stopped) {
         return say(texts::stoppedOnRequest);
     }
     const auto& entries = modShowErr::state().entries;
-    if (!report.result.unanswered && report.mark < entries.size()) {
-        return fmt::format("{}{}", entries[report.mark].source,
-                           remedyFor(entries[report.mark].number));
+    if (!ending.result.unanswered && ending.mark < entries.size()) {
+        return fmt::format("{}{}", entries[ending.mark].source,
+                           remedyFor(entries[ending.mark].number));
     }
-    return say(texts::noAnswerAtPort, port_, report.result.failedAttempts);
+    return say(texts::noAnswerAtPort, port_, ending.result.failedAttempts);
 }
 
 }  // namespace k520::cli

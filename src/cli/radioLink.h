@@ -48,15 +48,16 @@ class RadioLink {
     std::string takeBack(const safeguards::Choices& choices);
 
   private:
-    void conclude(const safeguards::Report& report);
-    void failForDifferences(const safeguards::Report& report) const;
-    [[nodiscard]] std::string wayBack(const safeguards::Report& report) const;
+    void conclude(const safeguards::Ending& ending);
+    [[noreturn]] void failFor(const safeguards::Ending& ending) const;
+    [[nodiscard]] std::string wayBack(const safeguards::Ending& ending) const;
     void printTrace(const std::string& line);
     /// What stages that succeeded have left in the error list, before one that did not.
     static void warnBetween(std::size_t begin, std::size_t end);
     /// What a run that succeeded has left there.
     static void tellOfLateFailures(std::size_t mark);
-    [[nodiscard]] std::string causeOf(const safeguards::Report& report) const;
+    [[nodiscard]] std::string causeOf(const safeguards::Ending& ending) const;
+    [[nodiscard]] std::string causeOfBreak(const safeguards::Ending& ending) const;
     void choosePort() const;
     void collectTrace();
 

@@ -39,8 +39,8 @@ inline constexpr Text writeFailedUntouched{"写入失败，对讲机的数据没
 inline constexpr Text writeFailedUnknown{"写入失败，对讲机可能已被部分写入；{}",
                                          "write failed, the radio may be partly written; {}"};
 inline constexpr Text writeFailedPartly{
-    "写入失败，对讲机只写入了一部分，到地址 {:04X}；{}",
-    "write failed, the radio is partly written, up to address {:04X}; {}"};
+    "写入失败，对讲机只写入了一部分，到地址 {1:04X}；{0}",
+    "write failed, the radio is partly written, up to address {1:04X}; {0}"};
 inline constexpr Text withCause{"{}：{}", "{}: {}"};
 
 // Why

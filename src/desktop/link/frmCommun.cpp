@@ -152,7 +152,7 @@ void frmCommun::prepare(Direction direction) {
 
 void frmCommun::showBeforeRun() {
     const auto start = plainCaption(startButton(direction_)->text());
-    result_->setEnding(sessionAdvice::beforeRun(direction_, stdText(start)));
+    result_->setNotice(sessionAdvice::beforeRun(direction_, stdText(start)));
 }
 
 void frmCommun::done(int result) {
@@ -248,24 +248,24 @@ void frmCommun::held(std::vector<Stage> stages, Body&& body) {
     prgCommunicate_->setValue(0);
     setRunning(true);
     guards_->start(std::move(stages));
-    safeguards::Report report;
+    safeguards::Ending ending;
     // Whatever happens, the dialog must open up again.
-    const bool ran = guarded("frmCommun->held", [&] { report = body(); });
-    guards_->finish(ran && report.good);
+    const bool ran = guarded("frmCommun->held", [&] { ending = body(); });
+    guards_->finish(ran && ending.good());
     setRunning(false);
     // A session without a port leaves the light as it is.
     imgGreen_->setBlinking(false);
     lblTimeLeft_->clear();
-    dueBackup_ = ran ? restoreList::dueAfter(report) : std::nullopt;
+    dueBackup_ = ran ? restoreList::dueAfter(ending) : std::nullopt;
     showRestore();
     // After a good end a mere Return must not begin again.
-    QPushButton* const next = ran && report.good ? cmdClose_ : startButton(direction_);
+    QPushButton* const next = ran && ending.good() ? cmdClose_ : startButton(direction_);
     next->setDefault(true);
     next->setFocus();
     if (ran) {
-        conclude(report);
+        conclude(ending);
     } else {
-        result_->setEnding(sessionAdvice::endingOfError(runDirection_, loggedSince(mark_)));
+        result_->setNotice(sessionAdvice::noticeOfError(runDirection_, loggedSince(mark_)));
     }
 }
 
@@ -281,14 +281,14 @@ void frmCommun::beginStage(Stage stage) {
 void frmCommun::showRunning() {
     // For the rest of the run: the stages stand below anyway.
     if (closeRefused_) {
-        result_->setEnding(
+        result_->setNotice(
             {sessionAdvice::Tone::warning, say(texts::cannotCloseNow), stoppingAdvice()});
         return;
     }
     const auto stage = guards_->currentStage();
     const auto name = sessionAdvice::stageName(runDirection_, stage_);
     const auto count = guards_->stageCount();
-    result_->setEnding({sessionAdvice::Tone::plain,
+    result_->setNotice({sessionAdvice::Tone::plain,
                         count > 1 ? say(texts::stageUnderWay, stage + 1, count, name) : name,
                         stoppingAdvice()});
 }
@@ -322,8 +322,8 @@ void frmCommun::gaveUp(const modSession::Result& result) {
     lblTimeLeft_->clear();
     guards_->fail();
     gaveUp_ = true;
-    result_->setEnding(
-        sessionAdvice::endingWhileGivingUp(runDirection_, stage_, result, loggedSince(mark_)));
+    result_->setNotice(
+        sessionAdvice::noticeWhileGivingUp(runDirection_, stage_, result, loggedSince(mark_)));
 }
 
 void frmCommun::run(Direction direction) {
@@ -369,21 +369,21 @@ std::optional<std::filesystem::path> frmCommun::chosenBackup() {
     return std::nullopt;
 }
 
-void frmCommun::conclude(const safeguards::Report& report) {
-    if (report.result.outcome == modSession::Outcome::busy) {
+void frmCommun::conclude(const safeguards::Ending& ending) {
+    if (ending.what == safeguards::What::refused) {
         return;
     }
     // A good end tells of everything that was logged; a bad one's cause is in its last stage.
-    result_->setEnding(
-        sessionAdvice::endingOf(report, loggedSince(report.good ? report.begin : report.mark)));
-    result_->setAdviceTip(qText(report.backup.string()));
+    result_->setNotice(
+        sessionAdvice::noticeOf(ending, loggedSince(ending.good() ? ending.begin : ending.mark)));
+    result_->setAdviceTip(qText(ending.backup.string()));
     // The session has emptied it; what was reached stays to be seen.
-    prgCommunicate_->setValue(report.good ? prgCommunicate_->maximum() : 0);
-    safeguards::listDifferences(report);
+    prgCommunicate_->setValue(ending.good() ? prgCommunicate_->maximum() : 0);
+    safeguards::listDifferences(ending);
     details_->list().showNow();
 
-    const bool succeeded = report.result.outcome == modSession::Outcome::succeeded;
-    emit sessionEnded(report.direction, succeeded);
+    const bool succeeded = ending.result.outcome == modSession::Outcome::succeeded;
+    emit sessionEnded(ending.direction(), succeeded);
     if (succeeded && details_->showMemDatTicked()) {
         emit memDatWanted();
         // The window that shows it must not take the keyboard from a dialog that stays open.

@@ -71,7 +71,7 @@ class frmCommun : public QDialog {
     void held(std::vector<Stage> stages, Body&& body);
     [[nodiscard]] std::optional<std::filesystem::path> chosenBackup();
     void showBeforeRun();
-    void conclude(const safeguards::Report& report);
+    void conclude(const safeguards::Ending& ending);
     void showRestore();
     void showDetails(bool shown);
     void setRunning(bool running);

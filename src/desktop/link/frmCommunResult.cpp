@@ -93,10 +93,10 @@ frmCommunResult::frmCommunResult(QWidget* parent)
     grid->setColumnStretch(1, 1);
 }
 
-void frmCommunResult::setEnding(const sessionAdvice::Ending& ending) {
-    imgResult_->setPixmap(pictureOf(ending.tone, devicePixelRatioF()));
-    lblResult_->setText(qText(ending.headline));
-    lblAdvice_->setText(qText(ending.advice));
+void frmCommunResult::setNotice(const sessionAdvice::Notice& notice) {
+    imgResult_->setPixmap(pictureOf(notice.tone, devicePixelRatioF()));
+    lblResult_->setText(qText(notice.headline));
+    lblAdvice_->setText(qText(notice.advice));
     setAdviceTip({});
 }
 

@@ -18,7 +18,7 @@ class frmCommunResult : public QWidget {
   public:
     explicit frmCommunResult(QWidget* parent = nullptr);
 
-    void setEnding(const sessionAdvice::Ending& ending);
+    void setNotice(const sessionAdvice::Notice& notice);
     /// Room for the advice in the font of the language in force.
     void keepRoom();
     void setAdviceTip(const QString& tip);

@@ -399,14 +399,6 @@ Result writeFrom(CommunView& view, modIicDat::AddressRange range, const MemoryIm
                       view);
 }
 
-RadioState radioStateAfter(const Result& result) noexcept {
-    if (result.furthestAddress) {
-        return RadioState::partlyWritten;
-    }
-    // After the handshake the first block may have been stored without an answer that came back.
-    return result.mostSteps == 0 ? RadioState::untouched : RadioState::unknown;
-}
-
 void ShowComPercent(std::int16_t percent) {
     guarded("frmCommun->ShowComPercent", [&] {
         modCommun::theView().setProgress(percent);

@@ -78,14 +78,6 @@ Result readIfAccepted(CommunView& view, const std::function<bool(const MemoryIma
 /// A write of `image` as it is: no tables and no stamp go into it.
 Result writeFrom(CommunView& view, modIicDat::AddressRange range, const MemoryImage& image);
 
-/// What a write that did not succeed has left in the radio.
-enum class RadioState : std::uint8_t {
-    untouched,      ///< no block was sent
-    partlyWritten,  ///< at least up to `furthestAddress`
-    unknown,        ///< the first block may have been sent; nothing says whether it was stored
-};
-[[nodiscard]] RadioState radioStateAfter(const Result& result) noexcept;
-
 /// Shows a progress as bar and as status text (" 45 %"). Label "frmCommun->ShowComPercent".
 void ShowComPercent(std::int16_t percent);
 

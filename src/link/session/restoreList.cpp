@@ -84,10 +84,10 @@ Offer offerFor(Direction direction) {
             .tip = say(ways.empty() ? texts::restoreNone : texts::restoreTip)};
 }
 
-std::optional<std::filesystem::path> dueAfter(const safeguards::Report& report) {
-    const bool due = !report.good && safeguards::radioChanged(report) && !report.backup.empty() &&
-                     report.earlier.empty();
-    return due ? std::optional(report.backup) : std::nullopt;
+std::optional<std::filesystem::path> dueAfter(const safeguards::Ending& ending) {
+    const bool due =
+        !ending.good() && ending.radioChanged() && !ending.backup.empty() && ending.earlier.empty();
+    return due ? std::optional(ending.backup) : std::nullopt;
 }
 
 bool asksBefore(const std::filesystem::path& backup,

@@ -48,7 +48,7 @@ struct Offer {
 
 /// The backup that puts right what a run has left in the radio; nothing where the radio is as it
 /// should be, where there is no backup, or where an earlier write has left it wrong already.
-[[nodiscard]] std::optional<std::filesystem::path> dueAfter(const safeguards::Report& report);
+[[nodiscard]] std::optional<std::filesystem::path> dueAfter(const safeguards::Ending& ending);
 
 /// Whether the user is asked before `backup` is written. Right after a write that left its backup
 /// `due` there is nothing to lose with that one.

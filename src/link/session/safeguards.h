@@ -3,19 +3,12 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
-#include <cstdint>
 #include <filesystem>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
-#include "document/imageDifferences.h"
-#include "image/MemoryImage.h"
 #include "link/protocol/communView.h"
-#include "link/session/backups.h"
-#include "link/session/modSession.h"
+#include "link/session/ending.h"
 
 /// What stands around a session so that nothing is lost and nothing wrong passes in silence: the
 /// protocol has no checksum, and neither side can take a session back. Each safeguard is the user's
@@ -58,74 +51,34 @@ void choose(const ChoiceRow& row, bool on);
 /// The stages of a restore, which never makes a backup first.
 [[nodiscard]] std::vector<Stage> stagesOfRestore(const Choices& choices);
 
-/// How a run went.
-struct Report {
-    Direction direction = Direction::read;
-    /// Every stage succeeded, and a backup that was wanted was stored.
-    bool good = false;
-    /// The last stage that ran, and its session.
-    Stage stage = Stage::read;
-    modSession::Result result;
-    /// A failure has left the image as it was.
-    bool imageSafe = true;
-    /// True where the write itself was done, whatever became of the comparison.
-    bool written = false;
-    /// Where what the radio held, or what was read, now lies; in a restore what was to be put back.
-    /// Empty where nothing was stored.
-    std::filesystem::path backup;
-    /// Why it could not be stored or read.
-    std::string backupTrouble;
-    /// An earlier write that failed may have left this very radio torn: the backup from before it.
-    /// Several, the newest first, where nothing says which of them is this radio's.
-    std::vector<std::filesystem::path> earlier;
-    bool restored = false;  ///< the run was a restore
-    /// Of takeBack(), which has touched nothing then. No write with a note has found or sent what
-    /// the radio holds; or else the backups, the newest first, of which several are possible.
-    bool otherRadio = false;
-    std::vector<std::filesystem::path> possible;
-    /// Where the file that `backup` has replaced is kept now; empty where there was none.
-    std::filesystem::path displaced;
-    /// What the comparison found: `expected` is what was sent or read first, `found` what came
-    /// then; outside the range that was compared both are the same.
-    std::vector<imageDifferences::ByteDifference> differences;
-    MemoryImage expected;
-    MemoryImage found;
-    /// Where the failures of the run, and those of its last stage, begin in the error list.
-    std::size_t begin = 0;
-    std::size_t mark = 0;
-};
-
 /// A guarded read session into the image. With readBack both passes have to succeed and agree
 /// before anything of them is shown or stored. An empty range, here and below, is the plain
 /// session's business: there is nothing to guard.
-Report read(CommunView& view, const Choices& choices);
+Ending read(CommunView& view, const Choices& choices);
 
 /// A guarded write session from the image. The backup covers all that a read or a write of the
 /// ranges in force touches, and goes to `backupFile` where that is given (see backups::storeAs).
 /// The comparison covers the same, so that a block stored at a wrong address is found, too; without
 /// a backup it covers the write range.
-Report write(CommunView& view, const Choices& choices,
+Ending write(CommunView& view, const Choices& choices,
              const std::filesystem::path& backupFile = {});
 
 /// Puts the content of a backup back into the radio, byte for byte: no tables and no stamp go into
 /// it, and the image stays as it is. A backup is written as far as it came from the radio, any
 /// other data file over the write range; what such a file has no place for stays as the radio has
-/// it. A file that cannot be read, or that is neither a backup nor a data file, is `backupTrouble`,
+/// it. A file that cannot be read, or that is neither a backup nor a data file, is `notReadable`,
 /// and the radio is untouched. Where a note tells of the backup the radio is read first: the note
 /// goes at the good end, once the radio was compared, only where this is its radio.
-Report restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
+Ending restore(CommunView& view, const std::filesystem::path& file, const Choices& choices);
 
 /// Reads the radio, looks which write found or sent what it holds, and puts back what the radio
 /// held before that write. Does nothing where several backups are possible that do not hold the
 /// same. The note of the write goes at the good end where the radio showed that write and was
 /// compared; a radio that only holds the same as another one before its write leaves that one its
 /// note.
-Report takeBack(CommunView& view, const Choices& choices);
+Ending takeBack(CommunView& view, const Choices& choices);
 
-/// Whether a run has changed the radio, or may have.
-[[nodiscard]] bool radioChanged(const Report& report) noexcept;
-
-/// Adds the differences of a report to the data list, one line each.
-void listDifferences(const Report& report);
+/// Adds the differences that a run has found to the data list, one line each.
+void listDifferences(const Ending& ending);
 
 }  // namespace k520::safeguards

@@ -20,7 +20,10 @@ namespace {
 
 using modSession::Outcome;
 using modSession::Result;
-using safeguards::Report;
+using safeguards::Arrived;
+using safeguards::Ending;
+using safeguards::Task;
+using safeguards::What;
 namespace procedures = modCommun::procedures;
 using Entries = std::span<const modShowErr::Entry>;
 
@@ -107,19 +110,6 @@ std::string causeOfFailure(const Result& result, Entries logged) {
                result.failedAttempts);
 }
 
-std::string stateLeft(Direction direction, const Result& result) {
-    const bool read = direction == Direction::read;
-    if (result.furthestAddress) {
-        return say(read ? texts::imageMixed : texts::radioPartlyWritten,
-                   *result.furthestAddress + scriptText::blockLength - 1);
-    }
-    if (read) {
-        return say(texts::imageUnchanged);
-    }
-    const bool untouched = modSession::radioStateAfter(result) == modSession::RadioState::untouched;
-    return say(untouched ? texts::radioUnchanged : texts::radioTouched);
-}
-
 /// Why a session that did not succeed did not.
 std::string causeOf(const Result& result, Entries logged) {
     switch (result.outcome) {
@@ -137,133 +127,167 @@ std::string causeOf(const Result& result, Entries logged) {
     return {};
 }
 
-/// Adds the way back from what a run, or an earlier one, has left in the radio.
-std::string withWayBack(const std::string& text, const Report& report) {
-    if (report.restored) {
-        return joined(text, say(texts::restoreAgain));
+/// What follows after the cause and the state.
+enum class Next : std::uint8_t { nothing, wayBack, backup };
+
+/// A bad end in words: the headline, the cause, the state of image and radio, the next step.
+struct Words {
+    safeguards::Kind kind;
+    const Text* headline;
+    const Text* cause = nullptr;  ///< none: that of the last session
+    const Text* state = nullptr;
+    Next next = Next::nothing;
+};
+
+constexpr Words words[] = {
+    {{What::notStored, Task::write}, &texts::nothingWritten, &texts::backupNotStored},
+    {{What::notStored}, &texts::readWithoutCopy, &texts::copyNotStored},
+    {{What::notReadable}, &texts::nothingWritten, &texts::backupNotReadable},
+
+    {.kind = {What::differs, Task::write},
+     .headline = &texts::writtenOtherwise,
+     .cause = &texts::radioDiffers,
+     .next = Next::wayBack},
+    {.kind = {What::differs, Task::restore},
+     .headline = &texts::writtenOtherwise,
+     .cause = &texts::restoreDiffers,
+     .next = Next::wayBack},
+    {{What::differs}, &texts::passesDiffer, &texts::readsDiffer, &texts::imageUnchanged},
+
+    {.kind = {{}, Task::write, Arrived::nothing, Stage::backUp},
+     .headline = &texts::nothingWritten,
+     .state = &texts::backUpFailed},
+    {.kind = {{}, Task::write, Arrived::nothing},
+     .headline = &texts::nothingWritten,
+     .state = &texts::radioUnchanged,
+     .next = Next::backup},
+    {.kind = {{}, Task::write, Arrived::perhapsPart},
+     .headline = &texts::perhapsPartlyWritten,
+     .state = &texts::radioTouched,
+     .next = Next::wayBack},
+    {.kind = {{}, Task::write, Arrived::part},
+     .headline = &texts::partlyWritten,
+     .state = &texts::radioPartlyWritten,
+     .next = Next::wayBack},
+    {.kind = {{}, Task::write, Arrived::all},
+     .headline = &texts::writtenNotCompared,
+     .state = &texts::notCompared,
+     .next = Next::wayBack},
+
+    {.kind = {{}, Task::restore, Arrived::nothing},
+     .headline = &texts::nothingWritten,
+     .state = &texts::radioUnchanged},
+    {.kind = {{}, Task::restore, Arrived::perhapsPart},
+     .headline = &texts::perhapsPartlyWritten,
+     .next = Next::wayBack},
+    {.kind = {{}, Task::restore, Arrived::part},
+     .headline = &texts::partlyWritten,
+     .next = Next::wayBack},
+    {.kind = {{}, Task::restore, Arrived::all},
+     .headline = &texts::writtenNotCompared,
+     .next = Next::wayBack},
+
+    {.kind = {{}, Task::readOnce, Arrived::part},
+     .headline = &texts::notRead,
+     .state = &texts::imageMixed},
+    {.kind = {}, .headline = &texts::notRead, .state = &texts::imageUnchanged},
+};
+
+std::string earlierText(const Ending& ending) {
+    const auto count = ending.earlier.size();
+    const auto latest = ending.earlier.front().filename().string();
+    return count == 1 ? say(texts::earlierOffered, latest)
+                      : say(texts::earlierSeveral, count, latest);
+}
+
+/// The way back from what a run, or an earlier one, has left in the radio.
+std::string wayBackText(const Ending& ending) {
+    if (ending.task == Task::restore) {
+        return say(texts::restoreAgain);
     }
-    if (!report.earlier.empty()) {
-        const auto count = report.earlier.size();
-        const auto latest = report.earlier.front().filename().string();
-        return joined(text, count == 1 ? say(texts::earlierOffered, latest)
-                                       : say(texts::earlierSeveral, count, latest));
+    if (!ending.earlier.empty()) {
+        return earlierText(ending);
     }
-    return report.backup.empty()
-               ? text
-               : joined(text, say(texts::restoreOffered, report.backup.filename().string()));
+    return ending.backup.empty() ? std::string()
+                                 : say(texts::restoreOffered, ending.backup.filename().string());
 }
 
-/// Adds where a copy or a backup lies that is not needed at once.
-std::string withBackup(const std::string& text, const Report& report) {
-    const bool read = report.direction == Direction::read;
-    return report.backup.empty() || report.restored
-               ? text
-               : joined(text, say(read ? texts::copyLies : texts::backupLies,
-                                  report.backup.filename().string()));
+/// Where a copy or a backup lies that is not needed at once.
+std::string backupText(const Ending& ending) {
+    if (ending.backup.empty() || ending.task == Task::restore) {
+        return {};
+    }
+    return say(ending.direction() == Direction::read ? texts::copyLies : texts::backupLies,
+               ending.backup.filename().string());
 }
 
-/// A write or a restore that did not come to its end.
-std::string brokenWrite(const std::string& cause, const Report& report) {
-    const bool changed = safeguards::radioChanged(report);
-    const auto state = !changed          ? say(texts::radioUnchanged)
-                       : report.restored ? std::string()
-                                         : stateLeft(Direction::write, report.result);
-    const auto text = joined(cause, state);
-    // An earlier write may have torn a radio that this one has not touched.
-    return changed || !report.earlier.empty() ? withWayBack(text, report)
-                                              : withBackup(text, report);
-}
-
-/// A run whose last session did not succeed.
-std::string brokenOff(const Report& report, Entries logged) {
-    const auto cause = causeOf(report.result, logged);
-    switch (report.stage) {
-        case Stage::backUp:
-            return joined(cause,
-                          say(report.restored ? texts::radioUnchanged : texts::backUpFailed));
-        case Stage::read:
-            return joined(cause, say(texts::imageUnchanged));
-        case Stage::write:
-        case Stage::restore:
-            return brokenWrite(cause, report);
-        case Stage::compare:
+std::string nextText(Next next, const Ending& ending) {
+    switch (next) {
+        case Next::nothing:
+            return {};
+        case Next::backup:
+            // An earlier write may have torn a radio that this one has not touched.
+            return ending.earlier.empty() ? backupText(ending) : wayBackText(ending);
+        case Next::wayBack:
             break;
     }
-    return report.written
-               ? withWayBack(joined(cause, report.restored ? "" : say(texts::notCompared)), report)
-               : joined(cause, say(texts::imageUnchanged));
+    return wayBackText(ending);
 }
 
-std::string differ(const Report& report) {
-    const auto count = report.differences.size();
-    return report.written
-               ? withWayBack(
-                     say(report.restored ? texts::restoreDiffers : texts::radioDiffers, count),
-                     report)
-               : joined(say(texts::readsDiffer, count), say(texts::imageUnchanged));
+std::string causeText(const Text* cause, const Ending& ending, Entries logged) {
+    if (cause == nullptr) {
+        return causeOf(ending.result, logged);
+    }
+    return ending.what == What::differs ? say(*cause, ending.differences.size())
+                                        : say(*cause, ending.backupTrouble);
 }
 
-/// A run whose sessions all succeeded: what there is to say of it besides.
-std::string adviceOfSuccess(const Report& report, Entries logged) {
-    const bool read = report.direction == Direction::read;
-    const auto verdict =
-        report.stage == Stage::compare
-            ? joined(doubts(logged), say(read ? texts::bothReadsAgree : texts::radioHoldsAll))
-            : doubts(logged);
-    return report.restored ? verdict : withBackup(verdict, report);
+/// Where the very first session finds no port there is no state to tell of.
+bool beganNothing(const Ending& ending) {
+    return ending.result.outcome == Outcome::portFailed &&
+           (ending.task == Task::readOnce ||
+            (ending.stage == Stage::write && ending.backup.empty()));
 }
 
-/// A backup that could not be stored or read.
-std::string backupTrouble(const Report& report) {
-    if (report.direction == Direction::read) {
-        return say(texts::copyNotStored, report.backupTrouble);
+std::string stateText(const Text* state, const Ending& ending) {
+    if (state == nullptr || beganNothing(ending)) {
+        return {};
     }
-    return say(report.stage == Stage::backUp ? texts::backupNotStored : texts::backupNotReadable,
-               report.backupTrouble);
-}
-
-/// The cause of a bad end, the state of image and radio, and the next step.
-std::string adviceOfFailure(const Report& report, Entries logged) {
-    if (!report.backupTrouble.empty()) {
-        return backupTrouble(report);
-    }
-    if (!report.differences.empty()) {
-        return differ(report);
-    }
-    const bool plain = report.stage == Stage::write ? report.backup.empty() : !report.imageSafe;
-    return plain ? adviceAfter(report.direction, report.result, logged) : brokenOff(report, logged);
-}
-
-const Text& headlineOfWrite(const Report& report) {
-    if (!report.differences.empty()) {
-        return texts::writtenOtherwise;
-    }
-    if (report.written) {
-        return texts::writtenNotCompared;
-    }
-    if (!safeguards::radioChanged(report)) {
-        return texts::nothingWritten;
-    }
-    return report.result.furthestAddress ? texts::partlyWritten : texts::perhapsPartlyWritten;
-}
-
-const Text& headlineOfFailure(const Report& report) {
-    if (report.direction == Direction::write) {
-        return headlineOfWrite(report);
-    }
-    if (!report.differences.empty()) {
-        return texts::passesDiffer;
-    }
-    return report.backupTrouble.empty() ? texts::notRead : texts::readWithoutCopy;
+    const int last = ending.result.furthestAddress.value_or(0) + scriptText::blockLength - 1;
+    return say(*state, last);
 }
 
 /// A user who has stopped a session that did no harm has nothing to be warned of.
-Tone toneOfFailure(const Report& report) {
-    if (report.direction == Direction::write && safeguards::radioChanged(report)) {
+Tone toneOfFailure(const Ending& ending) {
+    if (ending.radioChanged()) {
         return Tone::bad;
     }
-    const bool wanted = report.result.outcome == Outcome::stopped;
-    return wanted || !report.backupTrouble.empty() ? Tone::warning : Tone::bad;
+    const bool wanted = ending.result.outcome == Outcome::stopped;
+    return wanted || ending.what == What::notStored || ending.what == What::notReadable
+               ? Tone::warning
+               : Tone::bad;
+}
+
+Notice failure(const Ending& ending, Entries logged) {
+    const Words& row = safeguards::rowFor(ending, words);
+    const auto advice = joined(causeText(row.cause, ending, logged), stateText(row.state, ending));
+    return {toneOfFailure(ending), say(*row.headline), joined(advice, nextText(row.next, ending))};
+}
+
+/// A run whose sessions all succeeded: what there is to say of it besides.
+std::string adviceOfSuccess(const Ending& ending, Entries logged) {
+    const bool read = ending.direction() == Direction::read;
+    const auto compared = say(read ? texts::bothReadsAgree : texts::radioHoldsAll);
+    const auto verdict =
+        joined(doubts(logged), ending.stage == Stage::compare ? compared : std::string());
+    return joined(verdict, backupText(ending));
+}
+
+Notice success(const Ending& ending, Entries logged) {
+    return {Tone::good,
+            ending.task == Task::restore ? say(texts::radioRestored)
+                                         : blocksMoved(ending.direction(), ending.result),
+            adviceOfSuccess(ending, logged)};
 }
 
 /// "2026-11-22 13:05".
@@ -273,51 +297,32 @@ std::string minuteOf(const DateTime& t) {
 
 }  // namespace
 
-std::string adviceAfter(Direction direction, const Result& result, Entries logged) {
-    switch (result.outcome) {
-        case Outcome::succeeded:
-            return joined(blocksMoved(direction, result), doubts(logged));
-        case Outcome::portFailed:
-            return causeOf(result, logged);
-        case Outcome::failed:
-        case Outcome::stopped:
-            return joined(causeOf(result, logged), stateLeft(direction, result));
-        case Outcome::busy:
-        case Outcome::notAccepted:
-            break;
+Notice noticeOf(const Ending& ending, Entries logged) {
+    switch (ending.what) {
+        case What::done:
+            return success(ending, logged);
+        case What::refused:
+            return {};
+        default:
+            return failure(ending, logged);
     }
-    return {};
 }
 
-Ending endingOf(const Report& report, Entries logged) {
-    if (report.good) {
-        return {Tone::good,
-                report.restored ? say(texts::radioRestored)
-                                : blocksMoved(report.direction, report.result),
-                adviceOfSuccess(report, logged)};
-    }
-    if (report.result.outcome == Outcome::busy) {
-        return {};
-    }
-    return {toneOfFailure(report), say(headlineOfFailure(report)), adviceOfFailure(report, logged)};
+Notice noticeWhileGivingUp(Direction direction, Stage stage, const Result& result, Entries logged) {
+    Ending ending;
+    ending.task = direction == Direction::read ? Task::readOnce : Task::write;
+    ending.stage = stage;
+    ending.result = result;
+    return {Tone::bad, say(*safeguards::rowFor(ending, words).headline), causeOf(result, logged)};
 }
 
-Ending endingWhileGivingUp(Direction direction, Stage stage, const Result& result, Entries logged) {
-    Report report;
-    report.direction = direction;
-    report.stage = stage;
-    report.result = result;
-    report.written = direction == Direction::write && stage == Stage::compare;
-    return {Tone::bad, say(headlineOfFailure(report)), causeOf(result, logged)};
-}
-
-Ending endingOfError(Direction direction, Entries logged) {
+Notice noticeOfError(Direction direction, Entries logged) {
     const bool read = direction == Direction::read;
     return {Tone::bad, say(read ? texts::notRead : texts::perhapsPartlyWritten),
             joined(errorAdvice(logged), read ? std::string() : say(texts::radioTouched))};
 }
 
-Ending beforeRun(Direction direction, const std::string& startButton) {
+Notice beforeRun(Direction direction, const std::string& startButton) {
     const auto ways = waysBack::list();
     const auto torn = std::ranges::find_if(ways, &waysBack::WayBack::unfinished);
     if (torn != ways.end()) {

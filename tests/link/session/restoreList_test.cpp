@@ -87,24 +87,24 @@ TEST_F(RestoreList, IsOfferedWhereItCanHelp) {
 }
 
 TEST_F(RestoreList, ABrokenWriteMakesItsBackupDueAndThatOneIsNotAskedAbout) {
-    safeguards::Report torn;
-    torn.direction = Direction::write;
+    safeguards::Ending torn;
+    torn.task = safeguards::Task::write;
     torn.stage = Stage::write;
     torn.result.outcome = modSession::Outcome::failed;
     torn.result.furthestAddress = std::int16_t{0x20};
     torn.result.mostSteps = 4;
     torn.backup = "new.dat";
     const auto changed = [&](auto change) {
-        auto report = torn;
-        change(report);
-        return dueAfter(report);
+        auto ending = torn;
+        change(ending);
+        return dueAfter(ending);
     };
     const auto due = dueAfter(torn);
     EXPECT_EQ(due, "new.dat");
-    EXPECT_EQ(changed([](auto& report) { report.good = true; }), std::nullopt);
-    EXPECT_EQ(changed([](auto& report) { report.backup.clear(); }), std::nullopt);
-    EXPECT_EQ(changed([](auto& report) { report.earlier = {"old.dat"}; }), std::nullopt);
-    EXPECT_EQ(changed([](auto& report) { report.stage = Stage::backUp; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& ending) { ending.what = safeguards::What::done; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& ending) { ending.backup.clear(); }), std::nullopt);
+    EXPECT_EQ(changed([](auto& ending) { ending.earlier = {"old.dat"}; }), std::nullopt);
+    EXPECT_EQ(changed([](auto& ending) { ending.stage = Stage::backUp; }), std::nullopt);
     EXPECT_FALSE(asksBefore("new.dat", due));
     EXPECT_TRUE(asksBefore("other.dat", due));
     EXPECT_TRUE(asksBefore("new.dat", std::nullopt));

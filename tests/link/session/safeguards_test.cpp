@@ -77,9 +77,9 @@ class Safeguards : public testing::Test {
     [[nodiscard]] std::vector<std::uint8_t> memory() const {
         return {radio->memory().begin(), radio->memory().end()};
     }
-    static std::string advice(const Report& report) {
-        return sessionAdvice::endingOf(report,
-                                       std::span(modShowErr::state().entries).subspan(report.mark))
+    static std::string advice(const Ending& ending) {
+        return sessionAdvice::noticeOf(ending,
+                                       std::span(modShowErr::state().entries).subspan(ending.mark))
             .advice;
     }
     /// The backups of unfinished writes, the newest first.
@@ -103,18 +103,18 @@ class Safeguards : public testing::Test {
 
 TEST_F(Safeguards, AWriteIsBackedUpComparedAndCanBeTakenBack) {
     const auto before = memory();
-    const Report report = write(view, all);
-    EXPECT_TRUE(report.good);
+    const Ending ending = write(view, all);
+    EXPECT_TRUE(ending.good());
     EXPECT_THAT(view.stages, testing::ElementsAre(Stage::backUp, Stage::write, Stage::compare));
     EXPECT_NE(memory(), before);
-    EXPECT_EQ(report.backup.filename(), "2026-11-21_13-05-09_before-write_0000-042F.dat");
-    EXPECT_THAT(advice(report),
+    EXPECT_EQ(ending.backup.filename(), "2026-11-21_13-05-09_before-write_0000-042F.dat");
+    EXPECT_THAT(advice(ending),
                 HasSubstr("holds what was sent. The backup made before is Data/Backups/" +
-                          report.backup.filename().string()));
+                          ending.backup.filename().string()));
 
     // The whole of what was read, the bytes without a place in a data file among them.
     const auto sent = IicDat();
-    EXPECT_TRUE(restore(view, backups::latestBeforeWrite()->path, all).good);
+    EXPECT_TRUE(restore(view, backups::latestBeforeWrite()->path, all).good());
     EXPECT_EQ(memory(), before);
     EXPECT_EQ(clock.sleeps, 1) << "only the write itself, of five sessions";
     EXPECT_EQ(IicDat(), sent) << "a restore is none of the image's business";
@@ -128,23 +128,23 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     const auto writeAndBreak = [&](const std::vector<std::uint8_t>& held, unsigned silentFrom) {
         plug({.silentFrom = silentFrom});
         std::ranges::copy(held, radio->memory().begin());
-        const Report report = write(view, all);
-        EXPECT_FALSE(report.good);
+        const Ending ending = write(view, all);
+        EXPECT_FALSE(ending.good());
         dialogs.take();
-        return report;
+        return ending;
     };
     // The backup has 70 exchanges, the handshake of the write two.
-    const Report first = writeAndBreak(before, 70 + 30);
+    const Ending first = writeAndBreak(before, 70 + 30);
     EXPECT_TRUE(first.earlier.empty());
     const auto torn = memory();
-    const Report untouched = writeAndBreak(torn, 70 + 1);
+    const Ending untouched = writeAndBreak(torn, 70 + 1);
     EXPECT_THAT(untouched.earlier, testing::ElementsAre(first.backup)) << "and stays so";
     IicDat()(0x42F) ^= 0xFF;
-    const Report second = writeAndBreak(torn, 70 + 20);
+    const Ending second = writeAndBreak(torn, 70 + 20);
     EXPECT_NE(second.backup, first.backup);
     EXPECT_THAT(second.earlier, testing::ElementsAre(first.backup));
-    for (const auto& report : {untouched, second}) {
-        EXPECT_THAT(advice(report), HasSubstr("before that one is in Data/Backups/" +
+    for (const auto& ending : {untouched, second}) {
+        EXPECT_THAT(advice(ending), HasSubstr("before that one is in Data/Backups/" +
                                               first.backup.filename().string()));
     }
     EXPECT_THAT(unfinished(), testing::ElementsAre(first.backup));
@@ -154,7 +154,7 @@ TEST_F(Safeguards, TheFirstOfSeveralBrokenWritesStaysAWayBack) {
     const auto tornTwice = memory();
     for (const bool own : {false, true}) {
         plug({}, own ? tornTwice : std::vector<std::uint8_t>(before.size()));
-        EXPECT_TRUE(restore(view, first.backup, all).good);
+        EXPECT_TRUE(restore(view, first.backup, all).good());
         EXPECT_TRUE(
             std::ranges::equal(radio->memory().first(0x430), std::span(before).first(0x430)));
         EXPECT_EQ(unfinished().empty(), own);
@@ -186,21 +186,21 @@ TEST_F(Safeguards, AFileOfOnesOwnKeepsWhatItHeld) {
 }
 
 TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
-    EXPECT_TRUE(takeBack(view, all).otherRadio) << "no write at all";
+    EXPECT_EQ(takeBack(view, all).what, What::otherRadio) << "no write at all";
     const auto before = memory();
     const auto backup = write(view, all).backup;
     const auto written = memory();
 
     std::ranges::fill(radio->memory(), std::uint8_t{0x77});
     const auto other = memory();
-    const Report refused = takeBack(view, all);
-    EXPECT_FALSE(refused.good);
-    EXPECT_TRUE(refused.otherRadio);
+    const Ending refused = takeBack(view, all);
+    EXPECT_FALSE(refused.good());
+    EXPECT_EQ(refused.what, What::otherRadio);
     EXPECT_EQ(memory(), other);
 
     // A restore has 70 exchanges before its first. One that never got there changes nothing.
     plug({.silentFrom = 70 + 1}, written);
-    EXPECT_FALSE(takeBack(view, all).good);
+    EXPECT_FALSE(takeBack(view, all).good());
     dialogs.take();
     EXPECT_THAT(unfinished(), testing::IsEmpty());
     // A restore that is cut off can be repeated.
@@ -209,17 +209,17 @@ TEST_F(Safeguards, OnlyTheRadioThatWasWrittenIsTakenBackUnasked) {
     dialogs.take();
     EXPECT_THAT(unfinished(), testing::ElementsAre(backup));
     plug({}, memory());
-    EXPECT_TRUE(takeBack(view, all).good);
+    EXPECT_TRUE(takeBack(view, all).good());
     EXPECT_EQ(memory(), before);
-    EXPECT_TRUE(takeBack(view, all).otherRadio) << "there is nothing more to take back";
+    EXPECT_EQ(takeBack(view, all).what, What::otherRadio) << "there is nothing more to take back";
 
     // The same data, written by somebody else at another time.
     plug({}, before);
-    EXPECT_TRUE(write(view, all).good);
+    EXPECT_TRUE(write(view, all).good());
     clock.wall.minute += 2;
     modSession::WriteComDat();
     std::ranges::copy(IicDat().bytes().first(0x430), radio->memory().begin());
-    EXPECT_TRUE(takeBack(view, all).otherRadio);
+    EXPECT_EQ(takeBack(view, all).what, What::otherRadio);
 }
 
 TEST_F(Safeguards, EachTornRadioFindsItsOwnWayBack) {
@@ -234,45 +234,45 @@ TEST_F(Safeguards, EachTornRadioFindsItsOwnWayBack) {
         std::ranges::fill(radio->memory(), std::uint8_t{0x11});
         radio->memory()[at] = id;
         Radio torn{.before = memory(), .torn = {}, .backup = {}};
-        const Report report = write(view, all);
-        EXPECT_FALSE(report.good);
+        const Ending ending = write(view, all);
+        EXPECT_FALSE(ending.good());
         dialogs.take();
-        EXPECT_THAT(report.earlier, testing::IsEmpty());
+        EXPECT_THAT(ending.earlier, testing::IsEmpty());
         torn.torn = memory();
-        torn.backup = report.backup;
+        torn.backup = ending.backup;
         ++clock.wall.hour;
         return torn;
     };
     const auto takesBack = [&](const Radio& torn) {
         plug({}, torn.torn);
-        const Report report = takeBack(view, all);
-        EXPECT_EQ(memory() == torn.before, report.good);
-        return report;
+        const Ending ending = takeBack(view, all);
+        EXPECT_EQ(memory() == torn.before, ending.good());
+        return ending;
     };
     const Radio late = tear(1, 0x300, 30);
     const Radio stamped = tear(2, 0x20, 60);
     const Radio twin = tear(3, 0x20, 60);
     EXPECT_THAT(unfinished(), testing::ElementsAre(twin.backup, stamped.backup, late.backup));
     for (const Radio& torn : {stamped, late, twin}) {
-        const Report report = takesBack(torn);
-        EXPECT_TRUE(report.good);
-        EXPECT_EQ(report.backup, torn.backup);
+        const Ending ending = takesBack(torn);
+        EXPECT_TRUE(ending.good());
+        EXPECT_EQ(ending.backup, torn.backup);
     }
     EXPECT_THAT(unfinished(), testing::IsEmpty());
 
     // What differed is overwritten, and the stamp not reached.
     const Radio one = tear(4, 0x20, 20);
     const Radio other = tear(5, 0x20, 20);
-    const Report unclear = takesBack(one);
-    EXPECT_FALSE(unclear.good || unclear.otherRadio);
+    const Ending unclear = takesBack(one);
+    EXPECT_EQ(unclear.what, What::severalPossible);
     EXPECT_THAT(unclear.possible, testing::ElementsAre(other.backup, one.backup));
     EXPECT_EQ(memory(), one.torn);
-    EXPECT_TRUE(restore(view, one.backup, all).good);
-    EXPECT_TRUE(takesBack(other).good) << "the only one left";
+    EXPECT_TRUE(restore(view, one.backup, all).good());
+    EXPECT_TRUE(takesBack(other).good()) << "the only one left";
 
     const Radio equal = tear(6, 0x20, 20);
     tear(6, 0x20, 20);
-    EXPECT_TRUE(takesBack(equal).good) << "both backups hold the same";
+    EXPECT_TRUE(takesBack(equal).good()) << "both backups hold the same";
     EXPECT_EQ(unfinished().size(), 2U) << "and either radio may still need one";
 
     // Written once more the radio can still be either, and each way back is named once.
@@ -291,15 +291,15 @@ TEST_F(Safeguards, ARestoreThatFitsSeveralNotesCanBeRepeated) {
     const std::vector<std::uint8_t> before(SimRadio::memorySize, 0x11);
     for (int radios = 0; radios < 2; ++radios) {
         plug({}, before);
-        EXPECT_TRUE(write(view, all).good);
+        EXPECT_TRUE(write(view, all).good());
     }
     // The look has 70 exchanges.
     plug({.silentFrom = 70 + 30}, memory());
-    EXPECT_FALSE(takeBack(view, all).good);
+    EXPECT_FALSE(takeBack(view, all).good());
     dialogs.take();
     EXPECT_EQ(unfinished().size(), 2U);
     plug({}, memory());
-    EXPECT_TRUE(takeBack(view, all).good);
+    EXPECT_TRUE(takeBack(view, all).good());
     EXPECT_EQ(memory(), before);
 }
 
@@ -311,17 +311,17 @@ TEST_F(Safeguards, AWayBackStaysForTheRadioThatNeedsIt) {
     const auto torn = memory();
     dialogs.take();
     plug({}, before);
-    EXPECT_TRUE(takeBack(view, all).good) << "a whole radio of equal content";
+    EXPECT_TRUE(takeBack(view, all).good()) << "a whole radio of equal content";
     EXPECT_THAT(unfinished(), testing::ElementsAre(backup));
 
     plug({}, torn);
     const auto held = IicDat();
-    EXPECT_TRUE(takeBack(view, {}).good);
+    EXPECT_TRUE(takeBack(view, {}).good());
     EXPECT_EQ(memory(), before);
     EXPECT_THAT(unfinished(), testing::IsEmpty());
     EXPECT_EQ(unfinishedWrite::all().size(), 1U) << "nobody has compared";
     std::ranges::copy(held.bytes().first(0x430), radio->memory().begin());
-    EXPECT_TRUE(takeBack(view, all).good) << "it held on to what was written";
+    EXPECT_TRUE(takeBack(view, all).good()) << "it held on to what was written";
     EXPECT_THAT(unfinishedWrite::all(), testing::IsEmpty());
 }
 
@@ -348,8 +348,8 @@ TEST_F(Safeguards, AWrittenRadioIsNotTakenForATornOne) {
         };
         const auto writeB = [&] {
             plug({}, b);
-            const Report good = write(view, all);
-            EXPECT_TRUE(good.good);
+            const Ending good = write(view, all);
+            EXPECT_TRUE(good.good());
             backupB = good.backup;
             b = memory();
         };
@@ -361,21 +361,21 @@ TEST_F(Safeguards, AWrittenRadioIsNotTakenForATornOne) {
             tearA();
         }
         plug({}, b);
-        const Report unclear = takeBack(view, all);
-        EXPECT_FALSE(unclear.good || unclear.otherRadio);
+        const Ending unclear = takeBack(view, all);
+        EXPECT_EQ(unclear.what, What::severalPossible);
         EXPECT_THAT(unclear.possible, testing::UnorderedElementsAre(backupA, backupB));
         EXPECT_EQ(memory(), b) << "untouched";
 
         plug({.silentFrom = exchanges + 2 + 10}, b);
         IicDat()(0x120) ^= 0xFF;
-        const Report second = write(view, all);
+        const Ending second = write(view, all);
         IicDat()(0x120) ^= 0xFF;
         dialogs.take();
         EXPECT_THAT(second.earlier, testing::IsEmpty());
         EXPECT_THAT(unfinished(), testing::UnorderedElementsAre(backupA, second.backup));
 
         plug({}, b);
-        EXPECT_TRUE(restore(view, backupA, all).good);
+        EXPECT_TRUE(restore(view, backupA, all).good());
         EXPECT_THAT(unfinished(), testing::Contains(backupA));
     }
 }
@@ -384,26 +384,26 @@ TEST_F(Safeguards, AWrittenRadioIsNotTakenForATornOne) {
 TEST_F(Safeguards, AWholeRadioOfEqualContentIsNotTakenForATornOne) {
     const auto before = memory();
     plug({.silentFrom = 70 + 30}, before);
-    const Report torn = write(view, all);
+    const Ending torn = write(view, all);
     const auto held = memory();
     dialogs.take();
     clock.wall.hour += 1;
     plug({}, before);
-    const Report whole = write(view, all);
-    EXPECT_TRUE(whole.good);
+    const Ending whole = write(view, all);
+    EXPECT_TRUE(whole.good());
     EXPECT_THAT(whole.earlier, testing::IsEmpty());
     EXPECT_THAT(unfinished(), testing::ElementsAre(torn.backup));
     plug({}, held);
-    EXPECT_TRUE(write(view, all).good) << "the torn one, written once more";
+    EXPECT_TRUE(write(view, all).good()) << "the torn one, written once more";
     EXPECT_THAT(unfinished(), testing::IsEmpty());
 
     // Where nothing is known to have changed it is the radio itself.
     plug({.silentFrom = 70 + 3}, before);
-    const Report barely = write(view, all);
+    const Ending barely = write(view, all);
     dialogs.take();
     EXPECT_THAT(unfinished(), testing::ElementsAre(barely.backup));
     plug({}, before);
-    EXPECT_TRUE(write(view, all).good);
+    EXPECT_TRUE(write(view, all).good());
     EXPECT_THAT(unfinished(), testing::IsEmpty());
 }
 
@@ -422,7 +422,7 @@ TEST_F(Safeguards, NotesOfOlderVersionsCountUntilTheirRadioIsWhole) {
         plug({}, memory());
         EXPECT_EQ(unfinished().size(), name == std::string("unfinished-write") ? 1U : 0U);
         EXPECT_FALSE(fs::exists(backups::folder() / name));
-        EXPECT_TRUE(takeBack(view, all).good) << name;
+        EXPECT_TRUE(takeBack(view, all).good()) << name;
         EXPECT_EQ(memory(), before);
         // As the good write of an older version left it.
         std::copy_n(images.end() - 0x2000, 0x430, radio->memory().begin());
@@ -431,7 +431,7 @@ TEST_F(Safeguards, NotesOfOlderVersionsCountUntilTheirRadioIsWhole) {
 
 // Data files have no header, but every one has the filler.
 TEST_F(Safeguards, WhatIsNoDataFileIsNotRestored) {
-    EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good);
+    EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good());
     const auto held = memory();
     const std::string mine = folder.read("mine.dat");
     auto wrong = mine;
@@ -444,13 +444,13 @@ TEST_F(Safeguards, WhatIsNoDataFileIsNotRestored) {
         {mine + std::string(0x6001, 'x'), "a data file has at most 32768"}};
     for (const auto& [bytes, reason] : cases) {
         folder.write("junk.dat", bytes);
-        const Report report = restore(view, folder / "junk.dat", all);
-        EXPECT_FALSE(report.good);
-        EXPECT_THAT(report.backupTrouble, HasSubstr(reason));
+        const Ending ending = restore(view, folder / "junk.dat", all);
+        EXPECT_FALSE(ending.good());
+        EXPECT_THAT(ending.backupTrouble, HasSubstr(reason));
         EXPECT_EQ(memory(), held);
     }
     folder.write("junk.dat", mine + std::string(0x6000, 'x'));
-    EXPECT_TRUE(restore(view, folder / "junk.dat", all).good);
+    EXPECT_TRUE(restore(view, folder / "junk.dat", all).good());
 }
 
 // A bad line may have falsified some bytes; a stamp of another time means another write.
@@ -467,69 +467,73 @@ TEST_F(Safeguards, ARadioIsKnownAgainByItsStampAndAllButEightBytes) {
             auto& byte = radio->memory()[static_cast<std::size_t>(address)];
             byte = static_cast<std::uint8_t>(byte + 0x55);
         }
-        const Report report = takeBack(view, all);
-        EXPECT_EQ(report.otherRadio, !known) << std::hex << first << " to " << last;
-        EXPECT_EQ(report.good, known);
-        EXPECT_EQ(report.backup, known ? backup : fs::path());
+        const Ending ending = takeBack(view, all);
+        EXPECT_EQ(ending.what == What::otherRadio, !known) << std::hex << first << " to " << last;
+        EXPECT_EQ(ending.good(), known);
+        EXPECT_EQ(ending.backup, known ? backup : fs::path());
     }
 }
 
 // The write range is smaller than what is read: the flipped address lies outside it.
 TEST_F(Safeguards, ABlockStoredAtAWrongAddressIsFound) {
     modIicDat::state().writeRange = {0x10, 0x4F};
-    EXPECT_TRUE(write(view, all).good);
+    EXPECT_TRUE(write(view, all).good());
     plug({.requestBytes = {
               {.kind = ByteFaultKind::corrupt, .byte = 8 + 67 * 4 + 7 + 8 + 3, .value = 0x80}}});
     std::ranges::copy(IicDat().bytes().subspan(0x10, 16), radio->memory().subspan(0x10).begin());
-    const Report report = write(view, all);
-    EXPECT_EQ(report.stage, Stage::compare);
-    ASSERT_FALSE(report.differences.empty());
-    EXPECT_EQ(report.differences.front().address, 0x90);
+    const Ending ending = write(view, all);
+    EXPECT_EQ(ending.stage, Stage::compare);
+    ASSERT_FALSE(ending.differences.empty());
+    EXPECT_EQ(ending.differences.front().address, 0x90);
 }
 
 TEST_F(Safeguards, ARestoreThatCannotBeRightTouchesNothing) {
     const auto path = write(view, all).backup;
     const auto held = memory();
     fs::rename(fs::path(path).replace_extension("lost"), folder / "kept");
-    EXPECT_TRUE(restore(view, path, all).good);
+    EXPECT_TRUE(restore(view, path, all).good());
     EXPECT_EQ(memory()[0x400], held[0x400]) << "what no file says stays as the radio has it";
     folder.write("Data/Backups/" + path.stem().string() + ".lost", "short");
-    EXPECT_FALSE(restore(view, path, all).good);
+    EXPECT_FALSE(restore(view, path, all).good());
+    // With a note the radio is read before the backup is.
+    const auto noted = write(view, all).backup;
+    fs::resize_file(fs::path(noted).replace_extension("lost"), 3);
+    EXPECT_THAT(advice(restore(view, noted, all)), HasSubstr("The backup cannot be read"));
     modIicDat::sizeArrays(0x42E);
-    const Report report = restore(view, path, {});
-    EXPECT_THAT(advice(report), HasSubstr("0000 to 042F do not lie within the memory image"));
+    const Ending ending = restore(view, path, {});
+    EXPECT_THAT(advice(ending), HasSubstr("0000 to 042F do not lie within the memory image"));
     modIicDat::state().writeRange = {0x20, 0x1F};
     EXPECT_TRUE(write(view, all).stage == Stage::write) << "nothing to guard";
 }
 
 TEST_F(Safeguards, APlainDataFileRestoresAllThatItHolds) {
     const auto before = memory();
-    EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good);
+    EXPECT_TRUE(write(view, {.backUpFirst = true}, folder / "mine.dat").good());
     EXPECT_EQ(backupCount(), 0U);
     EXPECT_NE(memory()[0x400], before[0x400]);
     std::ranges::fill(radio->memory().subspan(0x400, 16), std::uint8_t{0xA5});
-    EXPECT_TRUE(restore(view, folder / "mine.dat", all).good);
+    EXPECT_TRUE(restore(view, folder / "mine.dat", all).good());
     auto expected = before;
     std::fill_n(expected.begin() + 0x400, 16, std::uint8_t{0xA5});
     EXPECT_EQ(memory(), expected);
 
     modIicDat::state().writeRange = {0, 0x2FF};
     plug({.silentFrom = 60});
-    EXPECT_TRUE(restore(view, folder / "mine.dat", {}).good) << "the lost bytes lie beyond";
+    EXPECT_TRUE(restore(view, folder / "mine.dat", {}).good()) << "the lost bytes lie beyond";
     modIicDat::state().writeRange = {0, 0x42F};
     plug({}, expected);
 
     folder.write("short.dat", "short");
     for (const char* name : {"short.dat", "none.dat"}) {
-        const Report report = restore(view, folder / name, all);
-        EXPECT_FALSE(report.good);
-        EXPECT_THAT(advice(report), HasSubstr("The backup cannot be read"));
+        const Ending ending = restore(view, folder / name, all);
+        EXPECT_FALSE(ending.good());
+        EXPECT_THAT(advice(ending), HasSubstr("The backup cannot be read"));
         EXPECT_EQ(memory(), expected);
     }
 }
 
 TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
-    EXPECT_TRUE(read(view, all).good);
+    EXPECT_TRUE(read(view, all).good());
     EXPECT_EQ(IicDat()(0x42F), radio->memory()[0x42F]);
     ASSERT_EQ(backupCount(), 1U);
     const auto copy = backups::load(backups::list().front().path, {0, 0x42F}).image;
@@ -539,18 +543,18 @@ TEST_F(Safeguards, OnlyTwoEqualPassesBecomeTheImage) {
     // After the handshake's two bytes and the header of the block that channel 2 has.
     plug({.replyBytes = {{.kind = ByteFaultKind::corrupt, .byte = 2 + 40 + 5, .value = 1}}});
     view = {};
-    const Report report = read(view, all);
-    EXPECT_FALSE(report.good);
+    const Ending ending = read(view, all);
+    EXPECT_FALSE(ending.good());
     EXPECT_EQ(IicDat(), before);
     EXPECT_EQ(backupCount(), 1U);
     EXPECT_THAT(view.statuses, testing::Not(HasSubstr("Successful")));
-    EXPECT_THAT(advice(report), HasSubstr("(bytes listed under Details: 1)"));
-    listDifferences(report);
+    EXPECT_THAT(advice(ending), HasSubstr("(bytes listed under Details: 1)"));
+    listDifferences(ending);
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("0020: "));
     EXPECT_THAT(modCommun::state().listRtData.lines().back(), HasSubstr("Channel 2"));
 
     plug({.silentFrom = 10});
-    EXPECT_FALSE(read(view, all).good);
+    EXPECT_FALSE(read(view, all).good());
     EXPECT_EQ(backupCount(), 1U);
     dialogs.take();
 }
@@ -588,22 +592,22 @@ TEST_F(Safeguards, WhatFailsLeavesNothingUntold) {
         plug(row.faults);
         fs::remove_all(backups::folder());
         const auto before = memory();
-        const Report report = write(view, row.choices);
-        EXPECT_FALSE(report.good);
-        EXPECT_EQ(report.stage, row.stage) << row.advice;
+        const Ending ending = write(view, row.choices);
+        EXPECT_FALSE(ending.good());
+        EXPECT_EQ(ending.stage, row.stage) << row.advice;
         EXPECT_EQ(memory() != before, row.touched) << row.advice;
-        EXPECT_THAT(advice(report), HasSubstr(row.advice));
+        EXPECT_THAT(advice(ending), HasSubstr(row.advice));
         dialogs.take();
-        EXPECT_EQ(report.backup.empty(), row.stage == Stage::backUp || row.choices == Choices{});
+        EXPECT_EQ(ending.backup.empty(), row.stage == Stage::backUp || row.choices == Choices{});
     }
 
     fs::remove_all(backups::folder());
     folder.write("Data/Backups", "in the way");
     plug();
     const auto before = memory();
-    const Report report = write(view, all);
+    const Ending ending = write(view, all);
     EXPECT_EQ(memory(), before);
-    EXPECT_THAT(advice(report), HasSubstr("could not be stored (" + backups::folder().string()));
+    EXPECT_THAT(advice(ending), HasSubstr("could not be stored (" + backups::folder().string()));
 }
 
 TEST_F(Safeguards, TheStagesThatChoicesMean) {

@@ -13,15 +13,25 @@ namespace {
 
 using modSession::Outcome;
 using modSession::Result;
+using safeguards::Task;
+using safeguards::What;
 using testing::HasSubstr;
 using Entries = std::vector<modShowErr::Entry>;
 
 class SessionAdvice : public test::ProgramFolder {
   protected:
+    /// What is said of a plain session.
     static std::string in(TextLanguage language, Direction direction, const Result& result,
                           const Entries& logged) {
         setTextLanguage(language);
-        return adviceAfter(direction, result, logged);
+        const bool read = direction == Direction::read;
+        safeguards::Ending plain;
+        plain.task = read ? Task::readOnce : Task::write;
+        plain.stage = read ? Stage::read : Stage::write;
+        plain.result = result;
+        plain.what = safeguards::whatBy(result.outcome);
+        const auto notice = noticeOf(plain, logged);
+        return plain.good() ? notice.headline + "|" + notice.advice : notice.advice;
     }
 };
 
@@ -99,20 +109,21 @@ TEST_F(SessionAdvice, TellsCauseStateAndNextStep) {
 TEST_F(SessionAdvice, SuccessIsOneLine) {
     const Result done = with(Outcome::succeeded);
     const auto language = TextLanguage::english;
-    EXPECT_EQ(in(language, Direction::read, done, {}), "Radio read: 512 blocks.");
+    EXPECT_EQ(in(language, Direction::read, done, {}), "Radio read: 512 blocks.|");
     EXPECT_EQ(
         in(language, Direction::write, done, {{modCommun::procedures::closeCom, 61, "disk full"}}),
-        "Radio written: 512 blocks. But an error was reported: disk full");
-    EXPECT_EQ(in(TextLanguage::chinese, Direction::read, done, {}), "对讲机已读取：512 个数据块。");
+        "Radio written: 512 blocks.|But an error was reported: disk full");
+    EXPECT_EQ(in(TextLanguage::chinese, Direction::read, done, {}),
+              "对讲机已读取：512 个数据块。|");
     EXPECT_EQ(in(language, Direction::read, with(Outcome::busy), {}), "");
 }
 
 TEST_F(SessionAdvice, AnErrorOfTheRunItselfIsNoSuccess) {
     const Entries logged{{"frmCommun->held", 7, "out of memory"}};
-    const auto read = endingOfError(Direction::read, logged);
+    const auto read = noticeOfError(Direction::read, logged);
     EXPECT_EQ(read.headline + " " + read.advice,
               "The radio was not read. The session ended with an error: out of memory.");
-    const auto write = endingOfError(Direction::write, logged);
+    const auto write = noticeOfError(Direction::write, logged);
     EXPECT_EQ(write.headline, "The radio may be partly written!");
     EXPECT_THAT(write.advice, HasSubstr("write again before it is used"));
     EXPECT_TRUE(read.tone == Tone::bad && write.tone == Tone::bad);
@@ -121,23 +132,26 @@ TEST_F(SessionAdvice, AnErrorOfTheRunItselfIsNoSuccess) {
 TEST_F(SessionAdvice, HeadlineSaysWhatHappenedAndHowBadItIs) {
     constexpr auto write = Direction::write;
     const auto run = [](Direction direction, Stage stage, const Result& result) {
-        safeguards::Report report;
-        report.direction = direction;
+        safeguards::Ending report;
+        report.task = direction == Direction::read ? Task::readOnce : Task::write;
         report.stage = stage;
         report.result = result;
         return report;
     };
-    const auto changed = [](safeguards::Report report, auto change) {
+    const auto changed = [](safeguards::Ending report, auto change) {
         change(report);
         return report;
     };
     const Result done = with(Outcome::succeeded);
     const Result torn = failed(20, 4, 0x20);
-    const auto good = [](auto& report) { report.good = true; };
-    const auto written = [](auto& report) { report.written = true; };
-    const auto differs = [](auto& report) { report.differences = {{0x30, 1, 2}}; };
+    const auto good = [](auto& report) { report.what = What::done; };
+    const auto refused = [](auto& report) { report.what = What::refused; };
+    const auto differs = [](auto& report) {
+        report.what = What::differs;
+        report.differences = {{0x30, 1, 2}};
+    };
     const auto wish = [](auto& report) { report.result.outcome = Outcome::stopped; };
-    const std::tuple<safeguards::Report, Tone, std::string> cases[] = {
+    const std::tuple<safeguards::Ending, Tone, std::string> cases[] = {
         {changed(run(Direction::read, Stage::read, done), good), Tone::good,
          "Radio read: 512 blocks."},
         {run(Direction::read, Stage::read, failed(20)), Tone::bad, "The radio was not read."},
@@ -151,31 +165,32 @@ TEST_F(SessionAdvice, HeadlineSaysWhatHappenedAndHowBadItIs) {
         {run(write, Stage::write, torn), Tone::bad, "The radio is only partly written!"},
         {changed(run(write, Stage::write, torn), wish), Tone::bad,
          "The radio is only partly written!"},
-        {changed(run(write, Stage::compare, failed(20)), written), Tone::bad,
+        {run(write, Stage::compare, failed(20)), Tone::bad,
          "The radio is written, but not compared."},
-        {changed(changed(run(write, Stage::compare, done), written), differs), Tone::bad,
+        {changed(run(write, Stage::compare, done), differs), Tone::bad,
          "The radio does not hold what was sent!"},
     };
     setTextLanguage(TextLanguage::english);
     for (const auto& [report, tone, headline] : cases) {
         SCOPED_TRACE(headline);
-        const auto ending = endingOf(report, {});
+        const auto ending = noticeOf(report, {});
         EXPECT_EQ(ending.headline, headline);
         EXPECT_EQ(ending.tone, tone);
         if (report.result.failedAttempts == 20) {
             // What stands there while the box is open does not say anything else.
             const auto early =
-                endingWhileGivingUp(report.direction, report.stage, report.result, {});
+                noticeWhileGivingUp(report.direction(), report.stage, report.result, {});
             EXPECT_EQ(early.headline, headline);
             EXPECT_THAT(ending.advice, testing::StartsWith(early.advice));
         }
     }
-    EXPECT_EQ(endingOf(run(write, Stage::write, with(Outcome::busy)), {}).headline, "");
+    EXPECT_EQ(
+        noticeOf(changed(run(write, Stage::write, with(Outcome::busy)), refused), {}).headline, "");
     const auto earlier = [](auto& report) {
         report.backup = "c.dat";
         report.earlier = {"b.dat", "a.dat"};
     };
-    EXPECT_THAT(endingOf(changed(run(write, Stage::write, torn), earlier), {}).advice,
+    EXPECT_THAT(noticeOf(changed(run(write, Stage::write, torn), earlier), {}).advice,
                 HasSubstr("2 earlier writes broke off"));
 }
 
