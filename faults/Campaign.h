@@ -139,7 +139,7 @@ inline Words placed(Words words, const test::TempFolder& folder) {
 }
 
 /// Puts a program that changes the conditions in front of another.
-inline Words behind(Words wrapper, const Words& words) {
+inline Words after(Words wrapper, const Words& words) {
     wrapper.insert(wrapper.end(), words.begin(), words.end());
     return wrapper;
 }

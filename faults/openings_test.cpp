@@ -77,8 +77,7 @@ class Openings : public DesktopCore {
     [[nodiscard]] Outcome cli(const Words& words) const {
         const test::TempFolder scratch;
         return execute(
-            behind(behind(asOrdinaryUser(), {K520_CLI, "--program-folder", home()}), words),
-            scratch);
+            after(after(asOrdinaryUser(), {K520_CLI, "--program-folder", home()}), words), scratch);
     }
     [[nodiscard]] bool ordinaryUserCanRunIt() const { return cli({"--version"}).code == 0; }
 
@@ -220,23 +219,23 @@ TEST_F(Openings, ReadOnlyFoldersHinderNothingButSaving) {
     }
     const Words driver{K520_FAULT_DRIVER, home()};
     const auto cliWords = [&](const Words& words) {
-        return behind({K520_CLI, "--program-folder", home()}, words);
+        return after({K520_CLI, "--program-folder", home()}, words);
     };
     const std::pair<Words, std::string> cases[] = {
         {cliWords({"show", data}), ""},
         {cliWords({"set", data, "ch1.rx=446.1", "-o", folder / "set.dat"}), ""},
         {cliWords({"export", data}), ""},
         {cliWords({"config", "get", "Setting", "COM"}), ""},
-        {behind(driver, {"start"}), ""},
-        {behind(driver, {"save", folder / "saved.dat"}), ""},
+        {after(driver, {"start"}), ""},
+        {after(driver, {"save", folder / "saved.dat"}), ""},
         {cliWords({"new", closed + "/a.dat"}), "the folder " + closed + " takes no new file"},
         {cliWords({"export", data, "-o", closed + "/a.csv"}), closed},
         {cliWords({"config", "set", "Setting", "COM", "3"}), home()},
-        {behind(driver, {"save", closed + "/a.dat"}), closed},
-        {behind(driver, {"lock"}), home()}};
+        {after(driver, {"save", closed + "/a.dat"}), closed},
+        {after(driver, {"lock"}), home()}};
     for (const auto& [words, named] : cases) {
         const test::TempFolder scratch;
-        const auto run = execute(behind(asOrdinaryUser(), words), scratch);
+        const auto run = execute(after(asOrdinaryUser(), words), scratch);
         EXPECT_EQ(run.code, named.empty() ? 0 : 1) << words.back() << run.err;
         EXPECT_THAT(run.err, HasSubstr(named));
         row.add(named.empty() ? "done" : "the folder named", run.milliseconds);

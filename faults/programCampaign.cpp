@@ -99,14 +99,14 @@ int measure(const char* fault, const SimFaults& faults) {
         }
     }
     const std::chrono::duration<double> time = steady_clock::now() - start;
-    const std::chrono::duration<double> behind =
+    const std::chrono::duration<double> afterwards =
         gone == start ? gone - start : steady_clock::now() - gone;
     const double share = (seconds(used.ru_utime) + seconds(used.ru_stime)) / time.count() * 100;
     const bool failed = WIFEXITED(status) && WEXITSTATUS(status) == 1;
     fmt::print(
         "| {} | real read | 1 | {:.2f} s, {:.2f} s of them after the unplugging, processor "
         "{:.1f} %, largest {} KiB{} |\n",
-        fault, time.count(), behind.count(), share, used.ru_maxrss, failed ? "" : ", NOT TOLD");
+        fault, time.count(), afterwards.count(), share, used.ru_maxrss, failed ? "" : ", NOT TOLD");
     return failed ? 0 : 1;
 }
 

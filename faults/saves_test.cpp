@@ -33,7 +33,7 @@ struct Save {
 };
 
 Words cli(Words words) {
-    return behind({K520_CLI, "--program-folder", "@home"}, words);
+    return after({K520_CLI, "--program-folder", "@home"}, words);
 }
 
 const std::vector<Save>& saves() {
@@ -163,7 +163,7 @@ class Trials {
         const auto in = fresh();
         const auto log = scratch_ / "log";
         const auto run = execute(
-            placed(behind({"strace", "-E", noLeakCheck, "-o", log}, save_.words), in->folder),
+            placed(after({"strace", "-E", noLeakCheck, "-o", log}, save_.words), in->folder),
             scratch_);
         EXPECT_EQ(run.code, 0) << run.err;
         std::vector<Call> calls;
@@ -185,11 +185,11 @@ class Trials {
         const bool killed = fault.what == "signal=KILL";
         const bool mayLeave = killed || fault.call.name == "unlinkat";
         const auto words =
-            behind({"strace", "-E", noLeakCheck, "-o", "/dev/null", "-e",
-                    fmt::format("inject={}:{}:when={}{}", fault.call.name,
-                                fault.what.substr(0, fault.what.find('+')), fault.call.number,
-                                fault.what.ends_with('+') ? "+" : "")},
-                   save_.words);
+            after({"strace", "-E", noLeakCheck, "-o", "/dev/null", "-e",
+                   fmt::format("inject={}:{}:when={}{}", fault.call.name,
+                               fault.what.substr(0, fault.what.find('+')), fault.call.number,
+                               fault.what.ends_with('+') ? "+" : "")},
+                  save_.words);
         SCOPED_TRACE(fmt::format("{}: {} at {} {}", save_.name, fault.what, fault.call.number,
                                  fault.call.line));
         const auto run = execute(placed(words, in->folder), scratch);
@@ -205,7 +205,7 @@ class Trials {
         const TempFolder scratch;
         SCOPED_TRACE(fmt::format("{} with files of at most {} bytes", save_.name, bytes));
         const auto run = execute(
-            placed(behind({"prlimit", fmt::format("--fsize={}", bytes)}, save_.words), in->folder),
+            placed(after({"prlimit", fmt::format("--fsize={}", bytes)}, save_.words), in->folder),
             scratch);
         // A limit may be too small for the message, too, when that goes to a file.
         constexpr std::size_t longestMessage = 512;
