@@ -4,11 +4,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "app/modShowErr.h"
 #include "base/Checked.h"
 #include "base/Controls.h"
 #include "base/Procedure.h"
@@ -47,8 +49,8 @@ struct State {
     /// The port object, from OpenCom to CloseCom.
     std::unique_ptr<SerialPort> comCommun;
     std::int16_t portFailureFlag = flagFalse;
-    /// The device failure that the open port raised last and that has been told; empty before.
-    std::string toldFailure;
+    /// The device failure that the open port raised last and that has been told; none before.
+    std::optional<modShowErr::Entry> toldFailure;
 
     // The data list and the number of its next line.
     LineList listRtData;

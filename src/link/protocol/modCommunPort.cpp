@@ -35,7 +35,7 @@ std::unique_ptr<SerialPort> makePort(std::int16_t number) {
 
 void OpenCom() {
     State& s = state();
-    s.toldFailure.clear();
+    s.toldFailure.reset();
     const bool opened = guarded(procedures::openCom, [&] {
         s.comCommun = makePort(s.portNumber);
         s.comCommun->open();

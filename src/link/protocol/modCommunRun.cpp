@@ -17,6 +17,14 @@ constexpr std::int16_t phaseDelayMs = 5;
 constexpr std::size_t frameLimit = 101;
 constexpr std::string_view anyByte = "VA";
 
+/// Whether the port has failed like this before. In which procedure does not count: all of them
+/// talk to the one port.
+bool isTold(const RuntimeError& error) {
+    const auto& told = state().toldFailure;
+    return told && told->number == error.number() && told->subject == error.subject() &&
+           told->source == error.source();
+}
+
 /// Runs a body as guarded() does, but is silent about a failure of the port that has been told.
 template <class Body>
 bool guardedOnce(const Procedure& procedure, Body&& body) {
@@ -26,13 +34,14 @@ bool guardedOnce(const Procedure& procedure, Body&& body) {
             body();
             done = true;
         } catch (const RuntimeError& error) {
-            const bool known = error.source() == state().toldFailure;
+            if (isTold(error)) {
+                return;
+            }
             if (error.number() == errNum::deviceIo) {
-                state().toldFailure = error.source();
+                state().toldFailure.emplace(procedure, error.number(), error.source(),
+                                            error.subject());
             }
-            if (!known) {
-                throw;
-            }
+            throw;
         }
     });
     return done;
