@@ -232,6 +232,9 @@ void RadioLink::conclude(const safeguards::Ending& ending) {
     }
     if (ending.good()) {
         tellOfLateFailures(ending.begin);
+        for (const auto& earlier : ending.earlier) {
+            warn(say(texts::restPutBackBy, restoreCommand(earlier)));
+        }
         return;
     }
     warnBetween(ending.begin, ending.mark);
@@ -250,20 +253,21 @@ void RadioLink::failFor(const safeguards::Ending& ending) const {
     }
 }
 
+std::string RadioLink::restoreCommand(const std::filesystem::path& backup) const {
+    const bool named = port_ == VirtualPort::name || portNumber(port_);
+    const auto port = named ? port_ : absolutePath(port_);
+    return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
+}
+
 /// How to put back what the radio held, once a write has begun to change it.
 std::string RadioLink::wayBack(const safeguards::Ending& ending) const {
     if (ending.backup.empty() || ending.task == Task::restore) {
         return {};
     }
-    const bool named = port_ == VirtualPort::name || portNumber(port_);
-    const auto port = named ? port_ : absolutePath(port_);
-    const auto command = [&](const std::filesystem::path& backup) {
-        return ownCommand({"restore", "-p", port, "--from", absolutePath(backup.string())});
-    };
-    auto text = ending.radioChanged() ? say(texts::putBackBy, command(ending.backup))
+    auto text = ending.radioChanged() ? say(texts::putBackBy, restoreCommand(ending.backup))
                                       : say(texts::backupIs, ending.backup.string());
     for (const auto& earlier : ending.earlier) {
-        text += say(texts::earlierPutBackBy, command(earlier));
+        text += say(texts::earlierPutBackBy, restoreCommand(earlier));
     }
     return text;
 }

@@ -50,6 +50,8 @@ class RadioLink {
   private:
     void conclude(const safeguards::Ending& ending);
     [[noreturn]] void failFor(const safeguards::Ending& ending) const;
+    /// The command that puts a backup back.
+    [[nodiscard]] std::string restoreCommand(const std::filesystem::path& backup) const;
     [[nodiscard]] std::string wayBack(const safeguards::Ending& ending) const;
     void printTrace(const std::string& line);
     /// What stages that succeeded have left in the error list, before one that did not.

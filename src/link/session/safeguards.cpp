@@ -44,13 +44,14 @@ MemoryImage expectedAfter(const MemoryImage& found, AddressRange written) {
 
 /// The notes of a write while it is on. Its own stands from before the first byte. Those of earlier
 /// writes to the same radio are of no use once this one has one of its own or has come to its good
-/// end; but where they can be of several radios, all of them stay.
+/// end; but where they can be of several radios, all of them stay. A good write that does not reach
+/// all that an earlier one has torn leaves the radio torn: its own note counts as unfinished then.
 class WriteNotes {
   public:
     /// Looks which earlier writes may have left a radio that holds `found` torn. Their backups
     /// count only where they cover all that is about to change. Where a good write explains what
     /// was found as well, the radio may be a whole one, and none counts.
-    void look(const MemoryImage& found, AddressRange range) {
+    void look(const MemoryImage& found, AddressRange range, AddressRange written) {
         auto notes = unfinishedWrite::all();
         std::erase_if(notes, [&](const Note& note) {
             if (isWritten(note)) {
@@ -67,6 +68,8 @@ class WriteNotes {
         }
         // Without its stamp a radio is not known well enough to forget what it needs.
         stampSeen_ = contains(range, {stamp::address, stamp::address + stamp::length - 1});
+        staysTorn_ = earlier_.size() == 1 &&
+                     unfinishedWrite::staysTorn(earlier_.front(), found, range, written);
     }
     [[nodiscard]] Paths earlier() const { return beforeOf(earlier_); }
 
@@ -81,7 +84,7 @@ class WriteNotes {
                     .sent = expectedAfter(found, written)};
         unfinishedWrite::keep(*own_);
     }
-    void end(const Ending& ending, bool good) {
+    void end(Ending& ending, bool good) {
         const bool changed = ending.radioChanged();
         if (own_ && !changed) {
             unfinishedWrite::drop(own_->backup);
@@ -89,20 +92,29 @@ class WriteNotes {
         if (own_ && changed) {
             keepOwn(ending, good);
         }
-        if (stampSeen_ && earlier_.size() == 1 && (good || (own_ && changed))) {
+        const bool replaced = (own_ && changed) || (good && !staysTorn_);
+        if (takesOver() && replaced) {
             unfinishedWrite::drop(earlier_.front().backup);
+        }
+        if (good && !staysTorn_) {
+            ending.earlier.clear();
         }
     }
 
   private:
+    /// Whether the one earlier write is known well enough to be forgotten.
+    [[nodiscard]] bool takesOver() const { return stampSeen_ && earlier_.size() == 1; }
+
     void keepOwn(const Ending& ending, bool good) {
-        own_->state = good ? unfinishedWrite::State::written : unfinishedWrite::State::unfinished;
+        const bool whole = good && !(takesOver() && staysTorn_);
+        own_->state = whole ? unfinishedWrite::State::written : unfinishedWrite::State::unfinished;
         own_->barelyBegun = ending.arrived() == Arrived::perhapsPart;
         guarded("safeguards->write", [&] { unfinishedWrite::keep(*own_); });
     }
 
     std::vector<Note> earlier_;
     bool stampSeen_ = false;
+    bool staysTorn_ = false;
     std::optional<Note> own_;
 };
 
@@ -115,7 +127,7 @@ backups::Backup storeBackup(const MemoryImage& image, AddressRange range, backup
 bool backUp(Run& run, AddressRange range, AddressRange written, const std::filesystem::path& to,
             MemoryImage& found, WriteNotes& notes) {
     return run.readScratch(Stage::backUp, range, found) && run.store(What::notStored, [&] {
-        notes.look(found, range);
+        notes.look(found, range, written);
         run.ending().earlier = notes.earlier();
         if (!to.empty()) {
             run.ending().displaced = backups::storeAs(to, found).value_or("");

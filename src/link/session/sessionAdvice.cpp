@@ -280,7 +280,10 @@ std::string adviceOfSuccess(const Ending& ending, Entries logged) {
     const auto compared = say(read ? texts::bothReadsAgree : texts::radioHoldsAll);
     const auto verdict =
         joined(doubts(logged), ending.stage == Stage::compare ? compared : std::string());
-    return joined(verdict, backupText(ending));
+    return joined(verdict,
+                  ending.earlier.empty()
+                      ? backupText(ending)
+                      : say(texts::earlierNotCovered, ending.earlier.front().filename().string()));
 }
 
 Notice success(const Ending& ending, Entries logged) {

@@ -244,6 +244,29 @@ Weight weigh(const Note& note, const std::vector<MemoryImage>& before, const Mem
     return weight;
 }
 
+bool contains(AddressRange outer, AddressRange inner) {
+    return outer.start <= inner.start && inner.end <= outer.end;
+}
+
+/// Whether all that came from the radio of a note before its first attempt lies in a range.
+bool allWithin(const Note& note, AddressRange range) {
+    return std::ranges::all_of(note.before, [&](const auto& backup) {
+        return contains(range, backups::parseName(backup)->covered);
+    });
+}
+
+/// Whether two images agree in a range but for a smaller one. The stamp does not count.
+bool agreeBeside(AddressRange written, const MemoryImage& a, const MemoryImage& b,
+                 AddressRange range) {
+    for (int address = range.start; address <= range.end; ++address) {
+        const bool beside = address < written.start || address > written.end;
+        if (beside && !inStamp(address) && a(address) != b(address)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 AddressRange coveredBy(const Note& note) {
     return backups::parseName(note.backup)->covered;
 }
@@ -342,6 +365,19 @@ std::vector<Note> bestFitting(const std::vector<Note>& notes, const MemoryImage&
 
 bool shows(const Note& note, const MemoryImage& now, AddressRange range) {
     return note.barelyBegun || weigh(note, heldBefore(note), now, range).forIt > 0;
+}
+
+bool staysTorn(const Note& note, const MemoryImage& now, AddressRange known, AddressRange written) {
+    if (allWithin(note, written)) {
+        return false;
+    }
+    const auto isWhole = [&](const MemoryImage& image) {
+        return agreeBeside(written, image, now, known);
+    };
+    // What a later attempt sent stands on what an earlier one had torn.
+    const bool first = note.before == std::vector{note.backup};
+    return !allWithin(note, known) ||
+           !(std::ranges::any_of(heldBefore(note), isWhole) || (first && isWhole(note.sent)));
 }
 
 }  // namespace k520::unfinishedWrite

@@ -74,4 +74,10 @@ void drop(const std::filesystem::path& backup);
 /// this tells it apart.
 [[nodiscard]] bool shows(const Note& note, const MemoryImage& now, modIicDat::AddressRange range);
 
+/// Whether the radio of a note, which holds `now` in the range `known`, stays torn after a good
+/// write of the range `written`: outside of that it holds neither all that was sent nor all that it
+/// held before, or nobody knows. `known` covers `written`.
+[[nodiscard]] bool staysTorn(const Note& note, const MemoryImage& now,
+                             modIicDat::AddressRange known, modIicDat::AddressRange written);
+
 }  // namespace k520::unfinishedWrite

@@ -407,6 +407,46 @@ TEST_F(Safeguards, AWholeRadioOfEqualContentIsNotTakenForATornOne) {
     EXPECT_THAT(unfinished(), testing::IsEmpty());
 }
 
+TEST_F(Safeguards, AGoodWriteOfASmallerRangeForgetsOnlyWhatItCovers) {
+    const auto before = memory();
+    const struct {
+        unsigned blocks;  // that the torn write stored
+        modIicDat::AddressRange range;
+        bool ownFile;
+        bool staysTorn;
+    } cases[] = {
+        {30, {0x10, 0x4F}, false, true}, {30, {0x10, 0x4F}, true, true},
+        {30, {0, 0x42F}, true, false},   {4, {0, 0x4F}, false, false},  // the rest is as it was
+        {4, {0, 0x2F}, false, true},                                    // one block short
+        {67, {0x10, 0x4F}, false, false}};  // only the end of the session was missing
+    for (const auto& [blocks, range, ownFile, staysTorn] : cases) {
+        SCOPED_TRACE(testing::Message() << blocks << " blocks, then up to " << range.end);
+        fs::remove_all(backups::folder());
+        fs::remove(folder / "mine.dat");
+        modIicDat::state().writeRange = {0, 0x42F};
+        plug({.silentFrom = 70 + 3 + blocks}, before);
+        const auto backup = write(view, all).backup;
+        dialogs.take();
+        modIicDat::state().writeRange = range;
+        plug({}, memory());
+        IicDat()(0x20) ^= 0xFF;
+        const Ending ending = write(view, all, ownFile ? folder / "mine.dat" : fs::path());
+        EXPECT_TRUE(ending.good());
+        EXPECT_EQ(unfinished(), staysTorn ? std::vector{backup} : std::vector<fs::path>());
+        EXPECT_EQ(ending.earlier, unfinished());
+        EXPECT_EQ(advice(ending).find("still in the radio") != std::string::npos, staysTorn);
+        if (staysTorn && !ownFile) {
+            const auto torn = memory();
+            EXPECT_TRUE(write(view, all).good()) << "the smaller range once more";
+            EXPECT_THAT(unfinished(), testing::ElementsAre(backup));
+            plug({}, torn);
+            EXPECT_TRUE(takeBack(view, all).good());
+            EXPECT_EQ(memory(), before);
+            EXPECT_THAT(unfinished(), testing::IsEmpty());
+        }
+    }
+}
+
 TEST_F(Safeguards, NotesOfOlderVersionsCountUntilTheirRadioIsWhole) {
     const auto before = memory();
     plug({.silentFrom = 70 + 60}, before);
