@@ -17,6 +17,7 @@
 #include "app/modSoftFace.h"
 #include "base/Clock.h"
 #include "base/Dialogs.h"
+#include "desktop/link/communTexts.h"
 #include "desktop/link/frmCommunDetails.h"
 #include "desktop/link/frmCommunGuards.h"
 #include "desktop/link/frmCommunLight.h"
@@ -30,7 +31,6 @@
 #include "desktop/widgets/owned.h"
 #include "desktop/widgets/screenRoom.h"
 #include "link/protocol/modCommun.h"
-#include "link/session/linkTexts.h"
 #include "link/session/modSession.h"
 #include "link/session/restoreList.h"
 

@@ -6,13 +6,13 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "desktop/link/communTexts.h"
 #include "desktop/link/frmCommunList.h"
 #include "desktop/link/frmCommunRanges.h"
 #include "desktop/widgets/LineListModel.h"
 #include "desktop/widgets/captions.h"
 #include "desktop/widgets/owned.h"
 #include "link/protocol/modCommun.h"
-#include "link/session/linkTexts.h"
 
 namespace k520 {
 

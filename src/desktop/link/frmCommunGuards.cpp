@@ -10,10 +10,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/link/communTexts.h"
 #include "desktop/widgets/SteadyFrame.h"
 #include "desktop/widgets/captions.h"
 #include "desktop/widgets/owned.h"
-#include "link/session/linkTexts.h"
 #include "link/session/sessionAdvice.h"
 
 namespace k520 {

@@ -8,10 +8,10 @@
 #include <QLineEdit>
 #include <QSignalBlocker>
 
+#include "desktop/link/communTexts.h"
 #include "desktop/widgets/captions.h"
 #include "desktop/widgets/owned.h"
 #include "image/modIicDat.h"
-#include "link/session/linkTexts.h"
 #include "link/session/modSession.h"
 
 namespace k520 {

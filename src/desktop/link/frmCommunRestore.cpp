@@ -12,10 +12,10 @@
 
 #include "app/modSoftFace.h"
 #include "base/Dialogs.h"
+#include "desktop/link/communTexts.h"
 #include "desktop/widgets/captions.h"
 #include "desktop/widgets/owned.h"
 #include "desktop/widgets/screenRoom.h"
-#include "link/session/linkTexts.h"
 
 namespace k520 {
 

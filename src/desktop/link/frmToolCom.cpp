@@ -21,7 +21,6 @@
 #include "link/port/portTexts.h"
 #include "link/protocol/comPorts.h"
 #include "link/protocol/modCommun.h"
-#include "link/session/linkTexts.h"
 #include "link/session/sessionAdvice.h"
 #include "link/simulator/virtualPort.h"
 

@@ -4,43 +4,17 @@
 
 #include "base/Text.h"
 
-/// Texts of the radio link: its dialogs, and how a session ended.
+/// Texts of the radio link: what a session is about to do, and how it ended.
 namespace k520::texts {
 
-// Communication dialog
-inline constexpr Text stopSession{"停止通信(&S)", "&Stop"};
-inline constexpr Text showMemDat{"显示内存数据(&M)", "Show &memory data"};
-inline constexpr Text dataList{"通信数据(&A)", "D&ata"};
-inline constexpr Text addressRanges{"地址范围（十六进制）", "Address ranges (hexadecimal)"};
-inline constexpr Text maxAddress{"最大地址(&X)", "Ma&ximum"};
-inline constexpr Text readFrom{"读起始地址(&F)", "Read &from"};
-inline constexpr Text readTo{"读结束地址(&T)", "Read &to"};
-inline constexpr Text writeFrom{"写起始地址(&O)", "Write fr&om"};
-inline constexpr Text writeTo{"写结束地址(&I)", "Wr&ite to"};
-inline constexpr Text badAddressTip{
-    "不是十六进制地址（0000 - FFFF），仍使用 {:04X}。",
-    "Not a hexadecimal address (0000 to FFFF): {:04X} is still used."};
-inline constexpr Text communLight{"通信指示灯", "Communication light"};
-inline constexpr Text closeWindow{"关闭(&C)", "&Close"};
-
-// What a session is about to do and what it does
+// What a session is about to do, and what it does
 inline constexpr Text readyToRead{"准备读取对讲机", "Ready to read the radio"};
 inline constexpr Text readyToWrite{"准备写入对讲机", "Ready to write to the radio"};
 inline constexpr Text readyHint{
     "请打开对讲机，插好写频线，然后按“{}”。端口：COM{}。",
     "Switch the radio on, plug in the programming cable, then press {}. Port: COM{}."};
-inline constexpr Text stageUnderWay{"第 {0} 步，共 {1} 步：{2}", "Step {0} of {1}: {2}"};
-inline constexpr Text keepConnected{"通信期间请勿关闭对讲机，请勿拔下写频线。",
-                                    "Leave the radio on and the cable plugged in."};
-inline constexpr Text notStoppableYet{
-    "通信不能取消；第六次尝试失败后可勾选“停止通信”。",
-    "A session cannot be cancelled. Stop can be ticked after the sixth failed attempt."};
-inline constexpr Text stoppableNow{"勾选“停止通信”可结束通信。", "Tick Stop to end the session."};
-inline constexpr Text cannotCloseNow{"通信正在进行，现在不能关闭。",
-                                     "A session is running. It cannot be closed now."};
 inline constexpr Text secondsLeft{"约剩 {} 秒", "About {} s left"};
 inline constexpr Text minutesLeft{"约剩 {} 分钟", "About {} min left"};
-inline constexpr Text details{"详细信息(&D)", "&Details"};
 
 // How a session ended: the line above the advice
 inline constexpr Text notRead{"对讲机没有读取成功。", "The radio was not read."};
@@ -117,20 +91,10 @@ inline constexpr Text radioPartlyWritten{
     "对讲机只写入了一部分（写到地址 {:04X}）：使用前请重新写入。",
     "The radio is only partly written (up to {:04X}): write again before it is used."};
 
-// Safeguards: the boxes, the stages, and what is said of them at the end
-inline constexpr Text keepCopy{"保留所读数据的副本(&K)", "&Keep a copy of what was read"};
-inline constexpr Text backUpFirst{"写入前先备份对讲机(&B)", "&Back up the radio before writing"};
-inline constexpr Text readBack{"回读并比较(&P)", "Read back and com&pare"};
-inline constexpr Text restoreRadio{"恢复(&E)", "R&estore"};
-inline constexpr Text restoreQuestion{"将备份 {} 写回对讲机吗？",
-                                      "Write the backup {} back to the radio?"};
+// Safeguards: the backups to choose from, the stages, and what is said of them at the end
 inline constexpr Text restoreTip{"选择一个备份，写回对讲机。",
                                  "Choose a backup to write back to the radio."};
 inline constexpr Text restoreNone{"还没有备份。", "There is no backup yet."};
-inline constexpr Text chooseBackup{"要写回对讲机的备份(&B)", "&Backup to write back to the radio"};
-inline constexpr Text backupTime{"时间", "Time"};
-inline constexpr Text backupMade{"备份原因", "Made"};
-inline constexpr Text backupChanges{"恢复会改变", "A restore would change"};
 inline constexpr Text madeByRead{"读取时", "by a read"};
 inline constexpr Text madeBeforeWrite{"写入前", "before a write"};
 inline constexpr Text madeBeforeUnfinished{"写入前（该次写入没有完成）",
@@ -142,14 +106,6 @@ inline constexpr Text comparedWithSent{"与上次写入对讲机的数据比较�
                                        "Compared with what was last written to a radio."};
 inline constexpr Text comparedWithImage{"与软件窗口中的数据比较。",
                                         "Compared with the data in this program."};
-inline constexpr Text forgetBackup{"不再提醒(&N)", "&No longer needed"};
-inline constexpr Text forgetTip{"那台对讲机已经正常，不再提醒。备份会保留。",
-                                "The radio of that write is all right again. The backup is kept."};
-inline constexpr Text forgetQuestion{
-    "那台对讲机已经正常了吗？备份 {} 会保留，但不再提醒。",
-    "Is the radio of that write all right again? The backup {} is kept, but you are not reminded "
-    "of it any more."};
-inline constexpr Text cancelRestore{"取消(&C)", "&Cancel"};
 inline constexpr Text stageRead{"读取", "Read"};
 inline constexpr Text stageReadAgain{"再次读取并比较", "Read again and compare"};
 inline constexpr Text stageBackUp{"备份", "Backup"};
