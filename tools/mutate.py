@@ -40,10 +40,9 @@ def tests_of(folder):
     return f"k520_{folder.replace('/', '_')}_tests"
 
 
-UNTESTED = {"link/port"}  # by a program of its own: the simulator's tests are its tests
 # Quick ones first; a test belongs to the first pattern of its program that takes it.
 STEPS = (
-    *((tests_of(folder), "-*Faults.*") for folder in FOLDERS if folder not in UNTESTED),
+    *((tests_of(folder), "-*Faults.*") for folder in FOLDERS),
     ("k520_cli_tests", "Contract.*"),
     ("replays", ""),
     ("k520_cli_tests", "-Contract.*"),

@@ -3,7 +3,7 @@
 #include "link/protocol/comPorts.h"
 
 #include "app/programFolder.h"
-#include "link/port/posix/usbDevice.h"
+#include "link/port/platformPort.h"
 #include "link/protocol/modCommun.h"
 #include "link/simulator/virtualPort.h"
 #include "support/ProgramFolder.h"
@@ -11,19 +11,12 @@
 namespace k520::comPorts {
 namespace {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 
 using Ports = test::ProgramFolder;
 
-TEST_F(Ports, DevicesFollowThePlatformUnlessTheSettingsNameOne) {
-    const std::pair<std::int16_t, const char*> devices[] = {
-        {1, "/dev/ttyS0"},   {4, "/dev/ttyS3"},   {5, "/dev/ttyACM0"},
-        {8, "/dev/ttyACM3"}, {9, "/dev/ttyUSB0"}, {16, "/dev/ttyUSB7"}};
-    for (const auto& [number, device] : devices) {
-        EXPECT_EQ(deviceNames::platformDevice(deviceNames::Platform::gnuLinux, number), device);
-    }
-    EXPECT_EQ(deviceNames::platformDevice(deviceNames::Platform::windows, 12), "COM12");
+TEST_F(Ports, TheSettingsNameOtherDevicesThanThePlatform) {
+    EXPECT_EQ(devicePath(12), platformPort::deviceOf(12));
     settings("[Ports]\ncom2 = virtual\nCOM3=/gone/x y\n");
     EXPECT_EQ(describe(2).description, "simulated radio");
     EXPECT_TRUE(describe(2).usable);
@@ -54,21 +47,6 @@ TEST_F(Ports, HighestUsablePortIsChosenAndStored) {
     EXPECT_EQ(state().probeTable(3), 1);
     EXPECT_EQ(state().probeTable(16), -1);
     EXPECT_EQ(failure(), "");
-}
-
-TEST_F(Ports, NamesOfUsbDevicesComeFromTheSystemsTree) {
-    const fs::path cable = folder.write("ttyUSB7", "");
-    fs::create_directories(folder / "hub/cable/tty");
-    fs::create_directories(folder / "class/ttyUSB7");
-    fs::create_symlink(folder / "hub/cable/tty", folder / "class/ttyUSB7/device");
-    for (const char* file : {"hub/product", "hub/idVendor", "hub/cable/idVendor"}) {
-        folder.write(file, "Hub\n");
-    }
-    EXPECT_EQ(usbDevice::description(cable, folder / "class"), "");
-    folder.write("hub/cable/product", "Serial Cable\n");
-    folder.write("hub/cable/manufacturer", "Maker\n");
-    fs::create_symlink(cable, folder / "link");
-    EXPECT_EQ(usbDevice::description(folder / "link", folder / "class"), "Maker Serial Cable");
 }
 
 }  // namespace

@@ -5,30 +5,25 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <gmock/gmock.h>
-#include <grp.h>
 #include <signal.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <termios.h>
 
 #include <ctime>
 #include <thread>
 
-#include "link/port/deviceLink.h"
 #include "link/port/posix/posixPort.h"
 #include "link/simulator/ptyRadio.h"
 #include "link/simulator/virtualPort.h"
 #include "support/Raised.h"
 #include "support/SimulatedClock.h"
-#include "support/TempFolder.h"
 
 namespace k520 {
 namespace {
 
-namespace fs = std::filesystem;
 using std::chrono::milliseconds;
 using test::raised;
 using testing::HasSubstr;
@@ -135,52 +130,7 @@ TYPED_TEST(EverySerialPort, TellsAHangUpFromSilence) {
 
 /// What opening a path raises; number 0 where it succeeds.
 RuntimeError failureOf(const std::string& path) {
-    try {
-        PosixPort(path).open();
-    } catch (const RuntimeError& error) {
-        return error;
-    }
-    return {0, "opened"};
-}
-
-TEST(PosixPort, MakesARawLineOfWhateverItFinds) {
-    const Descriptor master(::posix_openpt(O_RDWR | O_NOCTTY));
-    ASSERT_TRUE(::grantpt(master.get()) == 0 && ::unlockpt(master.get()) == 0);
-    const std::string path = ::ptsname(master.get());
-    const Descriptor terminal(::open(path.c_str(), O_RDWR | O_NOCTTY));
-    termios line{};
-    ASSERT_EQ(::tcgetattr(terminal.get(), &line), 0);
-    line.c_iflag |= ICRNL | IXON | IXOFF | INPCK;
-    line.c_lflag |= ICANON | ECHO | ISIG;
-    line.c_cflag |= CSTOPB;
-    ::cfsetspeed(&line, B115200);
-    ASSERT_EQ(::tcsetattr(terminal.get(), TCSANOW, &line), 0);
-
-    PosixPort port(path);
-    port.open();
-    ASSERT_EQ(::tcgetattr(terminal.get(), &line), 0);
-    EXPECT_EQ(line.c_iflag & (ICRNL | IXON | IXOFF | INPCK), 0U);
-    EXPECT_EQ(line.c_lflag & (ICANON | ECHO | ISIG), 0U);
-    EXPECT_EQ(line.c_oflag & OPOST, 0U);
-    EXPECT_EQ(line.c_cflag & (CSTOPB | CSIZE), static_cast<tcflag_t>(CS8));
-    EXPECT_EQ(::cfgetospeed(&line), static_cast<speed_t>(B9600));
-    EXPECT_EQ(line.c_cc[VMIN] + line.c_cc[VTIME], 0);
-}
-
-TEST(PosixPort, RefusesWhatIsNoSerialDevice) {
-    const test::TempFolder folder;
-    folder.write("plain", "as it was");
-    fs::create_symlink(folder / "plain", folder / "link");
-    fs::create_symlink(folder / "nowhere", folder / "dangling");
-    ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
-    for (const char* name : {"missing", "plain/below", "dangling"}) {
-        EXPECT_EQ(failureOf(folder / name).number(), errNum::fileNotFound) << name;
-    }
-    for (const char* name : {".", "plain", "link", "fifo", "/dev/null"}) {
-        EXPECT_EQ(failureOf(folder / name).number(), errNum::deviceUnavailable) << name;
-        EXPECT_THAT(failureOf(folder / name).source(), HasSubstr("not a serial device"));
-    }
-    EXPECT_EQ(folder.read("plain"), "as it was");
+    return test::failureOf([&] { PosixPort(path).open(); });
 }
 
 /// What a call raises while the process can open nothing more.
@@ -223,28 +173,6 @@ TEST(PtyRadio, SleepsOutALongWait) {
     pty.step(wait);
     EXPECT_GE(theClock().now() - begin, wait);
     EXPECT_LT(std::clock() - busy, CLOCKS_PER_SEC / 2);
-}
-
-TEST(PosixPort, NamesTheGroupThatHasPermission) {
-    const PtyRadio radio(std::make_shared<SimRadio>());
-    const char* const path = radio.devicePath().c_str();
-    const uid_t user = ::geteuid();
-    // The administrator passes by every refusal, and nobody is told to join his group.
-    ASSERT_TRUE(user != 0 || ::chown(path, 0, 1) == 0);
-    struct stat device {};
-    ASSERT_EQ(::stat(path, &device), 0);
-    const struct group* const group = ::getgrgid(device.st_gid);
-    ASSERT_NE(group, nullptr);
-    const std::string remedy = std::string("sudo usermod -aG ") + group->gr_name + " ";
-    // An owner without rights of his own is refused whatever his group may do.
-    for (const mode_t mode : {0060U, 0U}) {
-        ASSERT_EQ(::chmod(path, mode), 0);
-        ASSERT_EQ(::seteuid(user == 0 ? 65534 : user), 0);
-        const RuntimeError failure = failureOf(path);
-        ASSERT_EQ(::seteuid(user), 0);
-        EXPECT_EQ(failure.number(), errNum::permissionDenied);
-        EXPECT_THAT(failure.source(), HasSubstr(mode == 0 ? "only user " : remedy));
-    }
 }
 
 /// Starts another program that marks the device, and locks it where asked; returns its number.
@@ -296,49 +224,6 @@ TEST(PosixPort, GivesUpOnALineThatTakesNoBytesForTheRadioHoldsAFloodBack) {
     }
     EXPECT_GT(radio->counters().complaints, 0U);
     EXPECT_LT(radio->lineBusyUntil() - theClock().now(), milliseconds(470));
-}
-
-TEST(DeviceLink, TurnsAndRemovesOnlyItsOwnLink) {
-    const test::TempFolder folder;
-    const fs::path link = folder / "radio";
-    for (const bool turnedElsewhere : {false, true}) {
-        const DeviceLink first(link, "/dev/pts/100");
-        {
-            const DeviceLink second(link, "/dev/pts/101");
-            EXPECT_EQ(fs::read_symlink(link), "/dev/pts/101");
-            if (turnedElsewhere) {
-                fs::remove(link);
-                fs::create_symlink("/dev/elsewhere", link);
-            }
-        }
-        EXPECT_EQ(fs::is_symlink(link), turnedElsewhere);
-    }
-    folder.write("file", "kept");
-    EXPECT_EQ(raised([&] { DeviceLink(folder / "file", "/dev/null"); }), errNum::pathAccess);
-    EXPECT_THAT(folder.names(), testing::UnorderedElementsAre("radio", "file"));
-}
-
-TEST(DeviceLink, TakesTheLinkOfNobodyWhoRuns) {
-    const test::TempFolder folder;
-    const fs::path link = folder / "radio";
-    const PtyRadio one(std::make_shared<SimRadio>());
-    const PtyRadio other(std::make_shared<SimRadio>());
-    const auto refused = [&] {
-        return raised([&] { DeviceLink(link, other.devicePath()); }) == errNum::permissionDenied;
-    };
-    {
-        const DeviceLink running(link, one.devicePath());
-        EXPECT_TRUE(refused());
-        EXPECT_EQ(fs::read_symlink(link), one.devicePath());
-    }
-    EXPECT_FALSE(refused());
-    fs::create_symlink("/dev/null", link);
-    EXPECT_TRUE(refused()) << "somebody's own link";
-    EXPECT_EQ(fs::read_symlink(link), "/dev/null");
-    // What a killed program leaves: its terminal's name has gone to a terminal without a link.
-    fs::remove(link);
-    fs::create_symlink(one.devicePath(), link);
-    EXPECT_FALSE(refused());
 }
 
 }  // namespace
