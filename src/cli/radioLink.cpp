@@ -162,13 +162,11 @@ RadioLink::~RadioLink() {
 }
 
 void RadioLink::choosePort() const {
-    auto& link = modCommun::state();
     if (const auto number = portNumber(port_)) {
-        link.portNumber = *number;
-        link.portMaker = comPorts::defaultPortMaker();
-        return;
+        comPorts::usePort(*number);
+    } else {
+        comPorts::useDevice(port_);
     }
-    link.portMaker = [device = port_](std::int16_t) { return comPorts::portForDevice(device); };
 }
 
 void RadioLink::collectTrace() {

@@ -130,7 +130,7 @@ void readLimitsAndRanges() {
 }
 
 void readPort() {
-    modCommun::state().portNumber = readNumber("COM", Form::decimal, shortBuffer, " 1");
+    comPorts::usePort(readNumber("COM", Form::decimal, shortBuffer, " 1"));
 }
 
 void chooseUsablePort() {

@@ -122,7 +122,7 @@ void frmToolCom::accept() {
 }
 
 void frmToolCom::reject() {
-    modCommun::state().portNumber = remembered_;
+    comPorts::usePort(remembered_);
     QDialog::reject();
 }
 

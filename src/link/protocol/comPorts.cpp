@@ -91,8 +91,16 @@ bool ProbeCom(std::int16_t number) {
     return usable;
 }
 
-void storePort(std::int16_t number) {
+void usePort(std::int16_t number) {
     modCommun::state().portNumber = number;
+}
+
+void useDevice(const std::string& device) {
+    modCommun::state().portMaker = [device](std::int16_t) { return portForDevice(device); };
+}
+
+void storePort(std::int16_t number) {
+    usePort(number);
     settingsStore::write("Setting", "COM", numberText(number));
 }
 

@@ -55,7 +55,15 @@ struct PortInfo {
 /// well. Nothing is reported. A number outside 1..16 is never usable and has no entry.
 bool ProbeCom(std::int16_t number);
 
-/// Makes a number the port number and stores it under "COM".
+/// Makes a number the port number: the port that sessions open from here on. There is one link, and
+/// OpenCom takes the number from its state; so a session is not given a port of its own. Nobody
+/// else writes it.
+void usePort(std::int16_t number);
+
+/// Makes sessions open a device ("virtual" or a path) whatever the port number is.
+void useDevice(const std::string& device);
+
+/// usePort, and stores the number under "COM".
 void storePort(std::int16_t number);
 
 /// Probes all ports. The highest usable one becomes the port number and is stored; without a usable

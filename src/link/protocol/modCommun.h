@@ -43,7 +43,7 @@ struct ScriptList {
 
 struct State {
     // The port.
-    std::int16_t portNumber = 1;
+    std::int16_t portNumber = 1;  ///< what OpenCom opens; comPorts::usePort writes it
     /// Makes the port objects; none means comPorts::defaultPortMaker().
     PortMaker portMaker;
     /// The port object, from OpenCom to CloseCom.
