@@ -84,8 +84,9 @@ inline constexpr Text backupIs{"；备份为 {}", "; its backup is {}"};
 inline constexpr Text earlierPutBackBy{"；此前有一次写入失败，那次写入之前的数据：{}",
                                        "; what it held before an earlier write that failed: {}"};
 inline constexpr Text restPutBackBy{
-    "此前失败的写入还有一部分留在对讲机中；那次写入之前的数据可用此命令写回：{}",
-    "part of an earlier write that failed is still in the radio; what it held before that one is "
+    "此前失败的写入可能还有一部分留在对讲机中；那次写入之前的数据可用此命令写回：{}",
+    "part of an earlier write that failed may still be in the radio; what it held before that one "
+    "is "
     "put back by: {}"};
 inline constexpr Text keptBeside{"{} 已存在；原来的内容保存在 {}",
                                  "{} was there already; what it held is kept in {}"};

@@ -116,6 +116,14 @@ TEST_F(Sessions, ABrokenWriteIsTakenBackByTheCommandThatItNames) {
     const auto half = std::vector(radio->memory().begin(), radio->memory().end());
     EXPECT_NE(half, before);
 
+    EXPECT_EQ(run("config set Setting WriteEndAddr 003F").code, 0);
+    plug({}, fastLine, half);
+    const auto smaller = with("write @a.dat --keep-copy");
+    EXPECT_EQ(smaller.code, 0);
+    EXPECT_THAT(smaller.err, HasSubstr("may still be in the radio; what it held before that one is "
+                                       "put back by: "));
+    EXPECT_EQ(run("config set Setting WriteEndAddr 01FF").code, 0);
+
     plug({.silentFrom = 62}, fastLine, half);
     EXPECT_THAT(with("write @a.dat --keep-copy").err,
                 HasSubstr("; what it held before an earlier write that failed: "));

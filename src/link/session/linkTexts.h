@@ -128,9 +128,9 @@ inline constexpr Text earlierSeveral{
     "{} earlier writes broke off, and any of them may be of this radio; what a radio held before "
     "the latest one is in Data/Backups/{}: Restore or k520-cli restore --list shows them all."};
 inline constexpr Text earlierNotCovered{
-    "此前中断的写入还有一部分留在对讲机中，那次写入之前的数据在 Data/Backups/{} "
+    "此前中断的写入可能还有一部分留在对讲机中，那次写入之前的数据在 Data/Backups/{} "
     "中，按“恢复”可写回对讲机。",
-    "Part of an earlier write that broke off is still in the radio. What the radio held before "
+    "Part of an earlier write that broke off may still be in the radio. What the radio held before "
     "that "
     "one is in Data/Backups/{}: Restore puts it back."};
 inline constexpr Text copyNotStored{"数据已读取，但副本无法保存（{}）。",

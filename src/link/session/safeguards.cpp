@@ -45,7 +45,7 @@ MemoryImage expectedAfter(const MemoryImage& found, AddressRange written) {
 /// The notes of a write while it is on. Its own stands from before the first byte. Those of earlier
 /// writes to the same radio are of no use once this one has one of its own or has come to its good
 /// end; but where they can be of several radios, all of them stay. A good write that does not reach
-/// all that an earlier one has torn leaves the radio torn: its own note counts as unfinished then.
+/// all that an earlier one may have torn leaves the radio torn: its own note counts as unfinished.
 class WriteNotes {
   public:
     /// Looks which earlier writes may have left a radio that holds `found` torn. Their backups
@@ -68,8 +68,9 @@ class WriteNotes {
         }
         // Without its stamp a radio is not known well enough to forget what it needs.
         stampSeen_ = contains(range, {stamp::address, stamp::address + stamp::length - 1});
-        staysTorn_ = earlier_.size() == 1 &&
-                     unfinishedWrite::staysTorn(earlier_.front(), found, range, written);
+        staysTorn_ = std::ranges::any_of(earlier_, [&](const Note& note) {
+            return unfinishedWrite::staysTorn(note, found, range, written);
+        });
     }
     [[nodiscard]] Paths earlier() const { return beforeOf(earlier_); }
 
@@ -93,7 +94,7 @@ class WriteNotes {
             keepOwn(ending, good);
         }
         const bool replaced = (own_ && changed) || (good && !staysTorn_);
-        if (takesOver() && replaced) {
+        if (stampSeen_ && earlier_.size() == 1 && replaced) {
             unfinishedWrite::drop(earlier_.front().backup);
         }
         if (good && !staysTorn_) {
@@ -102,11 +103,8 @@ class WriteNotes {
     }
 
   private:
-    /// Whether the one earlier write is known well enough to be forgotten.
-    [[nodiscard]] bool takesOver() const { return stampSeen_ && earlier_.size() == 1; }
-
     void keepOwn(const Ending& ending, bool good) {
-        const bool whole = good && !(takesOver() && staysTorn_);
+        const bool whole = good && !staysTorn_;
         own_->state = whole ? unfinishedWrite::State::written : unfinishedWrite::State::unfinished;
         own_->barelyBegun = ending.arrived() == Arrived::perhapsPart;
         guarded("safeguards->write", [&] { unfinishedWrite::keep(*own_); });

@@ -280,10 +280,12 @@ std::string adviceOfSuccess(const Ending& ending, Entries logged) {
     const auto compared = say(read ? texts::bothReadsAgree : texts::radioHoldsAll);
     const auto verdict =
         joined(doubts(logged), ending.stage == Stage::compare ? compared : std::string());
-    return joined(verdict,
-                  ending.earlier.empty()
-                      ? backupText(ending)
-                      : say(texts::earlierNotCovered, ending.earlier.front().filename().string()));
+    if (ending.earlier.empty()) {
+        return joined(verdict, backupText(ending));
+    }
+    const auto latest = ending.earlier.front().filename().string();
+    return joined(verdict, ending.earlier.size() == 1 ? say(texts::earlierNotCovered, latest)
+                                                      : earlierText(ending));
 }
 
 Notice success(const Ending& ending, Entries logged) {

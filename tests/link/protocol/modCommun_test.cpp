@@ -35,11 +35,12 @@ class FakePort : public SerialPort {
     std::vector<Bytes> replies, written;
     milliseconds replyTime{0};
     std::string failsAt;
+    std::int16_t number = errNum::deviceIo;
 
   private:
     void call(const std::string& operation) {
         if (failsAt == operation) {
-            throw RuntimeError(errNum::deviceIo, operation);
+            throw RuntimeError(number, operation);
         }
     }
     Bytes arriving;
@@ -153,6 +154,19 @@ TEST_F(Commun, TickedStopBoxEndsTheWait) {
     state().view = &view;
     EXPECT_EQ(run("TX06RX06EN"), "failed ");
     EXPECT_EQ(clock.now(), milliseconds(5 + 1));
+}
+
+TEST_F(Commun, TellsTheSameFailureOfThePortOnce) {
+    FakePort& port = start();
+    port.failsAt = "write";
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        EXPECT_EQ(run("TX06EN"), "failed ProtocolCom57 ");
+    }
+    port.number = errNum::permissionDenied;
+    EXPECT_EQ(run("TX06EN"), "failed ProtocolCom57 ProtocolCom70 ") << "in the same words";
+    OpenCom();
+    static_cast<FakePort&>(*state().comCommun).failsAt = "write";
+    EXPECT_EQ(run("TX06EN"), "failed ProtocolCom57 ProtocolCom70 ProtocolCom57 ") << "opened anew";
 }
 
 TEST_F(Commun, FailuresOfThePortFailTheStep) {
