@@ -93,6 +93,7 @@ void SoftDisplay() {
 void refreshForm() {
     guarded("modChMem->refreshForm", [] {
         modModel::selectBandFromImage();
+        state().onDecoded.tell();
         state().onFormRefresh.tell();
     });
 }

@@ -53,7 +53,9 @@ struct State {
     CellGrid vsfgGridCh;
     /// The channel that the pop-up menu acts on.
     std::int16_t currentChannel = 0;
-    /// The windows' share in refreshForm().
+    /// The image was decoded afresh: whoever shows what was decoded puts it right.
+    Signal<> onDecoded;
+    /// The form is to be shown again. A subscriber shows, and changes no value.
     Signal<> onFormRefresh;
 
     [[nodiscard]] static std::array<std::int16_t, lastWidth + 1> defaultWidths() {
@@ -167,9 +169,12 @@ void InitChTable();
 void mnuDelOne_Click();
 void mnuDelAll_Click();
 
-/// Shows what the image holds now: channels, options, and the channel form.
+/// Takes up what the image holds now, and shows it: channels, options, and the channel form. Edits
+/// that are not in the image are lost.
 void SoftDisplay();
-/// The refresh of the channel form: the band is selected from the image, then the windows follow.
+/// The refresh of the channel form after a decoding: the band is selected from the image, what was
+/// decoded is put right (onDecoded), then the form is shown (onFormRefresh). Who has decoded
+/// nothing tells onFormRefresh alone.
 void refreshForm();
 /// Brings the image up to date with channels and options. Label "mdifrmMain->SetConvIicDat".
 void SetConvIicDat();

@@ -30,45 +30,69 @@ std::int16_t& nowOf(const Option& option) {
     return checkedAt(modSysSet::state().OptNow, option.number, "OptNow");
 }
 
-/// Selects an entry as a drop-down list does: the click follows only where there is one.
-void selectEntry(const Option& option, int index) {
-    if (index < -1 || index > option.max) {
-        throw RuntimeError(errNum::invalidProperty, fmt::format("{}({})", option.control, index));
-    }
-    controlOf(option).selected = index;
-    if (index >= 0) {
-        nowOf(option) = static_cast<std::int16_t>(index);
-    }
-}
-
 void check(const Option& option, bool on) {
     controlOf(option).checked = on;
     nowOf(option) = on ? 1 : 0;
 }
 
-void fillList(const Option& option) {
-    OptionControl& control = controlOf(option);
-    control.items = optionTable::entryTexts(option);
-    control.selected = -1;
+/// The entry that a list selects: that of the value, or of the default for a value above the last
+/// entry.
+int entryOf(const Option& option) {
     const std::int16_t value = nowOf(option);
-    if (value <= option.max) {
-        selectEntry(option, value);
-        return;
-    }
-    modShowErr::ShowOptErrMsg(
-        fmt::format("出错位置: frmChMem->InitOpt->{}错误类型: 不在范围内", option.rangeItem));
-    selectEntry(option, checkedAt(modSysSet::OptDef(), option.number, "OptDef"));
+    return value <= option.max ? value : checkedAt(modSysSet::OptDef(), option.number, "OptDef");
 }
 
-void fillLists() {
+bool canSelect(const Option& option, int index) {
+    return index >= -1 && index <= option.max;
+}
+
+void requireSelectable(const Option& option, int index) {
+    if (!canSelect(option, index)) {
+        throw RuntimeError(errNum::invalidProperty, fmt::format("{}({})", option.control, index));
+    }
+}
+
+/// Selecting an entry stores it; selecting none stores nothing.
+void storeEntry(const Option& option, int index) {
+    if (index >= 0) {
+        nowOf(option) = static_cast<std::int16_t>(index);
+    }
+}
+
+void putListRight(const Option& option) {
+    const int index = entryOf(option);
+    if (nowOf(option) > option.max) {
+        modShowErr::ShowOptErrMsg(
+            fmt::format("出错位置: frmChMem->InitOpt->{}错误类型: 不在范围内", option.rangeItem));
+    }
+    requireSelectable(option, index);
+    storeEntry(option, index);
+}
+
+void putRight() {
     for (const Option& option : optionTable::options()) {
         if (option.kind == ControlKind::list) {
-            fillList(option);
+            putListRight(option);
         }
     }
 }
 
-void setCheckBoxes() {
+/// Returns whether the list can show its value.
+bool showList(const Option& option) {
+    OptionControl& control = controlOf(option);
+    const int index = entryOf(option);
+    const bool possible = canSelect(option, index);
+    control.items = optionTable::entryTexts(option);
+    control.selected = possible ? index : -1;
+    return possible;
+}
+
+void showControls() {
+    for (const Option& option : optionTable::options()) {
+        if (option.kind == ControlKind::list && !showList(option)) {
+            return;
+        }
+    }
     for (const Option& option : optionTable::options()) {
         if (option.kind == ControlKind::checkBox) {
             controlOf(option).checked = nowOf(option) != 0;
@@ -109,19 +133,23 @@ void InitFace() {
     state().onChange.tell();
 }
 
-void InitOpt() {
-    guarded("frmChMem->InitOpt:", [] {
-        fillLists();
-        setCheckBoxes();
-    });
+void show() {
+    showControls();
     state().onChange.tell();
+}
+
+void InitOpt() {
+    guarded("frmChMem->InitOpt:", putRight);
+    show();
 }
 
 void optionClicked(int number, int value) {
     guarded("frmChMem->optionClicked", [&] {
         const Option& option = optionTable::optionAt(number);
         if (option.kind == ControlKind::list) {
-            selectEntry(option, value);
+            requireSelectable(option, value);
+            controlOf(option).selected = value;
+            storeEntry(option, value);
         } else {
             check(option, value != 0);
         }

@@ -39,13 +39,17 @@ struct State {
 /// Sets the captions from the interface texts.
 void InitFace();
 
-/// Fills every list and sets every control from OptNow; whoever has decoded OptNow afresh calls it.
-/// A list value above its last entry adds a line to the error list and selects the default's entry
-/// instead, and OptNow then holds that. A check box is checked by any value but 0 and leaves OptNow
-/// alone. -1 selects nothing. A value that no list can take (below -1, or a default above the last
-/// entry) is failure 380; the controls after it then stay as they were. All lists come before all
-/// check boxes.
+/// Puts OptNow right and shows it: whoever has decoded OptNow afresh calls it. A list value above
+/// its last entry adds a line to the error list, and OptNow then holds the default. A check box
+/// leaves OptNow alone. A value that no list can take (below -1, or a default above the last entry)
+/// is failure 380; the options after it then stay as they were.
 void InitOpt();
+
+/// Fills every list and sets every control from OptNow, which stays as it is. A list whose value is
+/// above its last entry selects the default's. A check box is checked by any value but 0. -1
+/// selects nothing; so does a value that no list can take, and the controls after it then stay as
+/// they were. All lists come before all check boxes.
+void show();
 
 /// The user has selected an entry (`value` = its index) or has switched a check box (1 or 0): it
 /// goes into OptNow and no further. An option that does not exist fails with 9, an

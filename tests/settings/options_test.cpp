@@ -223,6 +223,20 @@ TEST_F(SysSet, PanelReportsEveryListAndTakesItsDefault) {
     EXPECT_EQ(fmt::format("{} {} {}", now[0], now[14], now[15]), "1 1 33");
 }
 
+TEST_F(SysSet, ShowingThePanelChangesNoValue) {
+    now[0] = 21;
+    now[2] = -2;
+    now[3] = 2;
+    def[0] = 4;
+    const auto before = now;
+    optionPanel::show();
+    const auto& controls = optionPanel::state().controls;
+    EXPECT_EQ(fmt::format("{} {}", controls[0].selected, controls[2].selected), "4 -1");
+    EXPECT_TRUE(controls[3].items.empty());
+    EXPECT_EQ(now, before);
+    EXPECT_TRUE(modShowErr::state().entries.empty());
+}
+
 TEST_F(SysSet, PanelClicksAndFailures) {
     auto& controls = optionPanel::state().controls;
     now = {20, -1, 0, 0, 0, 0, 5};

@@ -126,7 +126,8 @@ void mdifrmMain::makeDocks() {
 }
 
 void mdifrmMain::connectCore() {
-    following_ = {modChMem::state().onFormRefresh.subscribe([this] { followFormRefresh(); }),
+    following_ = {modChMem::state().onDecoded.subscribe(optionPanel::InitOpt),
+                  modChMem::state().onFormRefresh.subscribe([this] { followFormRefresh(); }),
                   optionPanel::state().onChange.subscribe([this] { followPanel(); }),
                   modFileCmd::state().onFilePanel.subscribe([this] { followDocument(); }),
                   documentOrigin::state().onChange.subscribe([this] { followDocument(); })};
@@ -294,7 +295,7 @@ void mdifrmMain::followFront(const QMdiSubWindow* front) {
 }
 
 void mdifrmMain::followFormRefresh() {
-    optionPanel::InitOpt();
+    optionPanel::show();
     chMem_->refresh();
     if (radioInfo_ != nullptr) {
         radioInfo_->refresh();

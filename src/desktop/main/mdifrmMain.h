@@ -100,7 +100,7 @@ class mdifrmMain : public QMainWindow {
     frmSysSet* sysSet_ = nullptr;
     frmMemDat* memDat_ = nullptr;
     QTranslator toolkitTexts_;
-    std::array<Subscription, 4> following_;
+    std::array<Subscription, 5> following_;
 };
 
 }  // namespace k520
