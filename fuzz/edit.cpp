@@ -7,6 +7,7 @@
 #include "app/interfaceLock.h"
 #include "app/modShowErr.h"
 #include "base/Dialogs.h"
+#include "channels/bandCodec.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
@@ -160,7 +161,7 @@ void edit(Source& source) {
             menuCommand(source);
             break;
         case 6:
-            modModel::chooseBand(source.below(modModel::bandCount));
+            modModel::chooseBand(source.below(bandCodec::bandCount));
             break;
         case 7:
             clickOption(source);

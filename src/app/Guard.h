@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/modShowErr.h"
+#include "base/Fault.h"
 
 namespace k520 {
 
@@ -17,6 +18,13 @@ bool guarded(const Label& label, Body&& body) {
         modShowErr::notePendingFailure();
         modShowErr::ShowErrMsg(label);
         return false;
+    }
+}
+
+/// Each fault goes to the error list under its own procedure.
+inline void logFaults(const Faults& faults) {
+    for (const auto& fault : faults) {
+        guarded(fault.procedure, [&] { throw fault.error; });
     }
 }
 

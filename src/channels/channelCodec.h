@@ -6,9 +6,8 @@
 #include <cstdint>
 #include <span>
 #include <string_view>
-#include <vector>
 
-#include "base/RuntimeError.h"
+#include "base/Fault.h"
 #include "channels/channelTable.h"
 #include "channels/columnDefinition.h"
 #include "image/MemoryImage.h"
@@ -19,13 +18,6 @@
 namespace k520::channelCodec {
 
 using modChMem::Channel;
-
-/// One thing that went wrong, and the named procedure under which the error list shows it.
-struct Fault {
-    std::string_view procedure;
-    RuntimeError error;
-};
-using Faults = std::vector<Fault>;
 
 /// What decoding needs beside the image.
 struct Columns {

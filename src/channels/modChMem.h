@@ -12,6 +12,7 @@
 #include "base/Controls.h"
 #include "base/Procedure.h"
 #include "base/Signal.h"
+#include "channels/channelCodec.h"
 #include "channels/channelTable.h"
 #include "channels/columnDefinition.h"
 
@@ -78,6 +79,9 @@ inline constexpr Procedure readChInfo{"modChMem->ReadChInfo"};
 [[nodiscard]] const ColumnDefinition& columnOf(int number);
 
 // --- The codec on the process-wide state (see channelCodec.h for what it does) ---
+
+/// What decoding takes from the settings in force. Refers to the module's state.
+[[nodiscard]] channelCodec::Columns columnsInForce();
 
 /// 1 = IicDatToChInfo, 0 = ChInfoToIicDat; any other direction does nothing.
 void ChInfoSaveSol(std::int16_t direction);

@@ -20,17 +20,6 @@ const std::string& offText() {
     return modCtdcs::state().CtdcsOffText;
 }
 
-channelCodec::Columns columnsInForce() {
-    return {state().ChColDef, state().ColNum, offText()};
-}
-
-/// Each fault goes to the error list under its own procedure.
-void logFaults(const channelCodec::Faults& faults) {
-    for (const auto& fault : faults) {
-        guarded(fault.procedure, [&] { throw fault.error; });
-    }
-}
-
 void decodeChannel(int number) {
     Channel& channel = state().ChInfo(number);
     auto [decoded, faults] =
@@ -54,6 +43,10 @@ void encodePart(Part part, int number) {
 }
 
 }  // namespace
+
+channelCodec::Columns columnsInForce() {
+    return {state().ChColDef, state().ColNum, offText()};
+}
 
 void ChInfoSaveSol(std::int16_t direction) {
     guarded("modChMem->ChInfoSaveSol", [&] {

@@ -2,41 +2,16 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <array>
 #include <cstdint>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "image/MemoryImage.h"
+#include "channels/bandCodec.h"
 
-/// Radio model and frequency band: the two lists above the channel grid, the band limits, and their
-/// five bytes in the image. Frequencies are in 10 Hz units.
+/// Radio model and frequency band: the two lists above the channel grid, and the band limits (see
+/// bandCodec.h for the image's bytes). Frequencies are in 10 Hz units.
 namespace k520::modModel {
-
-/// In the image: the model's index in its list, then the band's lower and upper limit in 0.1 MHz as
-/// four BCD digits each, most significant pair first (136 to 174 MHz is 13 60 17 40).
-inline constexpr int modelAddress = 0x379;
-inline constexpr int bandAddress = 0x37A;
-inline constexpr int bandLength = 4;
-
-/// An entry of the band list.
-struct Band {
-    std::string_view name;
-    std::int32_t low;
-    std::int32_t high;
-};
-
-inline constexpr int bandCount = 12;
-/// The entries that mean more than their limits: what the program starts with, the whole range that
-/// a custom band may lie in, and the custom band, which has no limits or name in the table.
-inline constexpr int startBand = 5;
-inline constexpr int wholeBand = 10;
-inline constexpr int customBand = 11;
-
-[[nodiscard]] std::span<const Band, bandCount> bands() noexcept;
 
 /// A drop-down list; -1 while nothing is selected.
 struct DropDown {
@@ -60,6 +35,9 @@ struct State {
 };
 
 [[nodiscard]] State& state();
+
+/// The limits in force.
+[[nodiscard]] bandCodec::Limits limits();
 
 /// Whether a frequency lies in the band, limits included.
 [[nodiscard]] bool inBand(std::int32_t frequency);
@@ -95,25 +73,11 @@ void chooseBand(int index);
 /// Colours the channels anew.
 void selectBandFromImage();
 
-/// The entry that an image selects; the custom one for limits in no other entry. Raises 9 where the
-/// image is too short.
-[[nodiscard]] int bandOf(const MemoryImage& image);
-/// The entry that the memory image selects.
-[[nodiscard]] int bandOfImage();
-
 /// A custom band from two numbers of MHz within 120 to 520, the lower one first. Accepted: they
 /// become the band and the texts of the next opening. Otherwise the band becomes 120 to 520 MHz and
 /// the texts "120" and "520", which is not a failure. Either way the custom entry is selected and
 /// the image gets the limits. Returns whether they were accepted. This is the dialog's OK but for
 /// its question, whether to start a new configuration first. Label "frmCustomFre->cmdOk_Click".
 bool acceptCustomRange(std::string_view minText, std::string_view maxText);
-
-/// 0.1 MHz units (0 to 9999) as four BCD digits and back; nothing where a nibble is above 9. Raises
-/// 6 for a number outside that range.
-[[nodiscard]] std::array<std::uint8_t, 2> bcdOfTenths(int tenths);
-[[nodiscard]] std::optional<int> tenthsOfBcd(std::array<std::uint8_t, 2> bytes) noexcept;
-
-/// A limit in 0.1 MHz, halves to even: 145.12345 MHz is 1451.
-[[nodiscard]] int tenthsOf(std::int32_t limit);
 
 }  // namespace k520::modModel

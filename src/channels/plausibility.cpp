@@ -6,9 +6,9 @@
 #include <optional>
 
 #include "base/Bcd.h"
+#include "channels/bandCodec.h"
 #include "channels/channelRecord.h"
 #include "channels/frequency.h"
-#include "channels/modModel.h"
 #include "channels/toneCode.h"
 #include "image/datFile.h"
 #include "settings/optionTable.h"
@@ -56,12 +56,12 @@ bool isTone(const MemoryImage& image, int address) {
 }
 
 bool isBand(const MemoryImage& image) {
-    using modModel::bandAddress;
+    using bandCodec::bandAddress;
     const auto limit = [&](int address) {
-        return modModel::tenthsOfBcd({image(address), image(address + 1)}).value_or(0) / 10;
+        return bandCodec::tenthsOfBcd({image(address), image(address + 1)}).value_or(0) / 10;
     };
     const int low = limit(bandAddress);
-    const int high = limit(bandAddress + modModel::bandLength / 2);
+    const int high = limit(bandAddress + bandCodec::bandLength / 2);
     return low >= lowestMhz && low <= high && high <= highestMhz;
 }
 

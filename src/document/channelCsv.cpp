@@ -14,6 +14,7 @@
 #include "base/typedText.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
+#include "channels/modModel.h"
 #include "document/Refused.h"
 #include "document/csvText.h"
 #include "document/edit.h"
@@ -62,7 +63,7 @@ std::vector<std::string> cellsOf(const ChannelPicture& channel) {
 }
 
 std::vector<std::string> currentCells(int channel) {
-    return cellsOf(channelPicture(channel));
+    return cellsOf(channelPicture(channel, modChMem::ChInfo()(channel), modModel::limits()));
 }
 
 /// The grid column of each CSV column; 0 for the channel's number.

@@ -9,13 +9,12 @@
 #include <iterator>
 #include <utility>
 
+#include "app/Guard.h"
+#include "channels/bandCodec.h"
 #include "channels/channelRecord.h"
-#include "channels/modChMem.h"
-#include "channels/modModel.h"
-#include "document/document.h"
+#include "document/decoded.h"
 #include "document/edit.h"
 #include "document/imageMap.h"
-#include "image/modIicDat.h"
 #include "settings/optionTable.h"
 
 namespace k520::document {
@@ -38,25 +37,18 @@ constexpr std::array partTexts{
     PartText{channelRecord::decodePart, [](const ChannelPicture& c) { return c.decode; }},
     PartText{channelRecord::encodePart, [](const ChannelPicture& c) { return c.encode; }}};
 
-/// The picture after decoding `image`, which the core then holds.
-Picture decoded(const MemoryImage& image) {
-    modIicDat::IicDat() = image;
-    modChMem::SoftDisplay();
-    return currentPicture();
-}
-
 /// The limits that the image holds, also those of a custom band.
 std::string bandText(const Picture& picture) {
-    if (picture.band.index != modModel::customBand) {
+    if (picture.band.index != bandCodec::customBand) {
         return picture.band.name;
     }
     const auto limit = [&](int address) {
         const auto tenths =
-            modModel::tenthsOfBcd({picture.image(address), picture.image(address + 1)});
+            bandCodec::tenthsOfBcd({picture.image(address), picture.image(address + 1)});
         return tenths ? fmt::format("{}.{}", *tenths / 10, *tenths % 10) : std::string("?");
     };
-    return fmt::format("{} - {} MHz ({})", limit(modModel::bandAddress),
-                       limit(modModel::bandAddress + 2), picture.band.name);
+    return fmt::format("{} - {} MHz ({})", limit(bandCodec::bandAddress),
+                       limit(bandCodec::bandAddress + 2), picture.band.name);
 }
 
 class Comparer {
@@ -191,11 +183,13 @@ Comparison compare(const Picture& a, const Picture& b) {
 }
 
 Comparison compareImages(const MemoryImage& a, const MemoryImage& b) {
-    const auto kept = capture();
-    const auto pictureA = decoded(a);
-    auto comparison = compare(pictureA, decoded(b));
-    restore(kept);
-    return comparison;
+    const auto basis = basisInForce();
+    const auto first = decode(a, basis);
+    // A part of b that cannot be read counts as that of a: what differs in it are bytes.
+    const auto second = decode(b, basis, first.configuration);
+    logFaults(first.faults);
+    logFaults(second.faults);
+    return compare(pictureOf(a, first.configuration), pictureOf(b, second.configuration));
 }
 
 }  // namespace k520::document

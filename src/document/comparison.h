@@ -38,7 +38,7 @@ struct Comparison {
 [[nodiscard]] Comparison compare(const Picture& a, const Picture& b);
 
 /// Compares two images as a radio of the settings in force would hold them. The configuration that
-/// is being edited stays as it is.
+/// is being edited does not count and stays as it is. What cannot be decoded is logged.
 [[nodiscard]] Comparison compareImages(const MemoryImage& a, const MemoryImage& b);
 
 }  // namespace k520::document

@@ -9,6 +9,7 @@
 
 #include "base/Checked.h"
 #include "base/typedText.h"
+#include "channels/bandCodec.h"
 #include "channels/cellText.h"
 #include "channels/channelTexts.h"
 #include "channels/gridCells.h"
@@ -93,14 +94,14 @@ void editCustomBand(const std::string& value, std::size_t dash, const Listener& 
 
 void editBand(const std::string& value, const Listener& listener) {
     const auto index = parseWhole(value);
-    if (index && *index >= 0 && *index < modModel::customBand) {
+    if (index && *index >= 0 && *index < bandCodec::customBand) {
         modModel::selectBand(*index);
         return;
     }
     const auto dash = value.find('-', 1);
     if (index || dash == std::string::npos) {
         refuse(Reason::notUnderstood,
-               say(texts::bandUnknown, typedText::shown(value), modModel::customBand - 1));
+               say(texts::bandUnknown, typedText::shown(value), bandCodec::customBand - 1));
     }
     editCustomBand(value, dash, listener);
 }

@@ -8,9 +8,9 @@
 #include <array>
 #include <cstddef>
 
+#include "channels/bandCodec.h"
 #include "channels/channelRecord.h"
 #include "channels/modChMem.h"
-#include "channels/modModel.h"
 #include "document/differenceTexts.h"
 #include "document/edit.h"
 #include "image/stamp.h"
@@ -89,9 +89,9 @@ std::vector<Field> fields() {
     for (const auto& option : optionTable::options()) {
         addOption(option, all);
     }
-    all.push_back({Owner::model, 0, 0, modModel::modelAddress, 1, wholeByte, "modModel"});
+    all.push_back({Owner::model, 0, 0, bandCodec::modelAddress, 1, wholeByte, "modModel"});
     all.push_back(
-        {Owner::band, 0, 0, modModel::bandAddress, modModel::bandLength, wholeByte, "modModel"});
+        {Owner::band, 0, 0, bandCodec::bandAddress, bandCodec::bandLength, wholeByte, "modModel"});
     all.push_back({Owner::stamp, 0, 0, stamp::address, stamp::length, wholeByte, "stamp"});
     return all;
 }

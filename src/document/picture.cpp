@@ -4,10 +4,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <string_view>
 
 #include "app/modSoftFace.h"
+#include "channels/bandCodec.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
@@ -50,19 +52,31 @@ std::string nameOr(const std::string& name, SoftText text) {
     return name.empty() ? std::string(modSoftFace::textIn(TextLanguage::english, text)) : name;
 }
 
-BandPicture bandPicture() {
-    const auto& model = modModel::state();
-    const int index = modModel::bandOfImage();
-    return {
-        index,
-        nameOr(model.cboFrequency.items.at(static_cast<std::size_t>(index)), SoftText::customBand),
-        model.bandLow, model.bandHigh};
+BandPicture bandPicture(const bandCodec::Selected& band) {
+    const auto& names = modModel::state().cboFrequency.items;
+    return {band.band, nameOr(names.at(static_cast<std::size_t>(band.band)), SoftText::customBand),
+            band.limits.low, band.limits.high};
+}
+
+/// The tables as they stand, with the entry that the image selects and the limits in force.
+Configuration configurationNow() {
+    const auto& table = modChMem::state();
+    Configuration now{{}, modSysSet::OptNow(), {}};
+    for (int n = 1; n <= table.ChNum; ++n) {
+        now.channels.push_back(table.ChInfo(n));
+    }
+    const auto [selected, faults] = bandCodec::decode(modIicDat::IicDat());
+    if (!selected) {
+        throw faults.front().error;
+    }
+    now.band = {selected->band, modModel::limits()};
+    return now;
 }
 
 }  // namespace
 
-ChannelPicture channelPicture(int number) {
-    const auto& channel = modChMem::ChInfo()(number);
+ChannelPicture channelPicture(int number, const modChMem::Channel& channel,
+                              bandCodec::Limits limits) {
     ChannelPicture picture;
     picture.channel = number;
     picture.rx = optionalFrequency(channel.rxFre());
@@ -70,32 +84,38 @@ ChannelPicture channelPicture(int number) {
         return picture;
     }
     picture.tx = optionalFrequency(channel.txFre());
-    picture.inBand =
-        modModel::inBand(*picture.rx) && (!picture.tx || modModel::inBand(*picture.tx));
+    picture.inBand = limits.contain(*picture.rx) && (!picture.tx || limits.contain(*picture.tx));
     picture.decode = toneOrOff(channel.decodeTone);
     picture.encode = toneOrOff(channel.encodeTone);
     picture.parameters = parametersOf(channel);
     return picture;
 }
 
-Picture currentPicture() {
+Picture pictureOf(const MemoryImage& image, const Configuration& configuration) {
     Picture picture;
-    picture.image = modIicDat::IicDat();
-    picture.model = picture.image(modModel::modelAddress);
+    picture.image = image;
+    picture.model = image(bandCodec::modelAddress);
     const auto& models = modModel::state().cboModel.items;
     if (static_cast<std::size_t>(picture.model) < models.size()) {
         picture.modelName =
             nameOr(models[static_cast<std::size_t>(picture.model)], SoftText::model);
     }
-    picture.band = bandPicture();
-    picture.stamp = stamp::read(picture.image);
-    for (int n = 1; n <= modChMem::state().ChNum; ++n) {
-        picture.channels.push_back(channelPicture(n));
+    picture.band = bandPicture(configuration.band);
+    picture.stamp = stamp::read(image);
+    for (const auto& channel : configuration.channels) {
+        picture.channels.push_back(channelPicture(static_cast<int>(picture.channels.size()) + 1,
+                                                  channel, configuration.band.limits));
     }
-    for (std::size_t i = 0; i < picture.options.size(); ++i) {
-        picture.options[i] = modSysSet::OptNow()[i];
-    }
+    std::copy_n(configuration.options.begin(), picture.options.size(), picture.options.begin());
     return picture;
+}
+
+Picture pictureOf(const MemoryImage& image) {
+    return pictureOf(image, decode(image, basisInForce()).configuration);
+}
+
+Picture currentPicture() {
+    return pictureOf(modIicDat::IicDat(), configurationNow());
 }
 
 std::string frequencyText(const std::optional<std::int32_t>& frequency) {

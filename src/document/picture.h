@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/Clock.h"
+#include "document/decoded.h"
 #include "image/MemoryImage.h"
 #include "settings/optionTable.h"
 
@@ -54,11 +55,20 @@ struct Picture {
     std::array<std::int16_t, optionTable::optionCount> options{};
 };
 
-/// A channel as its table row stands now. Raises 9 outside the table.
-[[nodiscard]] ChannelPicture channelPicture(int number);
+/// A channel of that number in a band of these limits.
+[[nodiscard]] ChannelPicture channelPicture(int number, const modChMem::Channel& channel,
+                                            bandCodec::Limits limits);
 
-/// What the core holds now. The tables are taken as they stand.
+/// What the core holds now. The tables are taken as they stand. Raises 9 for an image that ends
+/// before the band.
 [[nodiscard]] Picture currentPicture();
+
+/// An image with what it means. Raises 9 for one that ends before the model.
+[[nodiscard]] Picture pictureOf(const MemoryImage& image, const Configuration& configuration);
+
+/// An image as a radio of the settings in force would hold it. The configuration that is being
+/// edited does not count and stays as it is; nothing is logged.
+[[nodiscard]] Picture pictureOf(const MemoryImage& image);
 
 /// MHz in the shortest decimal form, or an empty text for nothing.
 [[nodiscard]] std::string frequencyText(const std::optional<std::int32_t>& frequency);

@@ -15,7 +15,7 @@
 #include "base/Checked.h"
 #include "base/ModuleState.h"
 #include "image/modIicDat.h"
-#include "settings/optionTable.h"
+#include "settings/optionCodec.h"
 
 namespace k520::modSysSet {
 
@@ -109,23 +109,13 @@ void OptSelSaveSol(std::int16_t mode) {
 }
 
 void OptSelToSave() {
-    guarded("modSysSet->OptSelToSave", [] {
-        for (const auto& option : optionTable::options()) {
-            optionTable::encode(option, checkedAt(OptNow(), option.number, "OptNow"),
-                                modIicDat::IicDat());
-        }
-    });
+    logFaults(optionCodec::encode(OptNow(), modIicDat::IicDat()));
 }
 
 void SaveToOptSel() {
-    guarded("modSysSet->SaveToOptSel", [] {
-        State& s = state();
-        for (const auto& option : optionTable::options()) {
-            const auto value = optionTable::decode(option, modIicDat::IicDat());
-            checkedAt(s.OptNow, option.number, "OptNow") =
-                value.value_or(checkedAt(s.OptDef, option.number, "OptDef"));
-        }
-    });
+    const auto [values, faults] = optionCodec::decode(modIicDat::IicDat(), OptNow(), OptDef());
+    state().OptNow = values;
+    logFaults(faults);
 }
 
 void OptNowDefSol(std::int16_t mode) {

@@ -40,7 +40,8 @@ TEST_F(Model, EveryBandIsWrittenAndFoundAgain) {
     EXPECT_EQ(state().cboModel.selected, 0);
     expectBand(5, 40000000, 47000000, 0x40004700);
     for (int index = 0; index < 11; ++index) {
-        const std::string name(bands()[static_cast<std::size_t>(index)].name);  // "136 - 174 MHz"
+        const std::string name(
+            bandCodec::bands()[static_cast<std::size_t>(index)].name);  // "136 - 174 MHz"
         const std::string low = name.substr(0, 3), high = name.substr(6, 3);
         const auto bytes = std::stoul(low + "0" + high + "0", nullptr, 16);
         for (const bool fromImage : {false, true}) {

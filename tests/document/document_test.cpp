@@ -6,10 +6,12 @@
 
 #include "app/modSoftFace.h"
 #include "channels/ChannelFixture.h"
+#include "channels/bandCodec.h"
 #include "channels/gridCells.h"
 #include "channels/modChEdit.h"
 #include "channels/modModel.h"
 #include "document/comparison.h"
+#include "document/decoded.h"
 #include "image/documentOrigin.h"
 #include "settings/optionPanel.h"
 #include "support/ScriptedDialogs.h"
@@ -59,7 +61,7 @@ class DocumentTest : public test::ChannelFixture {
                 optionPanel::optionClicked(below(optionTable::optionCount), below(3));
                 break;
             case 4:
-                modModel::selectBand(below(modModel::customBand));
+                modModel::selectBand(below(bandCodec::customBand));
                 break;
             case 5:
                 modModel::acceptCustomRange("130", "400");
@@ -163,6 +165,38 @@ TEST_F(DocumentTest, AComparisonLeavesItAsItIs) {
     EXPECT_EQ(comparison.differences.front().what, "tot");
     EXPECT_TRUE(capture() == kept);
     EXPECT_EQ(shown(), seen);
+}
+
+TEST_F(DocumentTest, AnImageMeansTheSameBesideTheTablesAndInThem) {
+    for (int round = 0; round < 60; ++round) {
+        MemoryImage any = image();
+        const int filler = below(0x100);
+        for (auto& byte : any.bytes()) {
+            byte = static_cast<std::uint8_t>(round % 2 == 0 ? static_cast<int>(random_()) : filler);
+        }
+        if (round % 10 == 0) {
+            modIicDat::sizeArrays(static_cast<std::int16_t>(below(0x400)));
+            any = image();
+        }
+        const auto kept = capture();
+        const Configuration before{kept.channels, kept.options, {}};
+        const auto entries = modShowErr::state().entries.size();
+        const auto found = decode(any, basisInForce(), before);
+        EXPECT_TRUE(capture() == kept);
+        EXPECT_EQ(modShowErr::state().entries.size(), entries);
+
+        modIicDat::IicDat() = any;
+        modChMem::SoftDisplay();
+        EXPECT_TRUE(found.configuration.channels == capture().channels);
+        EXPECT_EQ(found.configuration.options, modSysSet::OptNow());
+        const auto& logged = modShowErr::state().entries;
+        ASSERT_EQ(logged.size(), entries + found.faults.size());
+        for (std::size_t i = 0; i < found.faults.size(); ++i) {
+            EXPECT_EQ(logged[entries + i].number, found.faults[i].error.number());
+            EXPECT_EQ(logged[entries + i].label, found.faults[i].procedure);
+        }
+        modIicDat::sizeArrays(0x1FFF);
+    }
 }
 
 }  // namespace

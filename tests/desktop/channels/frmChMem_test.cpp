@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "desktop/channels/frmChMem.h"
+#include "channels/bandCodec.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "desktop/Desktop.h"
@@ -18,8 +19,8 @@ class ChMem : public test::Desktop {
     }
     static std::string band() {
         std::string bytes;
-        for (int i = 0; i < modModel::bandLength; ++i) {
-            bytes += fmt::format("{:02X}", modIicDat::IicDat()(modModel::bandAddress + i));
+        for (int i = 0; i < bandCodec::bandLength; ++i) {
+            bytes += fmt::format("{:02X}", modIicDat::IicDat()(bandCodec::bandAddress + i));
         }
         return bytes;
     }
@@ -33,11 +34,11 @@ TEST_F(ChMem, FollowsTheCoreAfterItsStart) {
     auto& bands = find<QComboBox>(window, "cboFrequency");
     EXPECT_EQ(said(window, "cboModel", "currentText"), "ZEV-K520");
     EXPECT_EQ(said(window, "cboFrequency", "currentText"), "400 - 470 MHz");
-    EXPECT_EQ(bands.itemText(modModel::customBand), QStringLiteral("Custom"));
+    EXPECT_EQ(bands.itemText(bandCodec::customBand), QStringLiteral("Custom"));
     // What the program selects is shown and starts nothing.
-    modModel::state().cboFrequency.selected = modModel::customBand;
+    modModel::state().cboFrequency.selected = bandCodec::customBand;
     window.refresh();
-    EXPECT_EQ(bands.currentIndex(), modModel::customBand);
+    EXPECT_EQ(bands.currentIndex(), bandCodec::customBand);
     EXPECT_EQ(band(), "40004700");
 }
 
@@ -54,9 +55,9 @@ TEST_F(ChMem, AUsersChoiceGoesToTheCore) {
                       Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&bands, &wheel);
     EXPECT_EQ(band(), "24502460");
-    modIicDat::IicDat()(modModel::modelAddress) = 7;
+    modIicDat::IicDat()(bandCodec::modelAddress) = 7;
     choose(find<QComboBox>(window, "cboModel"), 0);
-    EXPECT_EQ(modIicDat::IicDat()(modModel::modelAddress), 0);
+    EXPECT_EQ(modIicDat::IicDat()(bandCodec::modelAddress), 0);
 }
 
 TEST_F(ChMem, TheCustomRange) {
@@ -81,7 +82,7 @@ TEST_F(ChMem, TheCustomRange) {
                 modModel::acceptCustomRange(low, high);
             }
         };
-        choose(bands, modModel::customBand);
+        choose(bands, bandCodec::customBand);
         EXPECT_EQ(bands.currentIndex(), shown) << stored;
         EXPECT_EQ(modModel::state().cboFrequency.selected, shown);
         EXPECT_EQ(band(), stored);
