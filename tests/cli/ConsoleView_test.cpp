@@ -6,7 +6,6 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdlib>
 
 #include "base/posix/Descriptor.h"
@@ -17,7 +16,7 @@ namespace {
 /// Standard error as a terminal, for as long as it lives.
 class Terminal {
   public:
-    Terminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)), kept_(::dup(2)) {
+    Terminal() : master_(::posix_openpt(O_RDWR | O_NOCTTY)), kept_(::dup(2)) {
         EXPECT_TRUE(::grantpt(master_.get()) == 0 && ::unlockpt(master_.get()) == 0);
         const Descriptor slave(::open(::ptsname(master_.get()), O_RDWR | O_NOCTTY));
         EXPECT_EQ(::dup2(slave.get(), 2), 2);
@@ -28,9 +27,14 @@ class Terminal {
 
     /// What was printed since the last call, less what took the line away before.
     [[nodiscard]] std::string line() const {
-        std::array<char, 4096> bytes{};
-        const auto count = ::read(master_.get(), bytes.data(), bytes.size());
-        const std::string text(bytes.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+        // What was printed takes a moment to arrive: all of it is there once a mark after it is.
+        constexpr char mark = '\x01';
+        EXPECT_EQ(::write(2, &mark, 1), 1);
+        std::string text;
+        char byte = 0;
+        while (::read(master_.get(), &byte, 1) == 1 && byte != mark) {
+            text += byte;
+        }
         const auto cleared = text.rfind("\x1b[K");
         return cleared == std::string::npos ? text : text.substr(cleared + 3);
     }
