@@ -126,6 +126,9 @@ struct CountingDialogs : Dialogs {
     bool ask(const std::string& /*title*/, const std::string& /*text*/, bool usual) override {
         return usual;
     }
+    SaveAnswer askToSave(const std::string& /*title*/, const std::string& /*text*/) override {
+        return SaveAnswer::dontSave;
+    }
     void tell(BoxIcon /*icon*/, const std::string& /*title*/,
               const std::string& /*text*/) override {
         ++boxes;

@@ -40,6 +40,9 @@ class YesDialogs : public Dialogs {
     bool ask(const std::string& /*title*/, const std::string& /*text*/, bool /*usual*/) override {
         return true;
     }
+    SaveAnswer askToSave(const std::string& /*title*/, const std::string& /*text*/) override {
+        return SaveAnswer::dontSave;
+    }
     void tell(BoxIcon /*icon*/, const std::string& /*title*/, const std::string& text) override {
         report("box: " + text);
     }

@@ -70,13 +70,13 @@ TEST(ProgramFaults, EveryFaultEndsWithItsCodeAndItsReason) {
         // Plugged in again.
         {"", "read -o @b.dat --verify", 0, ""}};
     for (const auto& [options, line, code, reason] : rows) {
-        std::filesystem::remove(run.file("b.dat"));
         test::Outcome outcome;
         const auto asExpected = [&, wanted = code, text = reason] {
             return outcome.code == wanted && outcome.err.find(text) != std::string::npos;
         };
         // A busy machine may spoil the very attempt that the fault is meant for; then once more.
         for (int round = 0; round < 5 && !asExpected(); ++round) {
+            std::filesystem::remove(run.file("b.dat"));
             const Simulation radio(run, options);
             outcome = run(std::string(line) + " -p @radio");
         }

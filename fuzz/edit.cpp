@@ -65,6 +65,9 @@ class InputDialogs : public Dialogs {
     InputDialogs& operator=(const InputDialogs&) = delete;
 
     bool ask(const std::string&, const std::string&, bool) override { return source_.flag(); }
+    SaveAnswer askToSave(const std::string& /*title*/, const std::string& /*text*/) override {
+        return SaveAnswer::dontSave;
+    }
     void tell(BoxIcon, const std::string&, const std::string&) override {}
     std::string openFile(const FileChoice&) override { return {}; }
     std::string saveFile(const FileChoice&) override { return {}; }

@@ -44,6 +44,26 @@ inline constexpr Text readNotSavedTip{
     "显示的数据是从对讲机读出的，还不在任何文件中。请用“另存为”保存。",
     "What is shown was read from the radio and is in no file yet. Save it with Save As."};
 
+// Undo and redo. The names of the steps follow after the colon.
+inline constexpr Text undo{"撤销(&U)", "&Undo"};
+inline constexpr Text redo{"重做(&R)", "&Redo"};
+inline constexpr Text undoStep{"撤销(&U)：{}", "&Undo: {}"};
+inline constexpr Text redoStep{"重做(&R)：{}", "&Redo: {}"};
+inline constexpr Text stepNew{"新建", "new configuration"};
+inline constexpr Text stepOpen{"打开 {}", "open {}"};
+inline constexpr Text stepRead{"从对讲机读出", "read from the radio"};
+inline constexpr Text stepRange{"自定义频段", "custom band"};
+
+// Unsaved changes
+inline constexpr Text changedTitle{"{}* - {}", "{}* - {}"};
+inline constexpr Text unchangedTitle{"{} - {}", "{} - {}"};
+inline constexpr Text saveButton{"保存(&S)", "&Save"};
+inline constexpr Text dontSaveButton{"不保存(&D)", "&Don't save"};
+inline constexpr Text cancelButton{"取消", "Cancel"};
+inline constexpr Text changesOf{"{} 中的更改尚未保存。", "The changes to {} are not saved."};
+inline constexpr Text savedValueTip{"已保存的值：{}", "As saved: {}"};
+inline constexpr Text savedValueEmpty{"（空）", "(empty)"};
+
 // What is unusual about an opened file
 inline constexpr Text emptyFile{"文件是空的：显示的仍是打开之前的数据。",
                                 "The file is empty: what is shown is still the data from before."};

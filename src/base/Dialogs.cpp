@@ -9,6 +9,9 @@ namespace {
 class SilentDialogs : public Dialogs {
   public:
     bool ask(const std::string&, const std::string&, bool) override { return false; }
+    SaveAnswer askToSave(const std::string&, const std::string&) override {
+        return SaveAnswer::cancel;
+    }
     void tell(BoxIcon, const std::string&, const std::string&) override {}
     std::string openFile(const FileChoice&) override { return {}; }
     std::string saveFile(const FileChoice&) override { return {}; }

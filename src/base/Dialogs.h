@@ -11,6 +11,9 @@ namespace k520 {
 inline constexpr std::int16_t answerYes = 6;
 inline constexpr std::int16_t answerNo = 7;
 
+/// What becomes of changes before something takes their place.
+enum class SaveAnswer { save, dontSave, cancel };
+
 /// The icon of a message box.
 enum class BoxIcon { question, exclamation, critical };
 
@@ -32,6 +35,9 @@ class Dialogs {
     /// A Yes/No box with the question icon; true for Yes. `usual` is the answer of a mere Return:
     /// No where Yes gives something up.
     virtual bool ask(const std::string& title, const std::string& text, bool usual) = 0;
+    /// A box with the buttons Save, Don't save and Cancel; Save is the answer of a mere Return, and
+    /// Cancel that of a box that is closed.
+    virtual SaveAnswer askToSave(const std::string& title, const std::string& text) = 0;
     /// A box with an OK button.
     virtual void tell(BoxIcon icon, const std::string& title, const std::string& text) = 0;
     /// The chosen file's path, or an empty text when cancelled.

@@ -50,6 +50,21 @@ inline constexpr Text pasteColumn{"第 {} 行：“{}”右侧没有更多列",
 inline constexpr Text pasteMore{"……还有 {} 处", "... and {} more"};
 inline constexpr Text titlesSkipped{"已跳过标题行", "The line with the titles was left out"};
 
+// What was done, as the menu Edit names it after "Undo".
+inline constexpr Text stepCell{"信道 {1} 的{0}", "{0} of channel {1}"};
+inline constexpr Text stepReceive{"接收频率", "receive frequency"};
+inline constexpr Text stepTransmit{"发射频率", "transmit frequency"};
+inline constexpr Text stepDecode{"接收亚音", "receive tone"};
+inline constexpr Text stepEncode{"发射亚音", "transmit tone"};
+inline constexpr Text stepOpenChannel{"开启信道 {}", "open channel {}"};
+inline constexpr Text stepDeleteChannel{"删除信道 {}", "delete channel {}"};
+inline constexpr Text stepDeleteAll{"删除全部信道", "delete all channels"};
+inline constexpr Text stepSaveAsDefault{"信道 {} 设为默认值", "channel {} as default"};
+inline constexpr Text stepPaste{"粘贴", "paste"};
+inline constexpr Text stepChannel{"信道 {}", "channel {}"};
+inline constexpr Text stepModel{"机型", "model"};
+inline constexpr Text stepBand{"频段", "band"};
+
 inline constexpr Text cutCells{"剪切(&T)", "Cu&t"};
 inline constexpr Text pasteCells{"粘贴(&P)", "&Paste"};
 inline constexpr Text clearCells{"清除单元格(&D)", "&Delete cells"};

@@ -19,6 +19,7 @@
 #include "channels/channelTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
+#include "image/documentOrigin.h"
 
 namespace k520::gridPaste {
 
@@ -83,6 +84,7 @@ class Pasting {
             return {};
         }
         const auto remark = fmt::format("{}", fmt::join(remarks_, "; "));
+        const documentOrigin::Step step(say(texts::stepPaste));
         for (auto& [row, channel] : channels_) {
             modChEdit::takeChannel(toInt16(row), std::move(channel), remark);
         }

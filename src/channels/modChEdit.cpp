@@ -44,6 +44,16 @@ bool isListColumn(int col) {
     return col >= modChMem::firstParameter && channelEdit::kindOf(col) == Kind::list;
 }
 
+/// What a menu calls the edit of a cell.
+std::string stepOf(int row, int col) {
+    const auto* const name = col == column::rx       ? &texts::stepReceive
+                             : col == column::tx     ? &texts::stepTransmit
+                             : col == column::decode ? &texts::stepDecode
+                             : col == column::encode ? &texts::stepEncode
+                                                     : nullptr;
+    return say(texts::stepCell, name != nullptr ? say(*name) : grid().text(0, col), row);
+}
+
 // Before an edit.
 
 EditMode editModeOf(int col) {
@@ -133,7 +143,7 @@ void vsfgGridCh_AfterEdit(std::int16_t row, std::int16_t col) {
     guarded("frmChMem->vsfgGridCh_AfterEdit:",
             [&] { storeCell(row, col, std::string(grid().text(row, col))); });
     modChMem::showChannel(row);
-    documentOrigin::edited();
+    documentOrigin::edited(stepOf(row, col));
 }
 
 void takeChannel(std::int16_t row, modChMem::Channel channel, std::string words) {
@@ -146,7 +156,7 @@ void takeChannel(std::int16_t row, modChMem::Channel channel, std::string words)
         channelAt(row) = std::move(channel);
     });
     modChMem::showChannel(row);
-    documentOrigin::edited();
+    documentOrigin::edited(say(texts::stepChannel, row));
 }
 
 std::optional<std::int32_t> ModifyTxRxFre(std::string_view text) {
@@ -168,7 +178,7 @@ void cboGridChCtdcs_LostFocus(std::int16_t row, std::int16_t col, std::string_vi
         storeCell(row, col, text);
     });
     modChMem::showChannel(row);
-    documentOrigin::edited();
+    documentOrigin::edited(stepOf(row, col));
 }
 
 void vsfgGridCh_DblClick(std::int16_t row, std::int16_t col) {
@@ -180,7 +190,7 @@ void vsfgGridCh_DblClick(std::int16_t row, std::int16_t col) {
         if (channel.present() && col != column::reserved && isListColumn(col) &&
             channel.field(col) != -1) {
             stepValue(row, col);
-            documentOrigin::edited();
+            documentOrigin::edited(stepOf(row, col));
         }
     });
 }
@@ -214,7 +224,7 @@ void openChannel(std::int16_t channel) {
         }
     });
     modChMem::showChannel(channel);
-    documentOrigin::edited();
+    documentOrigin::edited(say(texts::stepOpenChannel, channel));
 }
 
 void saveAsDefault(std::int16_t channel) {
@@ -228,6 +238,7 @@ void saveAsDefault(std::int16_t channel) {
         for (int i = 0; i < channelRecord::size; ++i) {
             modIicDat::IicDatDef()(start + i) = modIicDat::IicDat()(start + i);
         }
+        documentOrigin::edited(say(texts::stepSaveAsDefault, channel));
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include "app/Guard.h"
 #include "base/ModuleState.h"
+#include "channels/channelTexts.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
 #include "image/documentOrigin.h"
@@ -66,7 +67,7 @@ void mnuDelOne_Click() {
         DelOneChannel(channel);
         row.modified() = 1;
     });
-    documentOrigin::edited();
+    documentOrigin::edited(say(texts::stepDeleteChannel, state().currentChannel));
 }
 
 void mnuDelAll_Click() {
@@ -77,7 +78,7 @@ void mnuDelAll_Click() {
             row.modified() = 1;
         }
     });
-    documentOrigin::edited();
+    documentOrigin::edited(say(texts::stepDeleteAll));
 }
 
 void SoftDisplay() {

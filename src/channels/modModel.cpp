@@ -10,6 +10,7 @@
 #include "base/Dialogs.h"
 #include "base/ModuleState.h"
 #include "channels/cellText.h"
+#include "channels/channelTexts.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
 #include "image/documentOrigin.h"
@@ -99,7 +100,7 @@ void cboModel_Click() {
 void selectModel(int index) {
     state().cboModel.selected = index;
     cboModel_Click();
-    documentOrigin::edited();
+    documentOrigin::edited(say(texts::stepModel));
 }
 
 void cboFrequency_Click() {
@@ -117,13 +118,14 @@ void selectBand(int index) {
 
 void chooseBand(int index) {
     State& s = state();
+    const documentOrigin::Step step(say(texts::stepBand));
     const bandCodec::Selected before{s.cboFrequency.selected, limits()};
     selectBand(index);
     if (index == bandCodec::customBand && limits() == before.limits) {
         s.cboFrequency.selected = before.band;
         return;
     }
-    documentOrigin::edited();
+    documentOrigin::edited(say(texts::stepBand));
 }
 
 void selectBandFromImage() {

@@ -37,6 +37,8 @@ struct Shown {
     struct GridCell {
         std::string text;
         std::optional<Colour> background;
+
+        friend bool operator==(const GridCell&, const GridCell&) = default;
     };
     struct OptionChoice {
         int selected = -1;
@@ -48,6 +50,8 @@ struct Shown {
     int columns = 0;
     std::vector<GridCell> cells;  ///< the rows from 1 on, one after another
     std::array<OptionChoice, optionTable::optionCount> options{};
+
+    friend bool operator==(const Shown&, const Shown&) = default;
 };
 
 struct Document {

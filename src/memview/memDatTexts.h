@@ -15,6 +15,9 @@ inline constexpr Text clearMarksTip{"去掉所有红色标记。", "Takes all re
 inline constexpr Text partFill{"部分填充(&L)…", "Partial fi&ll…"};
 inline constexpr Text partFillTip{"把一段地址的字节都改为同一个值。",
                                   "Gives all bytes of an address range one value."};
+// What was done, as the menu Edit names it after "Undo".
+inline constexpr Text stepByte{"字节 {:04X}", "byte {:04X}"};
+inline constexpr Text stepFill{"填充 {:04X} - {:04X}", "fill {:04X} to {:04X}"};
 inline constexpr Text partFillTitle{"部分填充", "Partial fill"};
 inline constexpr Text fillFrom{"起始地址(&S)：", "&Start address:"};
 inline constexpr Text fillTo{"结束地址(&E)：", "&End address:"};

@@ -14,6 +14,7 @@
 #include "base/causeTexts.h"
 #include "image/documentOrigin.h"
 #include "image/modIicDat.h"
+#include "memview/memDatTexts.h"
 
 namespace k520::modMemDat {
 
@@ -218,7 +219,7 @@ bool typeByte(int row, int column, std::string_view text) {
         if (!isTextOf(grid().text(row, column), byte)) {
             grid().setText(row, column, FormatByteDat(byte));
             writeTyped(row, column, byte, level);
-            documentOrigin::edited();
+            documentOrigin::edited(say(texts::stepByte, addressOf(row, column)));
         }
     });
     return true;

@@ -46,7 +46,7 @@ void fillBytes(AddressRange range, std::uint8_t value) {
             modIicDat::IicDat()(address) = value;
         }
         modMemDat::TableFreDat();
-        documentOrigin::edited();
+        documentOrigin::edited(say(texts::stepFill, range.start, range.end));
     });
 }
 

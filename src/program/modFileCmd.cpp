@@ -19,9 +19,11 @@
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "channels/plausibility.h"
+#include "document/history.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "memview/modMemDat.h"
+#include "program/changes.h"
 #include "settings/modSysSet.h"
 
 namespace k520::modFileCmd {
@@ -29,6 +31,10 @@ namespace k520::modFileCmd {
 namespace {
 
 constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
+
+std::string fileName(const std::string& path) {
+    return std::filesystem::path(path).filename().string();
+}
 
 bool askAndKeep(SoftText question) {
     const bool yes = theDialogs().ask(modSoftFace::text(SoftText::notice),
@@ -56,11 +62,17 @@ std::string shown(const Remark& remark) {
     return holds ? remark.text : std::string();
 }
 
+void startAnew() {
+    const documentOrigin::Step step(say(texts::stepNew));
+    NewFileSol();
+    setCurrentFile(state().defaultFilePath);
+    history::markSaved();
+    remark({});
+}
+
 void renewIfWanted() {
     if (askAndKeep(SoftText::askRenew)) {
-        setCurrentFile(state().defaultFilePath);
-        NewFileSol();
-        remark({});
+        startAnew();
     }
 }
 
@@ -92,8 +104,10 @@ bool openWith(const std::function<std::string()>& choose) {
     const bool done = guarded("mdifrmMain->OpenFile", [&] {
         const auto name = choose();
         if (!name.empty()) {
+            const documentOrigin::Step step(say(texts::stepOpen, fileName(name)));
             const auto held = openDatFile(name);
             setCurrentFile(name);
+            history::markSaved();
             state().notice = remarkNow(noticeOf(held));
             remark({});
         }
@@ -102,10 +116,6 @@ bool openWith(const std::function<std::string()>& choose) {
         remark(say(texts::fileNotOpened, modShowErr::state().pendingSource));
     }
     return done;
-}
-
-std::string fileName(const std::string& path) {
-    return std::filesystem::path(path).filename().string();
 }
 
 /// Whether the file holds what the last save of this configuration wrote there.
@@ -186,6 +196,7 @@ std::string shownOrigin() {
 void setCurrentFile(std::string path) {
     State& s = state();
     s.currentFilePath = std::move(path);
+    history::setFile(s.currentFilePath);
     s.filePanel = modSoftFace::text(SoftText::fileName) + s.currentFilePath;
     tellPanel();
 }
@@ -200,10 +211,20 @@ void GenerateDatFolder() {
 }
 
 void NewFile() {
-    guarded("mdifrmMain->NewFile", renewIfWanted);
+    guarded("mdifrmMain->NewFile", [] {
+        switch (changes::leave()) {
+            case changes::Leave::nothingToAsk:
+                return renewIfWanted();
+            case changes::Leave::agreed:
+                return startAnew();
+            case changes::Leave::stay:
+                return;
+        }
+    });
 }
 
 void customRangeOk(std::string_view minText, std::string_view maxText) {
+    const documentOrigin::Step step(say(texts::stepRange));
     guarded("frmCustomFre->cmdOk_Click", renewIfWanted);
     modModel::acceptCustomRange(minText, maxText);
 }
@@ -233,6 +254,9 @@ std::uint64_t openDatFile(const std::string& path) {
 }
 
 void openNamed(const std::string& path) {
+    if (!changes::mayLeave()) {
+        return;
+    }
     if (!openWith([&] { return path; })) {
         std::error_code unknown;
         const auto whole = std::filesystem::absolute(path, unknown);
@@ -244,6 +268,9 @@ void openNamed(const std::string& path) {
 }
 
 void OpenFile() {
+    if (!changes::mayLeave()) {
+        return;
+    }
     if (!openWith([] {
             return theDialogs().openFile({dataFilter, state().currentFilePath, ""});
         })) {
@@ -279,6 +306,10 @@ void SaveAsFile() {
     }
 }
 
+void saveAgain() {
+    saveKeeping();
+}
+
 bool SaveDatFile() {
     const bool saved = guarded("mdifrmMain->SaveDatFile", [] {
         modChMem::SetConvIicDat();
@@ -286,6 +317,7 @@ bool SaveDatFile() {
         datFile::save(state().currentFilePath, modIicDat::IicDat());
         setCurrentFile(state().currentFilePath);
         documentOrigin::saved();
+        history::markSaved();
     });
     remark(
         saved ? say(texts::fileSaved) : say(texts::fileNotSaved, modShowErr::state().pendingSource),

@@ -64,7 +64,8 @@ void setCurrentFile(std::string path);
 /// file "Untitled.dat" in it, which is not made.
 void GenerateDatFolder();
 
-/// Asks (text 74), and on Yes starts a new configuration under the default path.
+/// Unsaved changes are asked about first. Without any, asks (text 74), and on Yes starts a new
+/// configuration under the default path.
 void NewFile();
 
 /// A new configuration: default image, channels and grid, default options, model and band.
@@ -97,6 +98,9 @@ void SaveFile();
 /// but for what this command itself has written there since the last New, Open or Read. Where it
 /// cannot be kept nothing is overwritten.
 void SaveAsFile();
+
+/// Saves under the current path without asking for a name, keeping as SaveAsFile does.
+void saveAgain();
 
 /// Brings the image up to date and writes it to the current path, keeping nothing of what was
 /// there. Returns whether it did; a failure is in the error list and in the remark, and shows no

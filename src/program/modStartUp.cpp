@@ -23,10 +23,12 @@
 #include "base/ModuleState.h"
 #include "base/userLocale.h"
 #include "channels/modChMem.h"
+#include "document/history.h"
 #include "image/modIicDat.h"
 #include "link/protocol/comPorts.h"
 #include "link/protocol/modCommun.h"
 #include "memview/modMemDat.h"
+#include "program/changes.h"
 #include "program/modFileCmd.h"
 
 namespace k520::modStartUp {
@@ -239,6 +241,17 @@ void prepareCore() {
     modChMem::initChannelForm();
 }
 
+namespace {
+
+/// What the windows begin with is where undoing ends.
+void beginHistory() {
+    history::start();
+    history::setFile(modFileCmd::state().currentFilePath);
+    history::markSaved();
+}
+
+}  // namespace
+
 StartResult Form_Load(const WindowSteps& windows) {
     const settingsStore::Snapshot settings;
     if (isVeryFirstStart()) {
@@ -263,16 +276,29 @@ StartResult Form_Load(const WindowSteps& windows) {
     runStep(windows.showChannelForm);
     interfaceLock::state().lockState =
         readText("ChannelLock", addressBuffer, interfaceLock::unlocked);
+    beginHistory();
     runStep(windows.showLockState);
     return StartResult::running;
 }
+
+namespace {
+
+/// Who was asked about unsaved changes is not asked once more.
+bool mayExit() {
+    const auto leave = changes::leave();
+    return leave == changes::Leave::agreed ||
+           (leave == changes::Leave::nothingToAsk &&
+            theDialogs().ask(modSoftFace::text(SoftText::notice),
+                             modSoftFace::text(SoftText::askExit), false));
+}
+
+}  // namespace
 
 bool MDIForm_QueryUnload() {
     bool mayClose = false;
     guarded("mdifrmMain->MDIForm_QueryUnload", [&] {
         auto& s = state();
-        mayClose = s.quitting || theDialogs().ask(modSoftFace::text(SoftText::notice),
-                                                  modSoftFace::text(SoftText::askExit), false);
+        mayClose = s.quitting || mayExit();
         s.exitAnswer = mayClose ? answerYes : answerNo;
         s.exiting = mayClose ? 1 : s.exiting;
     });

@@ -155,7 +155,9 @@ void optionClicked(int number, int value) {
         }
     });
     state().onChange.tell();
-    documentOrigin::edited();
+    documentOrigin::edited(number >= 0 && number < optionTable::optionCount
+                               ? optionTable::captionText(optionTable::optionAt(number))
+                               : std::string());
 }
 
 }  // namespace k520::optionPanel

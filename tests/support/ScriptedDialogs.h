@@ -27,6 +27,12 @@ class ScriptedDialogs : public Dialogs {
     bool ask(const std::string& title, const std::string& text, bool /*usual*/) override {
         return replyTo("ask", title + "|" + text) == "yes";
     }
+    SaveAnswer askToSave(const std::string& title, const std::string& text) override {
+        const auto reply = replyTo("changes", title + "|" + text);
+        return reply == "save"   ? SaveAnswer::save
+               : reply == "drop" ? SaveAnswer::dontSave
+                                 : SaveAnswer::cancel;
+    }
     void tell(BoxIcon icon, const std::string& title, const std::string& text) override {
         const Texts names{"question|", "exclamation|", "critical|"};
         shown.push_back(names.at(static_cast<std::size_t>(icon)) + title + "|" + text);
@@ -46,9 +52,9 @@ class ScriptedDialogs : public Dialogs {
     /// Returns what was shown, and forgets it.
     Texts take() { return std::exchange(shown, {}); }
 
-    /// In order: "ask yes", "ask no", "open " or "save " and a path (none = cancelled), "range ",
-    /// "document ",
-    /// "print ", or a kind and "fail" for a dialog that fails with 57.
+    /// In order: "ask yes", "ask no", "changes save", "changes drop", "changes cancel", "open " or
+    /// "save " and a path (none = cancelled), "range ", "document ", "print ", or a kind and "fail"
+    /// for a dialog that fails with 57.
     Texts answers;
     /// What is looked at while a box is open.
     std::function<void()> onTell;

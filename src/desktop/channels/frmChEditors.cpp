@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPainter>
 #include <QValidator>
 #include <QWheelEvent>
 
@@ -216,6 +217,23 @@ void ToneEditor::hideEvent(QHideEvent* event) {
     offers_->hide();
 }
 
+namespace {
+
+/// A triangle in the upper right corner, as in a spreadsheet.
+void paintChangeMark(QPainter& painter, const QStyleOptionViewItem& option) {
+    const int side = std::max(6, option.fontMetrics.height() / 3);
+    const QPoint corner = option.rect.topRight() + QPoint(1, 0);
+    const bool selected = (option.state & QStyle::State_Selected) != 0;
+    painter.save();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(option.palette.brush(selected ? QPalette::HighlightedText : QPalette::Link));
+    painter.drawPolygon(QPolygon({corner, corner - QPoint(side, 0), corner + QPoint(0, side)}));
+    painter.restore();
+}
+
+}  // namespace
+
 QWidget* ChannelDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                        const QModelIndex& index) const {
     namespace column = modChMem::column;
@@ -273,11 +291,15 @@ void ChannelDelegate::paint(QPainter* painter, const QStyleOptionViewItem& optio
     namespace column = modChMem::column;
     const int col = CellGridModel::gridColumn(index);
     if (col != column::rx && col != column::tx) {
-        return QStyledItemDelegate::paint(painter, option, index);
+        QStyledItemDelegate::paint(painter, option, index);
+    } else {
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        frmChFrequency::paint(*painter, cell);
     }
-    QStyleOptionViewItem cell = option;
-    initStyleOption(&cell, index);
-    frmChFrequency::paint(*painter, cell);
+    if (index.data(CellGridModel::markedRole).toBool()) {
+        paintChangeMark(*painter, option);
+    }
 }
 
 bool ChannelDelegate::eventFilter(QObject* editor, QEvent* event) {

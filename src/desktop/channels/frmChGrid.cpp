@@ -17,6 +17,7 @@
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "app/ownTexts.h"
 #include "base/Dialogs.h"
 #include "channels/channelTexts.h"
 #include "channels/columnTips.h"
@@ -29,6 +30,7 @@
 #include "desktop/widgets/CellGridModel.h"
 #include "desktop/widgets/owned.h"
 #include "desktop/widgets/qtText.h"
+#include "document/history.h"
 
 namespace k520 {
 
@@ -37,7 +39,18 @@ namespace {
 namespace column = modChMem::column;
 
 constexpr int cellMargin = 6;  ///< pixels beside a text
-constexpr int rowMargin = 8;   ///< pixels above and below a text, together: an editor fits in
+/// Why a cell is coloured, and what it was when the file was saved.
+QString tipOf(int row, int col) {
+    QString tip = qText(gridCells::tipOf(row, col));
+    if (const auto saved = history::savedText(row, col)) {
+        tip +=
+            (tip.isEmpty() ? QString() : QStringLiteral("\n")) +
+            qText(say(texts::savedValueTip, saved->empty() ? say(texts::savedValueEmpty) : *saved));
+    }
+    return tip;
+}
+
+constexpr int rowMargin = 8;  ///< pixels above and below a text, together: an editor fits in
 
 }  // namespace
 
@@ -78,7 +91,8 @@ frmChGrid::frmChGrid(QWidget* parent)
                   [](int row, int col, const QString& text) {
                       return gridCells::store(row, col, stdText(text));
                   },
-              .tip = [](int row, int col) { return qText(gridCells::tipOf(row, col)); },
+              .tip = tipOf,
+              .marked = [](int row, int col) { return history::savedText(row, col).has_value(); },
               .titleTip = [](int col) { return qText(columnTips::of(col)); }},
           this)),
       titles_(own<TitleHeader>(this)),
@@ -218,6 +232,14 @@ void frmChGrid::goRows(int rows) {
 
 void frmChGrid::goToFirst() {
     goTo(model_->index(0, 0));
+}
+
+void frmChGrid::showCell(int row, int column) {
+    endEdit();
+    goTo(model_->indexOf(row, column));
+    scrollTo(currentIndex());
+    viewport()->update();
+    setFocus();
 }
 
 void frmChGrid::goToLast() {

@@ -36,6 +36,9 @@ class frmChGrid : public EditTable {
     void fillEditMenu(QMenu& menu);
     void showEditMenu(bool inFront);
 
+    /// Selects a cell, counted as the core does, and scrolls to it.
+    void showCell(int row, int column);
+
     /// The table's own search by letters would take keys that a cell refuses.
     void keyboardSearch(const QString&) override {}
 

@@ -116,6 +116,10 @@ void frmChMem::showNotice(const QString& text) {
     lblNotice_->setVisible(!text.isEmpty());
 }
 
+void frmChMem::showBand() {
+    cboFrequency_->setFocus(Qt::OtherFocusReason);
+}
+
 frmOptPanel* frmChMem::panel() const {
     return panel_;
 }

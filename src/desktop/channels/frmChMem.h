@@ -31,6 +31,9 @@ class frmChMem : public QWidget {
     /// Shows a coloured line above the grid; none for an empty text.
     void showNotice(const QString& text);
 
+    /// Gives the band list the keyboard.
+    void showBand();
+
     [[nodiscard]] frmOptPanel* panel() const;
     [[nodiscard]] frmChGrid* grid() const;
 

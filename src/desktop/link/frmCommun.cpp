@@ -327,7 +327,7 @@ void frmCommun::gaveUp(const modSession::Result& result) {
 }
 
 void frmCommun::run(Direction direction) {
-    if (running_ || !EditTable::commitAll()) {
+    if (running_ || !EditTable::commitAll() || (direction == Direction::read && !mayRead_())) {
         return;
     }
     runDirection_ = direction;

@@ -4,6 +4,7 @@
 
 #include <QDialog>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -42,6 +43,9 @@ class frmCommun : public QDialog {
     /// from the ranges in force, and empties what the last session left. Says so where an earlier
     /// write did not finish. The caller shows the dialog.
     void prepare(Direction direction);
+
+    /// Asked before each read, which replaces what is shown; false = it is not begun.
+    void setMayRead(std::function<bool()> mayRead) { mayRead_ = std::move(mayRead); }
 
     /// Refused in words while a session is on, whichever way the user tries to close the dialog.
     void done(int result) override;
@@ -97,6 +101,7 @@ class frmCommun : public QDialog {
     QPushButton* cmdClose_;
     frmCommunDetails* details_;
     std::unique_ptr<View> view_;
+    std::function<bool()> mayRead_ = [] { return true; };
     Direction direction_ = Direction::read;
     /// Something was started since prepare().
     bool ran_ = false;

@@ -38,6 +38,7 @@
 #include "desktop/widgets/screenRoom.h"
 #include "link/session/modSession.h"
 #include "memview/modMemDat.h"
+#include "program/changes.h"
 #include "program/modFileCmd.h"
 #include "program/modPrint.h"
 #include "program/modStartUp.h"
@@ -130,7 +131,8 @@ void mdifrmMain::connectCore() {
                   modChMem::state().onFormRefresh.subscribe([this] { followFormRefresh(); }),
                   optionPanel::state().onChange.subscribe([this] { followPanel(); }),
                   modFileCmd::state().onFilePanel.subscribe([this] { followDocument(); }),
-                  documentOrigin::state().onChange.subscribe([this] { followDocument(); })};
+                  documentOrigin::state().onChange.subscribe([this] { followDocument(); }),
+                  history::state().onChange.subscribe([this] { followHistory(); })};
     const auto* errors = errors_->findChild<QListView*>(QStringLiteral("listShowErr"));
     connect(errors->model(), &QAbstractItemModel::rowsInserted, status_,
             [this] { status_->setFailures(static_cast<int>(modShowErr::state().entries.size())); });
@@ -159,8 +161,8 @@ void mdifrmMain::SetSoftFace() {
                            QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
         QApplication::installTranslator(&toolkitTexts_);
     }
-    setWindowTitle(softText(SoftText::mainTitle));
     setMenuFace();
+    followHistory();
     setToolBarFace();
     status_->SetSoftFace();
     tree_->InitRadioSet();
@@ -171,6 +173,7 @@ void mdifrmMain::SetSoftFace() {
 
 void mdifrmMain::showLockState() {
     findChild<QAction*>(QStringLiteral("mnuLockCh"))->setChecked(modChEdit::locked());
+    followHistory();
     status_->refresh();
 }
 
@@ -193,6 +196,7 @@ void mdifrmMain::mnuWriteFre_Click() {
 void mdifrmMain::communicate(Direction direction) {
     if (commun_ == nullptr) {
         commun_ = ownNamed<frmCommun>("frmCommun", this);
+        commun_->setMayRead(changes::mayLeave);
         connect(commun_, &frmCommun::memDatWanted, this, &mdifrmMain::showMemDat);
         connect(commun_, &frmCommun::sessionEnded, this, [this] {
             if (radioInfo_ != nullptr) {

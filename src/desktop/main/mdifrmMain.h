@@ -8,6 +8,7 @@
 #include <functional>
 
 #include "base/Signal.h"
+#include "document/history.h"
 #include "link/protocol/communView.h"
 #include "program/modStartUp.h"
 
@@ -60,6 +61,9 @@ class mdifrmMain : public QMainWindow {
     void showWindow(const QString& key);
     /// The memory data window, filled with what the image holds now.
     void showMemDat();
+    /// Takes the last step back, or makes it again, and shows where it was.
+    void mnuUndo_Click();
+    void mnuRedo_Click();
     /// Closes the window, which asks.
     void ExitSoft();
 
@@ -88,6 +92,8 @@ class mdifrmMain : public QMainWindow {
     void followFormRefresh();
     void followPanel();
     void followDocument();
+    void followHistory();
+    void showPlace(const history::Place& place);
 
     QMdiArea* mdi_;
     frmStatusPanels* status_;

@@ -60,6 +60,23 @@ const std::array itemRows{
     ItemRow{"mnuFile"},
     ItemRow{"mnuFile", "mnuExit", SoftText::menuExit, "exit", "Ctrl+Q",
             [](Main& main) { main.ExitSoft(); }},
+    ItemRow{"mnuEdit",
+            "mnuUndo",
+            {},
+            "undo",
+            "Ctrl+Z",
+            [](Main& main) { main.mnuUndo_Click(); },
+            !asks,
+            &texts::undo},
+    ItemRow{"mnuEdit",
+            "mnuRedo",
+            {},
+            "redo",
+            "Ctrl+Shift+Z, Ctrl+Y",
+            [](Main& main) { main.mnuRedo_Click(); },
+            !asks,
+            &texts::redo},
+    ItemRow{"mnuEdit"},
     ItemRow{"mnuProgram", "mnuReadFre", SoftText::menuRead, "radio-read", "F5",
             [](Main& main) { main.mnuReadFre_Click(); }, asks},
     ItemRow{"mnuProgram", "mnuWriteFre", SoftText::menuWrite, "radio-write", "F6",
@@ -78,6 +95,15 @@ const std::array itemRows{
             &texts::viewMemory},
     ItemRow{"mnuHelp", "mnuHelpTopic", SoftText::menuHelpTopic, "help", "F1",
             [](Main&) { modStartUp::Help(); }}};
+
+/// Keys with a comma between them, the one that the menu shows first.
+QList<QKeySequence> keysOf(const char* keys) {
+    QList<QKeySequence> all;
+    for (const QString& one : QString::fromLatin1(keys).split(QStringLiteral(", "))) {
+        all.append(QKeySequence(one));
+    }
+    return all;
+}
 
 template <class Row>
 QString shownCaption(const Row& row) {
@@ -142,7 +168,7 @@ void mdifrmMain::makeMenus() {
         }
         auto* action = ownNamed<QAction>(row.name, this);
         action->setIcon(icons::line(QLatin1String(row.icon)));
-        action->setShortcut(QKeySequence(QLatin1String(row.keys)));
+        action->setShortcuts(keysOf(row.keys));
         connect(action, &QAction::triggered, this,
                 [this, &row] { command([&] { row.run(*this); }); });
         menu(row.menu)->addAction(action);

@@ -172,16 +172,21 @@ void frmMemDat::showCharacters() {
 /// A text that is not an address of the grid stays there to be corrected.
 void frmMemDat::goToAddress() {
     const auto address = modMemDat::parseAddress(stdText(txtGoTo_->text()));
-    const QModelIndex index = address ? model_->index(*address / modMemDat::bytesPerRow,
-                                                      *address % modMemDat::bytesPerRow)
-                                      : QModelIndex();
-    if (!index.isValid()) {
+    if (!address || !showAddress(*address)) {
         txtGoTo_->selectAll();
-        return;
+    }
+}
+
+bool frmMemDat::showAddress(int address) {
+    const QModelIndex index =
+        model_->index(address / modMemDat::bytesPerRow, address % modMemDat::bytesPerRow);
+    if (!index.isValid()) {
+        return false;
     }
     vsfgGridMemDat_->setCurrentIndex(index);
     vsfgGridMemDat_->scrollTo(index, QAbstractItemView::PositionAtCenter);
     vsfgGridMemDat_->setFocus();
+    return true;
 }
 
 }  // namespace k520

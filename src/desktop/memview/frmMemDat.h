@@ -26,6 +26,9 @@ class frmMemDat : public QWidget {
     frmMemDat(const frmMemDat&) = delete;
     frmMemDat& operator=(const frmMemDat&) = delete;
 
+    /// Selects the byte at an address and scrolls to it; false where there is none.
+    bool showAddress(int address);
+
     /// Opens the dialog of the partial fill.
     void cmdPartFill_Click();
 

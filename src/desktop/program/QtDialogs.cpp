@@ -9,10 +9,12 @@
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPushButton>
 #include <QTextDocument>
 #include <QUrl>
 #include <algorithm>
 
+#include "app/ownTexts.h"
 #include "base/RuntimeError.h"
 #include "desktop/channels/frmCustomFre.h"
 #include "desktop/program/programTexts.h"
@@ -87,6 +89,22 @@ bool QtDialogs::ask(const std::string& title, const std::string& text, bool usua
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setDefaultButton(usual ? QMessageBox::Yes : QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
+}
+
+SaveAnswer QtDialogs::askToSave(const std::string& title, const std::string& text) {
+    QMessageBox box(frontWindow());
+    setUp(box, title, text);
+    box.setIcon(QMessageBox::Question);
+    QPushButton* const save = box.addButton(qSay(texts::saveButton), QMessageBox::AcceptRole);
+    const auto* const drop =
+        box.addButton(qSay(texts::dontSaveButton), QMessageBox::DestructiveRole);
+    QPushButton* const cancel = box.addButton(qSay(texts::cancelButton), QMessageBox::RejectRole);
+    box.setDefaultButton(save);
+    box.setEscapeButton(cancel);
+    box.exec();
+    return box.clickedButton() == save   ? SaveAnswer::save
+           : box.clickedButton() == drop ? SaveAnswer::dontSave
+                                         : SaveAnswer::cancel;
 }
 
 void QtDialogs::tell(BoxIcon icon, const std::string& title, const std::string& text) {

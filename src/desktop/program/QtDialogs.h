@@ -16,6 +16,7 @@ class QtDialogs : public Dialogs {
     QtDialogs& operator=(const QtDialogs&) = delete;
 
     bool ask(const std::string& title, const std::string& text, bool usual) override;
+    SaveAnswer askToSave(const std::string& title, const std::string& text) override;
     void tell(BoxIcon icon, const std::string& title, const std::string& text) override;
     std::string openFile(const FileChoice& choice) override;
     std::string saveFile(const FileChoice& choice) override;

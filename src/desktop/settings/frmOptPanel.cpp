@@ -158,6 +158,13 @@ void frmOptPanel::addGroup(optionTable::Group group) {
     }
 }
 
+void frmOptPanel::showOption(int number) {
+    const Row& row = checkedAt(rows_, number, "option row");
+    QWidget* control = row.box != nullptr ? static_cast<QWidget*>(row.box) : row.list;
+    scroll_->ensureWidgetVisible(control);
+    control->setFocus(Qt::OtherFocusReason);
+}
+
 /// Puts the groups into so many columns, the first half of them to the left.
 void frmOptPanel::arrange(int columns) {
     shownColumns_ = columns;

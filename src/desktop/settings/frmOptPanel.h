@@ -28,6 +28,9 @@ class frmOptPanel : public QWidget {
     /// Shows captions, entries and selections as optionPanel has them now.
     void showState();
 
+    /// Gives an option's control the keyboard and scrolls to it.
+    void showOption(int number);
+
   private:
     class ColumnScrollArea;
     /// An option's widgets: a list with its label, or a check box.

@@ -71,6 +71,8 @@ QVariant CellGridModel::data(const QModelIndex& index, int role) const {
             return Qt::AlignCenter;
         case Qt::ToolTipRole:
             return rules_.tip ? rules_.tip(gridRow(index), gridColumn(index)) : QVariant();
+        case markedRole:
+            return rules_.marked && rules_.marked(gridRow(index), gridColumn(index));
         case choicesRole:
             return choicesOf(cell);
         default:

@@ -25,6 +25,8 @@ class CellGridModel : public QAbstractTableModel {
         std::function<bool(int row, int column, const QString& text)> edited = {};
         /// The tip of a cell; empty for none.
         std::function<QString(int row, int column)> tip = {};
+        /// Whether a cell has the mark of a change in its corner. None: no cell has.
+        std::function<bool(int row, int column)> marked = {};
         /// The tip of a column's title; empty for none.
         std::function<QString(int column)> titleTip = {};
     };
@@ -42,6 +44,7 @@ class CellGridModel : public QAbstractTableModel {
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
     static constexpr int choicesRole = Qt::UserRole;
+    static constexpr int markedRole = Qt::UserRole + 1;  ///< bool: see Rules::marked
 
     [[nodiscard]] static int gridRow(const QModelIndex& index) { return index.row() + 1; }
     [[nodiscard]] static int gridColumn(const QModelIndex& index) { return index.column() + 1; }

@@ -8,6 +8,7 @@
 
 #include "app/Guard.h"
 #include "app/modSoftFace.h"
+#include "app/ownTexts.h"
 #include "app/settingsStore.h"
 #include "base/Checked.h"
 #include "base/Dialogs.h"
@@ -43,7 +44,7 @@ void encodeAndStamp() {
 
 void showWhatWasRead() {
     modChMem::SoftDisplay();
-    documentOrigin::begin(documentOrigin::Origin::radio);
+    documentOrigin::begin(documentOrigin::Origin::radio, say(texts::stepRead));
 }
 
 void copyToImage(const ScriptStep& step, MemoryImage& image) {

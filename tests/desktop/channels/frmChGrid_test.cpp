@@ -392,9 +392,10 @@ TEST_F(Grid, TabAtTheEndsGoesToTheNextControl) {
 
 TEST_F(Grid, TheTipOfAFrequencyOutsideTheBand) {
     play("1,1 440 Return");
-    EXPECT_EQ(tip(1, 1), "Outside the band 136 - 174 MHz: the radio may not work on it.");
+    const std::string saved = "As saved: 446.00625";
+    EXPECT_EQ(tip(1, 1), "Outside the band 136 - 174 MHz: the radio may not work on it.\n" + saved);
     modModel::selectBand(5);
-    EXPECT_EQ(tip(1, 1), "");
+    EXPECT_EQ(tip(1, 1), saved);
 }
 
 TEST_F(Grid, PopUpMenu) {
@@ -407,9 +408,9 @@ TEST_F(Grid, PopUpMenu) {
     EXPECT_EQ(where(), "5,3");
     run("mnuOpenCh");
     EXPECT_EQ(row(5), "136!|136!|None!|None!|Wide!|High!|Off!|Off!");
-    EXPECT_EQ(tip(5, 3), say(texts::openedTip));
+    EXPECT_EQ(tip(5, 3), say(texts::openedTip) + "\nAs saved: (empty)");
     play("5,1 137 Return");
-    EXPECT_EQ(tip(5, 3), "");
+    EXPECT_EQ(tip(5, 3), "As saved: (empty)");
     menuAt(1);
     play("5,2 Shift+F10");
     EXPECT_TRUE(find<QMenu>(*grid, "mnuChannel").isVisible());

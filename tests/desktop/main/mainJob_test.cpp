@@ -10,6 +10,7 @@
 #include "channels/modChMem.h"
 #include "desktop/Desktop.h"
 #include "desktop/memview/frmMemDat.h"
+#include "document/history.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "link/simulator/virtualRadio.h"
@@ -152,8 +153,9 @@ TEST_F(MainJob, TheProgramCannotBeLeftInASession) {
     clock.onWait = nullptr;
     EXPECT_GT(tries, 1);
     EXPECT_TRUE(main->isVisible());
-    dialogs.answers = {"ask yes"};
-    EXPECT_TRUE(main->close());
+    dialogs.answers = {"changes cancel", "changes drop"};
+    EXPECT_FALSE(main->close());
+    EXPECT_TRUE(main->close()) << "what was read and is in no file is not asked about twice";
     dialogs.take();
 }
 
@@ -181,6 +183,11 @@ class CarelessUser : public test::ScriptedDialogs {
     bool ask(const std::string& /*title*/, const std::string& text, bool /*usual*/) override {
         return text != modSoftFace::text(SoftText::askExit) && roll(2) == 0;
     }
+    SaveAnswer askToSave(const std::string& /*title*/, const std::string& /*text*/) override {
+        constexpr SaveAnswer choices[] = {SaveAnswer::save, SaveAnswer::dontSave,
+                                          SaveAnswer::cancel};
+        return stays ? SaveAnswer::cancel : oneOf(choices);
+    }
     std::string openFile(const FileChoice& choice) override {
         const std::string path = saveFile(choice);
         return std::filesystem::exists(path) ? path : "";
@@ -202,6 +209,7 @@ class CarelessUser : public test::ScriptedDialogs {
     void print(const std::string& html) override { EXPECT_FALSE(html.empty()); }
 
     int refusedPastes = 0;
+    bool stays = false;
 
   private:
     const test::TempFolder& folder_;
@@ -311,10 +319,14 @@ class RandomActions : public MainJob {
     void command() {
         static constexpr const char* items[] = {
             "mnuNew",  "mnuOpen",   "mnuSave",   "mnuSaveAs", "mnuHelp",    "mnuOptFeature",
-            "mnuExit", "mnuLockCh", "mnuLockCh", "mnuPrint",  "mnuShowErr", "mnuShowTree"};
-        if (auto* item = main->findChild<QAction*>(QLatin1String(user.oneOf(items)))) {
+            "mnuExit", "mnuLockCh", "mnuLockCh", "mnuPrint",  "mnuShowErr", "mnuShowTree",
+            "mnuUndo", "mnuUndo",   "mnuUndo",   "mnuRedo",   "mnuRedo"};
+        const char* const name = user.oneOf(items);
+        user.stays = std::string_view(name) == "mnuExit";
+        if (auto* item = main->findChild<QAction*>(QLatin1String(name))) {
             item->trigger();
         }
+        user.stays = false;
         EXPECT_FALSE(editorOpen("vsfgGridCh"));
     }
     void channelCommand() {
@@ -387,6 +399,7 @@ TEST_F(RandomActions, ThreeHundredOfThemLeaveNoFailureBehind) {
     // Sessions over a part of the memory, as they are one action in fifteen.
     open(3, "ReadEndAddr=03FF\nWriteEndAddr=03FF\n");
     setDialogs(&user);
+    const auto first = document::capture();
     using Me = RandomActions;
     static constexpr void (Me::*actions[])() = {
         &Me::press,          &Me::press,       &Me::press,
@@ -410,6 +423,17 @@ TEST_F(RandomActions, ThreeHundredOfThemLeaveNoFailureBehind) {
     }
     EXPECT_GT(compared, 100);
     EXPECT_GT(user.refusedPastes, 0);
+
+    const auto last = document::capture();
+    while (history::canUndo()) {
+        history::undo();
+    }
+    EXPECT_EQ(document::capture(), first);
+    EXPECT_FALSE(history::changed());
+    while (history::canRedo()) {
+        history::redo();
+    }
+    EXPECT_EQ(document::capture(), last);
 }
 
 }  // namespace

@@ -167,10 +167,11 @@ TEST_F(MainWindow, TreeFollowsTheWindowInFront) {
 TEST_F(MainWindow, EditMenuActsOnTheChannelsInFront) {
     const std::pair<int, const char*> faces[] = {
         {1,
-         "剪切(&T)|复制(&C)|粘贴(&P)|清除单元格(&D)|---|全选(&A)|---|!开启信道 2(&O)|"
+         "!撤销(&U)|!重做(&R)|---|剪切(&T)|复制(&C)|粘贴(&P)|清除单元格(&D)|---|全选(&A)|---|!"
+         "开启信道 2(&O)|"
          "删除信道 2(&L)|存为默认值(&S)|---|删除所有信道(&N)|"},
         {3,
-         "Cu&t|&Copy|&Paste|&Delete cells|---|Select &all|---|!&Open channel 2|"
+         "!&Undo|!&Redo|---|Cu&t|&Copy|&Paste|&Delete cells|---|Select &all|---|!&Open channel 2|"
          "De&lete channel 2|&Save as default|---|Delete all cha&nnels|"}};
     for (const auto& [language, items] : faces) {
         resetModules();
@@ -196,7 +197,8 @@ TEST_F(MainWindow, EditMenuActsOnTheChannelsInFront) {
         EXPECT_FALSE(modChMem::ChInfo()(2).present());
         action("mnuOptFeature").trigger();
         EXPECT_THAT(shown(), HasSubstr("|!"));
-        EXPECT_EQ(std::ranges::count_if(menu.actions(), &QAction::isEnabled), 3) << "separators";
+        EXPECT_EQ(std::ranges::count_if(menu.actions(), &QAction::isEnabled), 5)
+            << "four separators, and what can be undone";
         main.reset();
     }
 }

@@ -8,6 +8,7 @@
 #include "app/mdimoduMain.h"
 #include "channels/modChMem.h"
 #include "desktop/Desktop.h"
+#include "document/history.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "link/simulator/virtualRadio.h"
@@ -165,10 +166,10 @@ TEST_F(OpenEditors, EveryCommandTakesWhatTheCellShows) {
          true},
         {"write", {}, [&] { action("mnuWriteFre").trigger(), session("cmdWrite"); }, inRadio},
         {"write by its button", {}, [&] { click("Write"), session("cmdWrite"); }, inRadio, true},
-        {"close", {"ask no"}, [&] { main->close(); }, inTable},
-        {"exit", {"ask no"}, [&] { action("mnuExit").trigger(); }, inTable},
-        {"exit by its button", {"ask no"}, [&] { click("Exit"); }, inTable, true},
-        {"language", {"ask no"}, [&] { action("mnuLangSel0").trigger(); }, inTable},
+        {"close", {"changes cancel"}, [&] { main->close(); }, inTable},
+        {"exit", {"changes cancel"}, [&] { action("mnuExit").trigger(); }, inTable},
+        {"exit by its button", {"changes cancel"}, [&] { click("Exit"); }, inTable, true},
+        {"language", {"changes cancel"}, [&] { action("mnuLangSel0").trigger(); }, inTable},
         {"lock", {}, [&] { action("mnuLockCh").trigger(); }, inTable},
         {"help", {"document "}, [&] { action("mnuHelpTopic").trigger(); }, inTable},
         {"port", {}, [&] { action("mnuCom").trigger(); }, inTable},
@@ -192,6 +193,7 @@ TEST_F(OpenEditors, EveryCommandTakesWhatTheCellShows) {
             SCOPED_TRACE(
                 fmt::format("{}: {} in column {}", command.name, edit.gestures, edit.column));
             oneChannel();
+            history::markSaved();
             editCell(edit.column, edit.gestures);
             if (command.byMouse && QApplication::activePopupWidget() != nullptr) {
                 play("Esc Esc");
@@ -228,18 +230,26 @@ TEST_F(OpenEditors, NothingTypedOutlivesDataThatReplacesIt) {
     oneChannel();
     modFileCmd::setCurrentFile(path);
     ASSERT_TRUE(modFileCmd::SaveDatFile());
-    const std::tuple<const char*, Texts, std::function<void()>> commands[] = {
-        {"new", {"ask yes"}, [&] { action("mnuNew").trigger(); }},
-        {"new by its button", {"ask yes"}, [&] { click("FileNew"); }},
-        {"open", {"open " + path}, [&] { action("mnuOpen").trigger(); }},
-        {"open by its button", {"open " + path}, [&] { click("FileOpen"); }},
-        {"read", {}, [&] { action("mnuReadFre").trigger(), session("cmdRead"); }},
-        {"read by its button", {}, [&] { click("Read"), session("cmdRead"); }},
+    const std::string drop = "changes drop";
+    // What is answered without unsaved changes, and with them.
+    const std::tuple<const char*, Texts, Texts, std::function<void()>> commands[] = {
+        {"new", {"ask yes"}, {drop}, [&] { action("mnuNew").trigger(); }},
+        {"new by its button", {"ask yes"}, {drop}, [&] { click("FileNew"); }},
+        {"open", {"open " + path}, {drop, "open " + path}, [&] { action("mnuOpen").trigger(); }},
+        {"open by its button",
+         {"open " + path},
+         {drop, "open " + path},
+         [&] { click("FileOpen"); }},
+        {"read", {}, {drop}, [&] { action("mnuReadFre").trigger(), session("cmdRead"); }},
+        {"read by its button", {}, {drop}, [&] { click("Read"), session("cmdRead"); }},
     };
-    for (const auto& [name, answers, run] : commands) {
+    for (const auto& [name, answers, answersToEdit, run] : commands) {
         std::optional<MemoryImage> expected;
-        const auto goOn = [&] {
-            dialogs.answers = answers;
+        const auto goOn = [&](const Texts& now) {
+            history::start();
+            history::setFile(path);
+            history::markSaved();
+            dialogs.answers = now;
             run();
             // What has the keyboard then gets keys: they must not end an old edit.
             QApplication::processEvents();
@@ -250,13 +260,13 @@ TEST_F(OpenEditors, NothingTypedOutlivesDataThatReplacesIt) {
             dialogs.take();
         };
         oneChannel();
-        goOn();
+        goOn(answers);
         expected = modIicDat::IicDat();
         for (const Edit& edit : edits) {
             SCOPED_TRACE(fmt::format("{}: {} in column {}", name, edit.gestures, edit.column));
             oneChannel();
             editCell(edit.column, edit.gestures);
-            goOn();
+            goOn(answersToEdit);
             EXPECT_FALSE(editorOpen());
             EXPECT_EQ(modIicDat::IicDat(), expected);
         }
