@@ -10,6 +10,8 @@ namespace k520::texts {
 // Main window
 inline constexpr Text menuEdit{"编辑(&E)", "&Edit"};
 inline constexpr Text menuView{"视图(&V)", "&View"};
+inline constexpr Text recentFiles{"最近的文件(&R)", "&Recent files"};
+inline constexpr Text noRecentFiles{"（无）", "(none)"};
 inline constexpr Text viewMemory{"内存数据(&M)", "&Memory Data"};
 inline constexpr Text viewErrorList{"错误列表(&E)", "&Error List"};
 inline constexpr Text viewTree{"导航树(&T)", "Navigation &Tree"};
@@ -54,6 +56,19 @@ inline constexpr Text stepOpen{"打开 {}", "open {}"};
 inline constexpr Text stepRead{"从对讲机读出", "read from the radio"};
 inline constexpr Text stepRange{"自定义频段", "custom band"};
 
+inline constexpr Text stepRecovered{"恢复 {}", "recover {}"};
+
+// Unsaved work of a program that did not end cleanly
+inline constexpr Text recover{
+    "上次程序没有正常结束，{} 有尚未保存的更改。与该文件不同的有：{}。\n\n"
+    "是否打开这些更改？选择“否”将丢弃它们。",
+    "The program did not end cleanly, and {} has changes that were not saved. They differ from the "
+    "file in: {}.\n\nOpen them? With No they are thrown away."};
+inline constexpr Text recoverNew{
+    "上次程序没有正常结束，还有从未保存过的数据（{}）。\n\n是否打开？选择“否”将丢弃它们。",
+    "The program did not end cleanly, and there is work that was never saved ({}).\n\nOpen it? "
+    "With No it is thrown away."};
+
 // Unsaved changes
 inline constexpr Text changedTitle{"{}* - {}", "{}* - {}"};
 inline constexpr Text unchangedTitle{"{} - {}", "{} - {}"};
@@ -61,6 +76,14 @@ inline constexpr Text saveButton{"保存(&S)", "&Save"};
 inline constexpr Text dontSaveButton{"不保存(&D)", "&Don't save"};
 inline constexpr Text cancelButton{"取消", "Cancel"};
 inline constexpr Text changesOf{"{} 中的更改尚未保存。", "The changes to {} are not saved."};
+inline constexpr Text changedMeanwhile{
+    "{} 在此处打开或保存之后已被其他程序改动。与当前数据不同的有：{}。\n\n"
+    "是否覆盖？该文件现在的内容会保留在它旁边。",
+    "Another program has changed {} since it was opened or saved here. It differs from what is "
+    "shown in: {}.\n\nOverwrite it? What it holds now is kept beside it."};
+inline constexpr Text leftAsItIs{"{} 保持原样", "{} was left as it is"};
+inline constexpr Text tooLargeToKeep{"{} 太大，不是配置文件；请选择其他文件名",
+                                     "{} is too large for a configuration; choose another name"};
 inline constexpr Text savedValueTip{"已保存的值：{}", "As saved: {}"};
 inline constexpr Text savedValueEmpty{"（空）", "(empty)"};
 

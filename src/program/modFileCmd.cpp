@@ -20,16 +20,20 @@
 #include "channels/modModel.h"
 #include "channels/plausibility.h"
 #include "document/history.h"
+#include "document/imageDifferences.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "memview/modMemDat.h"
 #include "program/changes.h"
+#include "program/recentFiles.h"
 #include "settings/modSysSet.h"
 
 namespace k520::modFileCmd {
 
 namespace {
 
+/// What is longer is not a configuration; the settings allow 32 KiB.
+constexpr std::uint64_t mostKept = 1'000'000;
 constexpr const char* dataFilter = "Data File(*.dat)|*.dat";
 
 std::string fileName(const std::string& path) {
@@ -99,6 +103,17 @@ std::string noticeOf(std::uint64_t held) {
     return notice;
 }
 
+/// A program without windows keeps no list.
+void noteRecent(const std::string& path) {
+    if (history::state().recording) {
+        recentFiles::add(path);
+    }
+}
+
+void noteSeen(const std::string& path) {
+    state().seenBytes[path] = files::read(path, modIicDat::IicDat().size()).bytes;
+}
+
 /// Opens the file that `choose` names, if it names one. Returns whether nothing failed.
 bool openWith(const std::function<std::string()>& choose) {
     const bool done = guarded("mdifrmMain->OpenFile", [&] {
@@ -107,9 +122,11 @@ bool openWith(const std::function<std::string()>& choose) {
             const documentOrigin::Step step(say(texts::stepOpen, fileName(name)));
             const auto held = openDatFile(name);
             setCurrentFile(name);
+            noteSeen(name);
             history::markSaved();
             state().notice = remarkNow(noticeOf(held));
             remark({});
+            noteRecent(name);
         }
     });
     if (!done) {
@@ -132,7 +149,29 @@ void noteOwnSave(std::vector<std::uint8_t> bytes) {
     if (std::exchange(s.savedDocument, document) != document) {
         s.savedBytes.clear();
     }
+    s.seenBytes[s.currentFilePath] = bytes;
     s.savedBytes[s.currentFilePath] = std::move(bytes);
+}
+
+/// Whether a file that another program has changed meanwhile may be overwritten.
+bool mayOverwrite(const std::string& path, const std::vector<std::uint8_t>& bytes) {
+    const auto seen = state().seenBytes.find(path);
+    if (seen == state().seenBytes.end() || !files::stampOf(path)) {
+        return true;
+    }
+    const auto held = files::read(path, bytes.size()).bytes;
+    if (held == seen->second || held == bytes) {
+        return true;
+    }
+    MemoryImage theirs(modIicDat::IicDat().size());
+    datFile::load(path, theirs);
+    const auto differences = imageDifferences::find(
+        theirs, modIicDat::IicDat(), {0, static_cast<std::int16_t>(theirs.size() - 1)});
+    return theDialogs().ask(
+        modSoftFace::text(SoftText::notice),
+        say(texts::changedMeanwhile, fileName(path),
+            imageDifferences::summaryText(imageDifferences::summaryOf(differences))),
+        false);
 }
 
 /// Keeps what the file holds beside it where writing `bytes` would lose it. Returns the copy's
@@ -142,9 +181,12 @@ std::optional<std::filesystem::path> keepWhatIsLost(const std::string& path,
     if (!files::stampOf(path)) {
         return std::nullopt;
     }
-    const auto held = files::read(path, bytes.size()).bytes;
+    const auto [held, size] = files::read(path, bytes.size());
     if (held.empty() || held == bytes || isOwnSave(path, held)) {
         return std::nullopt;
+    }
+    if (size > mostKept) {
+        throw RuntimeError(errNum::pathAccess, say(texts::tooLargeToKeep, fileName(path)));
     }
     return naming(say(texts::notKept, fileName(path)), [&] { return files::keepBeside(path); });
 }
@@ -153,11 +195,19 @@ void saveKeeping() {
     State& s = state();
     std::vector<std::uint8_t> bytes;
     std::optional<std::filesystem::path> kept;
+    bool agreed = false;
     const bool mayWrite = guarded("mdifrmMain->SaveDatFile", [&] {
         modChMem::SetConvIicDat();
         bytes = datFile::bytesOf(modIicDat::IicDat());
-        kept = keepWhatIsLost(s.currentFilePath, bytes);
+        agreed = mayOverwrite(s.currentFilePath, bytes);
+        if (agreed) {
+            kept = keepWhatIsLost(s.currentFilePath, bytes);
+        }
     });
+    if (mayWrite && !agreed) {
+        return remark(
+            say(texts::fileNotSaved, say(texts::leftAsItIs, fileName(s.currentFilePath))));
+    }
     if (!mayWrite) {
         remark(say(texts::fileNotSaved, modShowErr::state().pendingSource));
         return;
@@ -166,6 +216,7 @@ void saveKeeping() {
         return;
     }
     noteOwnSave(std::move(bytes));
+    noteRecent(s.currentFilePath);
     if (kept) {
         remark(say(texts::fileSavedKept, fileName(s.currentFilePath), fileName(kept->string())),
                true);

@@ -41,6 +41,8 @@ struct State {
     /// What the saves of configuration `savedDocument` wrote last, by path.
     std::map<std::string, std::vector<std::uint8_t>> savedBytes;
     std::uint32_t savedDocument = 0;
+    /// What the files held when this program opened or saved them last, by path.
+    std::map<std::string, std::vector<std::uint8_t>> seenBytes;
     /// The file panel, the remark or the notice was rewritten.
     Signal<> onFilePanel;
 };
@@ -96,7 +98,11 @@ void SaveFile();
 ///
 /// What stood under that name, and is not the same, is kept beside it first (files::keepBeside),
 /// but for what this command itself has written there since the last New, Open or Read. Where it
-/// cannot be kept nothing is overwritten.
+/// cannot be kept, or is larger than a megabyte and so is not a configuration, nothing is
+/// overwritten. The number of such copies has no limit: they are the person's own files.
+///
+/// Where another program has changed the file since it was opened or saved here, the person is
+/// asked first, and told what differs.
 void SaveAsFile();
 
 /// Saves under the current path without asking for a name, keeping as SaveAsFile does.

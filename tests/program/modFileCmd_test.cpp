@@ -169,8 +169,12 @@ TEST_F(FileCommands, ShortFilesFillOnlyWhatTheyHold) {
 
 // What was there and would be lost is kept; what the command wrote itself is not.
 TEST_F(FileCommands, OverwritingKeepsWhatTheFileHeld) {
+    bool asked = false;
     const auto saveAs = [&](const std::string& name) {
         dialogs.answers = {"save " + (folder / name).string()};
+        if (std::exchange(asked, false)) {
+            dialogs.answers.emplace_back("ask yes");
+        }
         SaveAsFile();
         dialogs.take();
         return shownRemark();
@@ -185,7 +189,11 @@ TEST_F(FileCommands, OverwritingKeepsWhatTheFileHeld) {
     const std::string kept = "Saved; what a.dat held before is kept as a.dat.";
     const auto open = [&] { openNamed(folder / "a.dat"); };
     const auto read = [] { documentOrigin::begin(documentOrigin::Origin::radio); };
-    const auto another = [&] { folder.write("a.dat", "another program's"); };
+    // The person is asked then, and agrees.
+    const auto another = [&] {
+        folder.write("a.dat", "another program's");
+        asked = true;
+    };
     const auto nothing = [] {};
     const struct {
         std::function<void()> before;
@@ -199,7 +207,7 @@ TEST_F(FileCommands, OverwritingKeepsWhatTheFileHeld) {
                  {read, "445", kept + "~2~", {"a.dat", "a.dat.~1~", "a.dat.~2~"}},
                  {another, "446", kept + "~3~", {"a.dat", "a.dat.~1~", "a.dat.~2~", "a.dat.~3~"}},
                  // A copy that is there already is not made again.
-                 {[&] { folder.write("a.dat", folder.read("a.dat.~3~")), read(); },
+                 {[&] { folder.write("a.dat", folder.read("a.dat.~3~")), read(), asked = true; },
                   "447",
                   kept + "~3~",
                   {"a.dat", "a.dat.~1~", "a.dat.~2~", "a.dat.~3~"}}};
@@ -230,6 +238,39 @@ TEST_F(FileCommands, OverwritingKeepsWhatTheFileHeld) {
     EXPECT_EQ(std::filesystem::status(folder / "long.dat.~1~").permissions(),
               std::filesystem::perms{0600});
     EXPECT_EQ(failures(), Labels{});
+}
+
+TEST_F(FileCommands, AFileThatAnotherProgramChangedIsAskedAbout) {
+    modChMem::SetConvIicDat();
+    datFile::save(folder / "a.dat", image());
+    openNamed(folder / "a.dat");
+    modChMem::SetConvIicDat();
+    auto theirs = image();
+    theirs(0x1000) ^= 0xFF;
+    datFile::save(folder / "a.dat", theirs);
+    const auto held = folder.read("a.dat");
+    dialogs.answers = {"ask no", "ask yes"};
+    saveAgain();
+    EXPECT_EQ(folder.read("a.dat"), held);
+    EXPECT_EQ(shownRemark(), "NOT saved: a.dat was left as it is");
+    EXPECT_THAT(dialogs.take(), testing::ElementsAre(HasSubstr("is shown in: other bytes: 1.")));
+    saveAgain();
+    dialogs.take();
+    EXPECT_NE(folder.read("a.dat"), held);
+    EXPECT_EQ(folder.read("a.dat.~1~"), held);
+    saveAgain();
+    EXPECT_EQ(shownRemark(), "Saved");
+}
+
+TEST_F(FileCommands, WhatIsTooLargeForAConfigurationIsNotOverwritten) {
+    folder.write("video.dat", std::string(1'000'001, 'v'));
+    dialogs.answers = {"save " + (folder / "video.dat").string()};
+    SaveAsFile();
+    dialogs.take();
+    EXPECT_THAT(shownRemark(), HasSubstr("video.dat is too large for a configuration"));
+    EXPECT_EQ(folder.names(), std::set<std::string>{"video.dat"});
+    EXPECT_EQ(folder.read("video.dat").size(), 1'000'001U);
+    failures();
 }
 
 TEST_F(FileCommands, WhatCannotBeKeptIsNotOverwritten) {

@@ -10,6 +10,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QTimer>
 #include <QToolBar>
 #include <algorithm>
 
@@ -42,6 +43,7 @@
 #include "program/modFileCmd.h"
 #include "program/modPrint.h"
 #include "program/modStartUp.h"
+#include "program/recovery.h"
 #include "settings/optionPanel.h"
 
 namespace k520 {
@@ -68,11 +70,15 @@ std::int32_t twips(int pixels, int dotsPerInch) {
 mdifrmMain::mdifrmMain()
     : mdi_(ownNamed<QMdiArea>("mdiArea", this)),
       status_(ownNamed<frmStatusPanels>("stbMain", this)),
-      chMem_(ownNamed<frmChMem>("frmChMem", this)) {
+      chMem_(ownNamed<frmChMem>("frmChMem", this)),
+      recovery_(own<QTimer>(this)) {
     setObjectName(QStringLiteral("mdifrmMain"));
     setWindowIcon(icons::program());
+    setAcceptDrops(true);
     setCentralWidget(mdi_);
     setStatusBar(status_);
+    recovery_->setSingleShot(true);
+    connect(recovery_, &QTimer::timeout, this, recovery::keep);
     makeMenus();
     makeToolBar();
     makeDocks();
@@ -202,6 +208,7 @@ void mdifrmMain::communicate(Direction direction) {
             if (radioInfo_ != nullptr) {
                 radioInfo_->refresh();
             }
+            recovery::keep();
         });
     }
     commun_->prepare(direction);

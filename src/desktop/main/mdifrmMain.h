@@ -14,6 +14,7 @@
 
 class QMdiArea;
 class QMdiSubWindow;
+class QTimer;
 
 namespace k520 {
 
@@ -71,6 +72,9 @@ class mdifrmMain : public QMainWindow {
     void showEvent(QShowEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
+    /// A data file may be dropped anywhere in the window.
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
   private:
     void makeMenus();
@@ -87,6 +91,8 @@ class mdifrmMain : public QMainWindow {
     void showChild(QWidget& child);
     void communicate(Direction direction);
     void showEditMenu();
+    void showRecentMenu();
+    void openFile(const QString& path);
     void checkLanguageItem();
     void showLockState();
     void followFormRefresh();
@@ -105,6 +111,7 @@ class mdifrmMain : public QMainWindow {
     frmRadioInfo* radioInfo_ = nullptr;
     frmSysSet* sysSet_ = nullptr;
     frmMemDat* memDat_ = nullptr;
+    QTimer* recovery_;  ///< runs from a change until its copy is made
     QTranslator toolkitTexts_;
     std::array<Subscription, 5> following_;
 };

@@ -173,6 +173,9 @@ void mdifrmMain::makeMenus() {
                 [this, &row] { command([&] { row.run(*this); }); });
         menu(row.menu)->addAction(action);
     }
+    auto* recent = ownNamed<QMenu>("mnuRecent", menuBar());
+    menu("mnuFile")->insertMenu(findChild<QAction*>(QStringLiteral("mnuSave")), recent);
+    connect(recent, &QMenu::aboutToShow, this, &mdifrmMain::showRecentMenu);
     chMem_->grid()->fillEditMenu(*menu("mnuEdit"));
     connect(menu("mnuEdit"), &QMenu::aboutToShow, this, &mdifrmMain::showEditMenu);
 
@@ -231,6 +234,7 @@ void mdifrmMain::setMenuFace() {
         findChild<QAction*>(languageItem(language))
             ->setText(softText(languageTexts[static_cast<std::size_t>(language - 1)]));
     }
+    menuBar()->findChild<QMenu*>(QStringLiteral("mnuRecent"))->setTitle(qSay(texts::recentFiles));
     menuBar()
         ->findChild<QMenu*>(QStringLiteral("mnuLanguage"))
         ->setTitle(softText(SoftText::menuLanguage));

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QTimer>
 
 #include "desktop/channels/frmChGrid.h"
 #include "desktop/channels/frmChMem.h"
@@ -13,6 +14,7 @@
 #include "desktop/settings/frmSysSet.h"
 #include "desktop/widgets/qtText.h"
 #include "program/changes.h"
+#include "program/recovery.h"
 
 namespace k520 {
 
@@ -33,6 +35,10 @@ void mdifrmMain::followHistory() {
     show("mnuUndo", changes::undoCaption(), changes::mayUndo());
     show("mnuRedo", changes::redoCaption(), changes::mayRedo());
     setWindowTitle(qText(changes::title()));
+    // Every change is in a copy soon after; many at once are in one.
+    if (!recovery_->isActive()) {
+        recovery_->start(recovery::longestGapMs);
+    }
     // The marks of changed cells come and go without a change of their text.
     chMem_->grid()->viewport()->update();
 }

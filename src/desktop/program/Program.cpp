@@ -22,6 +22,7 @@
 #include "desktop/widgets/qtText.h"
 #include "program/modFileCmd.h"
 #include "program/modStartUp.h"
+#include "program/recovery.h"
 
 namespace k520 {
 
@@ -114,11 +115,14 @@ int Program::run() {
         return EXIT_SUCCESS;
     }
     main_->show();
+    recovery::offer();
     if (!files.isEmpty()) {
         modFileCmd::openNamed(stdPath(files.constFirst()));
     }
     untilPainted_ = parser.isSet(paintedOption);
-    return exec();
+    const int code = exec();
+    recovery::end();
+    return code;
 }
 
 void Program::closeUnasked() {
