@@ -123,15 +123,20 @@ class Workplace {
         fs::create_symlink(target, folder / name);
     }
     /// All files by their names; of a link what it leads to, and that it is one. A time in a
-    /// name is "TIME".
+    /// name is "TIME", and the folder in a settings file, which lists recent files, is "FOLDER".
     [[nodiscard]] Files files() const {
         Files all;
         for (const auto& entry : fs::recursive_directory_iterator(folder.path())) {
             if (entry.is_regular_file()) {
                 const auto name = fs::relative(entry.path(), folder.path()).string();
                 static const std::regex time("\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d");
+                std::string bytes = folder.read(name);
+                if (const auto at = bytes.find(folder.path().string() + "/");
+                    at != std::string::npos) {
+                    bytes.replace(at, folder.path().string().size(), "FOLDER");
+                }
                 all[std::regex_replace(name, time, "TIME") + (entry.is_symlink() ? "@" : "")] =
-                    folder.read(name);
+                    std::move(bytes);
             }
         }
         return all;

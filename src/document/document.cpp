@@ -96,8 +96,10 @@ Document capture() {
     const auto& table = modChMem::state();
     Document document{modIicDat::IicDat(), modIicDat::IicDatDef(), {},        table.newChannel,
                       modSysSet::OptNow(), modSysSet::OptDef(),    bandNow(), shownNow()};
-    document.channels.reserve(static_cast<std::size_t>(std::max<int>(0, table.ChNum)));
-    for (int n = 1; n <= table.ChNum; ++n) {
+    // The settings can ask for more channels than there is room for.
+    const int channels = std::clamp<int>(table.ChNum, 0, modChMem::tableChannels);
+    document.channels.reserve(static_cast<std::size_t>(channels));
+    for (int n = 1; n <= channels; ++n) {
         document.channels.push_back(table.ChInfo(n));
     }
     return document;

@@ -44,6 +44,7 @@ struct ItemRow {
     /// It asks for more before it does anything: its caption ends with an ellipsis.
     bool asks = false;
     const Text* own = nullptr;
+    const char* otherKeys = "";  ///< work, too, but the menu does not show them
 };
 constexpr bool asks = true;
 const std::array itemRows{
@@ -72,10 +73,11 @@ const std::array itemRows{
             "mnuRedo",
             {},
             "redo",
-            "Ctrl+Shift+Z, Ctrl+Y",
+            "Ctrl+Shift+Z",
             [](Main& main) { main.mnuRedo_Click(); },
             !asks,
-            &texts::redo},
+            &texts::redo,
+            "Ctrl+Y"},
     ItemRow{"mnuEdit"},
     ItemRow{"mnuProgram", "mnuReadFre", SoftText::menuRead, "radio-read", "F5",
             [](Main& main) { main.mnuReadFre_Click(); }, asks},
@@ -95,15 +97,6 @@ const std::array itemRows{
             &texts::viewMemory},
     ItemRow{"mnuHelp", "mnuHelpTopic", SoftText::menuHelpTopic, "help", "F1",
             [](Main&) { modStartUp::Help(); }}};
-
-/// Keys with a comma between them, the one that the menu shows first.
-QList<QKeySequence> keysOf(const char* keys) {
-    QList<QKeySequence> all;
-    for (const QString& one : QString::fromLatin1(keys).split(QStringLiteral(", "))) {
-        all.append(QKeySequence(one));
-    }
-    return all;
-}
 
 template <class Row>
 QString shownCaption(const Row& row) {
@@ -168,7 +161,8 @@ void mdifrmMain::makeMenus() {
         }
         auto* action = ownNamed<QAction>(row.name, this);
         action->setIcon(icons::line(QLatin1String(row.icon)));
-        action->setShortcuts(keysOf(row.keys));
+        action->setShortcuts(
+            {QKeySequence(QLatin1String(row.keys)), QKeySequence(QLatin1String(row.otherKeys))});
         connect(action, &QAction::triggered, this,
                 [this, &row] { command([&] { row.run(*this); }); });
         menu(row.menu)->addAction(action);

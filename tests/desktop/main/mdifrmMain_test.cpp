@@ -45,10 +45,10 @@ TEST_F(MainWindow, CaptionsComeFromTheLanguageInForce) {
     } faces[] = {
         {1, "NorvikK520对讲机写频软件",
          "文件(&F)|编辑(&E)|编程(&P)|选项(&O)|设置(&S)|视图(&V)|帮助(&H)|",
-         "新建(&N)|打开(&O)…|保存(&S)…|另存为(&A)…|打印(&P)…|---|退出(&E)|",
+         "新建(&N)|打开(&O)…|最近的文件(&R)|保存(&S)…|另存为(&A)…|打印(&P)…|---|退出(&E)|",
          "新建|打开|保存|读频|写频|串口|打印|帮助|退出|", "就绪", "文件名:"},
         {3, "ZEV K520 Radio Software", "&File|&Edit|&Program|&Option|&Settings|&View|&Help|",
-         "&New|&Open…|&Save…|S&ave As…|&Print…|---|&Exit|",
+         "&New|&Open…|&Recent files|&Save…|S&ave As…|&Print…|---|&Exit|",
          "New|Open|Save|Read|Write|Port|Print|Help|Exit|", "Ready", "File Name:"},
         {2, "", "|||||", "", "|||||||||", "", ""},
     };
