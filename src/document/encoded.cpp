@@ -4,11 +4,10 @@
 
 #include <algorithm>
 
-#include "base/Checked.h"
 #include "channels/channelCodec.h"
 #include "channels/modCtdcs.h"
 #include "image/stamp.h"
-#include "settings/optionTable.h"
+#include "settings/optionCodec.h"
 
 namespace k520::document {
 
@@ -29,14 +28,7 @@ MemoryImage encoded(const Document& document) {
                 channelCodec::encode(channel, number, modCtdcs::state().CtdcsOffText, image));
         }
     }
-    try {
-        for (const auto& option : optionTable::options()) {
-            optionTable::encode(option, checkedAt(document.options, option.number, "OptNow"),
-                                image);
-        }
-    } catch (const RuntimeError&) {
-        // A value without a place in its byte ends this when saving, too.
-    }
+    static_cast<void>(optionCodec::encode(document.options, image));
     return image;
 }
 

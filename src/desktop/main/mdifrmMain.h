@@ -113,7 +113,7 @@ class mdifrmMain : public QMainWindow {
     frmMemDat* memDat_ = nullptr;
     QTimer* recovery_;  ///< runs from a change until its copy is made
     QTranslator toolkitTexts_;
-    std::array<Subscription, 5> following_;
+    std::array<Subscription, 6> following_;
 };
 
 }  // namespace k520
