@@ -69,6 +69,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         return fuzz::theChannels();
     }();
     const bool taken = failureOf(text).empty();
+    require(taken || fuzz::theChannels() == untouched, "what is refused changes nothing");
     require(!taken || modShowErr::state().entries.empty(), "what fails is told");
     if (fuzz::theChannels() != untouched) {
         requireExportedAsImported();

@@ -8,6 +8,7 @@
 #include "app/modShowErr.h"
 #include "base/Dialogs.h"
 #include "channels/bandCodec.h"
+#include "channels/channelEdit.h"
 #include "channels/gridCells.h"
 #include "channels/gridPaste.h"
 #include "channels/modChEdit.h"
@@ -101,8 +102,14 @@ void putText(Place place, const std::string& text, bool typed) {
     }
     if (typed) {
         gridCells::store(place.row, place.col, text);
-    } else if (const auto refusal = gridCells::put(place.row, place.col, text)) {
+        return;
+    }
+    auto channel = modChMem::ChInfo()(place.row);
+    std::string remark;
+    if (const auto refusal = channelEdit::give(channel, place.col, text, remark)) {
         require(!refusal->reason.empty(), "a refusal says why");
+    } else {
+        modChEdit::takeChannel(static_cast<std::int16_t>(place.row), std::move(channel), remark);
     }
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/Checked.h"
+#include "channels/channelEdit.h"
 #include "channels/channelTexts.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
@@ -32,8 +33,13 @@ bool isTone(int col) {
     return col == column::decode || col == column::encode;
 }
 
+/// What the cell shows before an edit.
+std::string shownText(int row, int col) {
+    return modChMem::shownText(modChMem::ChInfo()(row), col);
+}
+
 std::string clearedText(int row, int col) {
-    if (isFrequency(col) || cells().text(row, col).empty()) {
+    if (isFrequency(col) || shownText(row, col).empty()) {
         return {};
     }
     if (isTone(col)) {
@@ -59,10 +65,9 @@ bool refuses(int row, int col) {
 }
 
 bool store(int row, int col, const std::string& text) {
-    const Cell& cell = cells().cell(row, col);
-    const bool nothingNew = text == cell.text && (text.empty() || !isFrequency(col));
-    const bool noEntry =
-        cell.editMode == EditMode::list && !modChMem::columnOf(col).meaningOf(text);
+    const bool nothingNew = text == shownText(row, col) && (text.empty() || !isFrequency(col));
+    const bool noEntry = channelEdit::kindOf(col) == channelEdit::Kind::list &&
+                         !modChMem::columnOf(col).meaningOf(text);
     if (modChEdit::locked() || nothingNew || noEntry) {
         return false;
     }
@@ -73,16 +78,6 @@ bool store(int row, int col, const std::string& text) {
         modChEdit::vsfgGridCh_AfterEdit(toInt16(row), toInt16(col));
     }
     return true;
-}
-
-std::optional<channelEdit::Refusal> put(int row, int col, const std::string& text) {
-    modChMem::Channel channel = modChMem::ChInfo()(row);
-    std::string remark;
-    auto refusal = channelEdit::give(channel, col, text, remark);
-    if (!refusal) {
-        modChEdit::takeChannel(toInt16(row), std::move(channel), std::move(remark));
-    }
-    return refusal;
 }
 
 void clear(int row, int col) {

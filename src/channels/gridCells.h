@@ -2,11 +2,8 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #pragma once
 
-#include <optional>
 #include <string>
 #include <vector>
-
-#include "channels/channelEdit.h"
 
 /// The cells of the channel grid as a user's hands meet them: typing, clearing, pasting and
 /// looking, each by the rules of modChEdit. Rows and columns are the grid's, from 1.
@@ -21,10 +18,6 @@ namespace k520::gridCells {
 /// must not store what was only looked at. In all other cells the text that is there already is not
 /// stored, nor one that is missing in the cell's list.
 bool store(int row, int col, const std::string& text);
-
-/// Stores a text that was imported or given to a command. Returns why it was not: all that typing
-/// refuses, and what cannot be read. The channel is then as it was.
-std::optional<channelEdit::Refusal> put(int row, int col, const std::string& text);
 
 /// Gives a cell that does not refuse what an empty text means in it: no channel, no transmission,
 /// no tone, the default of a list. Raises 13 where the settings have no such default.

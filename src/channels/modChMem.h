@@ -158,6 +158,10 @@ void CtdcsEncShow(std::int16_t channel);
 /// Colours the frequencies of all channels again, after a change of the band.
 void repaintFrequencies();
 
+/// What the cell of a column shows of a channel. Blank for an empty channel, in the reserved column
+/// and for a value beyond the fifty entries.
+[[nodiscard]] std::string shownText(const Channel& channel, int col);
+
 /// The two colours of the settings file; nothing means the control's own.
 [[nodiscard]] std::optional<Colour> defColour();
 [[nodiscard]] Colour overColour();

@@ -192,6 +192,22 @@ const std::string& shownTone(const std::string& tone) {
     return tone.empty() ? modCtdcs::state().CtdcsOffText : tone;
 }
 
+std::string transmitText(const Channel& channel) {
+    return channel.transmits() ? frequency::mhzText(channel.txFre()) : std::string();
+}
+
+std::string encodeText(const Channel& channel) {
+    return channel.transmits() ? shownTone(channel.encodeTone) : std::string();
+}
+
+/// Whether parameterText finds one: what was typed, or one of the column's entries.
+bool hasText(const Channel& channel, int col) {
+    const auto value = channel.field(col);
+    return channel.texts.contains(col) ||
+           (value >= -ColumnDefinition::firstText &&
+            value < ColumnDefinition::capacity - ColumnDefinition::firstText);
+}
+
 void drawChannel(std::int16_t number) {
     const Channel& channel = state().ChInfo(number);
     if (!channel.present()) {
@@ -293,9 +309,7 @@ void CtdcsDecShow(std::int16_t channel) {
 void CtdcsEncShow(std::int16_t channel) {
     guarded("modChMem->CtdcsEncShow", [&] {
         State& s = state();
-        const Channel& row = s.ChInfo(channel);
-        s.vsfgGridCh.setText(channel, column::encode,
-                             row.transmits() ? shownTone(row.encodeTone) : "");
+        s.vsfgGridCh.setText(channel, column::encode, encodeText(s.ChInfo(channel)));
     });
 }
 
@@ -308,6 +322,24 @@ void repaintFrequencies() {
             }
         }
     });
+}
+
+std::string shownText(const Channel& channel, int col) {
+    if (!channel.present() || col == column::reserved) {
+        return {};
+    }
+    switch (col) {
+        case column::rx:
+            return frequency::mhzText(channel.rxFre());
+        case column::tx:
+            return transmitText(channel);
+        case column::decode:
+            return shownTone(channel.decodeTone);
+        case column::encode:
+            return encodeText(channel);
+        default:
+            return hasText(channel, col) ? parameterText(channel, col) : std::string();
+    }
 }
 
 std::optional<Colour> defColour() {

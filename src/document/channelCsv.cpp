@@ -8,10 +8,12 @@
 #include <cstddef>
 #include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/Checked.h"
 #include "base/typedText.h"
+#include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modCtdcs.h"
 #include "channels/modModel.h"
@@ -62,9 +64,32 @@ std::vector<std::string> cellsOf(const ChannelPicture& channel) {
     return cells;
 }
 
-std::vector<std::string> currentCells(int channel) {
-    return cellsOf(channelPicture(channel, modChMem::ChInfo()(channel), modModel::limits()));
-}
+/// Channels while a text is taken into them.
+class Taking {
+  public:
+    Taking(Channels channels, const Listener& listener)
+        : taken_{std::move(channels), {}}, listener_(listener) {}
+
+    [[nodiscard]] std::vector<std::string> cells(int number) {
+        return cellsOf(channelPicture(number, channel(number), modModel::limits()));
+    }
+
+    void edit(int number, int col, const std::string& value) {
+        auto made = edited(channel(number), number, col, value, listener_);
+        channel(number) = std::move(made.channel);
+        taken_.remarks[number] = std::move(made.remark);
+    }
+
+    [[nodiscard]] TakenCsv result() && { return std::move(taken_); }
+
+  private:
+    [[nodiscard]] modChMem::Channel& channel(int number) {
+        return checkedAt(taken_.channels, number - 1, "ChInfo");
+    }
+
+    TakenCsv taken_;
+    const Listener& listener_;
+};
 
 /// The grid column of each CSV column; 0 for the channel's number.
 std::vector<int> columnsOfTitles(const CsvRow& titles) {
@@ -133,24 +158,24 @@ bool deletes(const ImportRow& row, const std::vector<std::string>& before) {
 
 /// Types every cell that says something else than the grid, from left to right: what the file
 /// leaves as it was is not snapped to a raster or changed in any other way.
-void takeRow(const ImportRow& row, const Listener& listener) {
-    auto cells = currentCells(row.channel);
+void takeRow(const ImportRow& row, Taking& taking) {
+    auto cells = taking.cells(row.channel);
     if (deletes(row, cells)) {
         if (!cells[modChMem::column::rx].empty()) {
-            editCell(row.channel, modChMem::column::rx, "", listener);
+            taking.edit(row.channel, modChMem::column::rx, "");
         }
         return;
     }
     for (std::size_t col = modChMem::column::rx; col < row.cells.size(); ++col) {
         if (row.cells[col] && *row.cells[col] != cells[col]) {
-            editCell(row.channel, static_cast<int>(col), *row.cells[col], listener);
+            taking.edit(row.channel, static_cast<int>(col), *row.cells[col]);
             // An edit may change its neighbours, too.
-            cells = currentCells(row.channel);
+            cells = taking.cells(row.channel);
         }
     }
 }
 
-void takeRows(const std::vector<CsvRow>& rows, const Listener& listener) {
+void takeRows(const std::vector<CsvRow>& rows, Taking& taking) {
     if (rows.empty()) {
         refuse(Reason::notPossible, say(texts::csvNoTitles));
     }
@@ -162,25 +187,35 @@ void takeRows(const std::vector<CsvRow>& rows, const Listener& listener) {
             if (!seen.insert(row.channel).second) {
                 refuse(Reason::notPossible, say(texts::csvChannelTwice, row.channel));
             }
-            takeRow(row, listener);
+            takeRow(row, taking);
         } catch (const Refused& refused) {
             failAt(rows[i].line, refused.what());
         }
     }
 }
 
+Channels channelsNow() {
+    Channels channels;
+    const int last = std::min<int>(modChMem::state().ChNum, modChMem::tableChannels);
+    for (int n = 1; n <= last; ++n) {
+        channels.push_back(modChMem::ChInfo()(n));
+    }
+    return channels;
+}
+
 }  // namespace
 
-std::string channelCsv() {
+std::string csvOf(const Channels& channels) {
     std::vector<std::string> titles{channelTitle};
     const auto columns = csvColumns();
     for (const int col : columns) {
         titles.push_back(nameOfColumn(col));
     }
     std::string text = csvLine(titles);
-    for (const auto& channel : currentPicture().channels) {
-        const auto cells = cellsOf(channel);
-        std::vector<std::string> row{fmt::format("{}", channel.channel)};
+    int number = 0;
+    for (const auto& channel : channels) {
+        const auto cells = cellsOf(channelPicture(++number, channel, modModel::limits()));
+        std::vector<std::string> row{fmt::format("{}", number)};
         for (const int col : columns) {
             row.push_back(cells[static_cast<std::size_t>(col)]);
         }
@@ -189,8 +224,22 @@ std::string channelCsv() {
     return text;
 }
 
+TakenCsv taken(std::string_view text, Channels channels, const Listener& listener) {
+    Taking taking(std::move(channels), listener);
+    takeRows(parseCsv(text), taking);
+    return std::move(taking).result();
+}
+
+std::string channelCsv() {
+    return csvOf(channelsNow());
+}
+
 void takeChannelCsv(std::string_view text, const Listener& listener) {
-    takeRows(parseCsv(text), listener);
+    auto [channels, remarks] = taken(text, channelsNow(), listener);
+    for (auto& [number, remark] : remarks) {
+        modChEdit::takeChannel(toInt16(number), checkedAt(channels, number - 1, "ChInfo"),
+                               std::move(remark));
+    }
 }
 
 }  // namespace k520::document

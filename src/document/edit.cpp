@@ -6,13 +6,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <utility>
 
 #include "base/Checked.h"
 #include "base/typedText.h"
 #include "channels/bandCodec.h"
 #include "channels/cellText.h"
+#include "channels/channelEdit.h"
 #include "channels/channelTexts.h"
-#include "channels/gridCells.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
@@ -29,14 +30,6 @@ namespace column = modChMem::column;
 
 std::string channelKey(int channel, std::string_view field) {
     return fmt::format("ch{}.{}", channel, field);
-}
-
-/// Says what the edit of `key` made of its value, if that is not plain.
-void tellRemark(const std::string& key, const Listener& listener) {
-    const auto& remark = modChEdit::state().remark;
-    if (!remark.empty()) {
-        listener(key + "=" + remark);
-    }
 }
 
 [[noreturn]] void refuseFor(const channelEdit::Refusal& refusal, int channel,
@@ -78,7 +71,8 @@ void editChannel(std::string_view key, std::string_view rest, const std::string&
         refuse(Reason::unknownName, say(texts::keyUnknown, key));
     }
     requireMeant(*channel, col, value);
-    editCell(*channel, col, value, listener);
+    auto made = edited(modChMem::ChInfo()(*channel), *channel, col, value, listener);
+    modChEdit::takeChannel(toInt16(*channel), std::move(made.channel), std::move(made.remark));
 }
 
 void editCustomBand(const std::string& value, std::size_t dash, const Listener& listener) {
@@ -159,15 +153,20 @@ std::string nameOfColumn(int col) {
     }
 }
 
-void editCell(int channel, int col, const std::string& value, const Listener& listener) {
-    const auto key = channelKey(channel, nameOfColumn(col));
-    if (const auto refusal = gridCells::put(channel, col, value)) {
-        refuseFor(*refusal, channel, key);
+EditedChannel edited(modChMem::Channel channel, int number, int col, const std::string& value,
+                     const Listener& listener) {
+    const auto key = channelKey(number, nameOfColumn(col));
+    EditedChannel result{std::move(channel), {}};
+    if (const auto refusal = channelEdit::give(result.channel, col, value, result.remark)) {
+        refuseFor(*refusal, number, key);
     }
-    tellRemark(key, listener);
+    if (!result.remark.empty()) {
+        listener(key + "=" + result.remark);
+    }
     if (channelEdit::kindOf(col) == channelEdit::Kind::plain) {
         listener(say(texts::columnNotStored, key));
     }
+    return result;
 }
 
 void applyEdit(std::string_view key, const std::string& value, const Listener& listener) {

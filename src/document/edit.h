@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "channels/channelTable.h"
 #include "document/Refused.h"
 
 /// Edits by the rules of the grid and the panel, named by keys: "ch1.rx", "option.tot", "band".
@@ -19,9 +20,14 @@ void applyEdit(std::string_view key, const std::string& value, const Listener& l
 /// Makes the edit that a word "KEY=VALUE" asks for.
 void applyEditWord(const std::string& word, const Listener& listener);
 
-/// Edits one cell of a channel's row: a frequency, a tone or a parameter by its column, as typing
-/// does. Errors as above.
-void editCell(int channel, int column, const std::string& value, const Listener& listener);
+/// What a text in a cell makes of the channel of that number: a frequency, a tone or a parameter by
+/// its column. The tables stay as they are. Errors as above.
+struct EditedChannel {
+    modChMem::Channel channel;
+    std::string remark;  ///< what a person has to know of it; mostly empty
+};
+[[nodiscard]] EditedChannel edited(modChMem::Channel channel, int number, int column,
+                                   const std::string& value, const Listener& listener);
 
 /// The column that a channel key's last part names ("rx", "decode", "p5", "Power"); 0 for none.
 [[nodiscard]] int columnOfKey(std::string_view name);

@@ -8,7 +8,7 @@
 #include <vector>
 
 /// Which bits of the memory image mean what: every field that this program knows, in one list. The
-/// addresses are written where the codecs are (channelRecord.h, optionTable, modModel.h, stamp.h);
+/// addresses are written where the codecs are (channelRecord.h, optionTable, bandCodec.h, stamp.h);
 /// this list collects them. Whoever asks whose a byte is asks here.
 namespace k520::imageMap {
 

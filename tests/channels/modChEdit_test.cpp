@@ -4,6 +4,7 @@
 
 #include "app/interfaceLock.h"
 #include "channels/ChannelFixture.h"
+#include "channels/channelEdit.h"
 #include "channels/gridCells.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
@@ -265,7 +266,9 @@ TEST_F(Edit, ColumnsThatAreNoListTakeWhatTheyCanHold) {
         EXPECT_EQ(shownRemark().empty(), !refused);
     }
     EXPECT_EQ(failures(), Labels(2, "frmChMem->vsfgGridCh_AfterEdit: 5"));
-    EXPECT_EQ(gridCells::put(1, 5, "a.b")->reason,
+    auto given = channel(1);
+    std::string remark;
+    EXPECT_EQ(channelEdit::give(given, 5, "a.b", remark)->reason,
               "\"a.b\" is not a valid name; a name has 0-9, A-Z, blanks and - / + _");
 }
 

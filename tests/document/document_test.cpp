@@ -7,9 +7,10 @@
 #include "app/modSoftFace.h"
 #include "channels/ChannelFixture.h"
 #include "channels/bandCodec.h"
-#include "channels/gridCells.h"
+#include "channels/channelEdit.h"
 #include "channels/modChEdit.h"
 #include "channels/modModel.h"
+#include "document/channelCsv.h"
 #include "document/comparison.h"
 #include "document/decoded.h"
 #include "image/documentOrigin.h"
@@ -45,14 +46,21 @@ class DocumentTest : public test::ChannelFixture {
         return all;
     }
     int below(int limit) { return static_cast<int>(random_() % static_cast<unsigned>(limit)); }
+    static void put(int number, int col, int value) {
+        auto channel = modChMem::ChInfo()(number);
+        std::string remark;
+        if (!channelEdit::give(channel, col, std::to_string(value), remark)) {
+            modChEdit::takeChannel(static_cast<std::int16_t>(number), channel, remark);
+        }
+    }
     void edit() {
         const int channel = 1 + below(modChMem::state().ChNum);
         switch (below(7)) {
             case 0:
-                gridCells::put(channel, 1 + below(4), std::to_string(60 + below(500)));
+                put(channel, 1 + below(4), 60 + below(500));
                 break;
             case 1:
-                gridCells::put(channel, 5 + below(4), std::to_string(below(3)));
+                put(channel, 5 + below(4), below(3));
                 break;
             case 2:
                 modChMem::DelOneChannel(static_cast<std::int16_t>(channel));
@@ -165,6 +173,25 @@ TEST_F(DocumentTest, AComparisonLeavesItAsItIs) {
     EXPECT_EQ(comparison.differences.front().what, "tot");
     EXPECT_TRUE(capture() == kept);
     EXPECT_EQ(shown(), seen);
+}
+
+TEST_F(DocumentTest, ChannelsAreTakenAllOrNotAtAll) {
+    const Listener unheard = [](const std::string&) {};
+    takeChannelCsv("channel,rx\n3,440\n", unheard);
+    const auto kept = capture();
+    const auto seen = shown();
+    const std::string text = "channel,rx,decode\n1,145.5,67.0\n3,,\n";
+    const auto made = taken(text, kept.channels, unheard);
+    EXPECT_TRUE(capture() == kept);
+    for (const char* wrong : {"4,446,loud\n", "1,146,\n", "17,146,\n", "4,146\n"}) {
+        EXPECT_THROW(takeChannelCsv(text + wrong, unheard), Refused) << wrong;
+        EXPECT_TRUE(capture() == kept) << wrong;
+        EXPECT_EQ(shown(), seen);
+    }
+    takeChannelCsv(text, unheard);
+    EXPECT_TRUE(capture().channels != kept.channels);
+    EXPECT_EQ(csvOf(made.channels), channelCsv());
+    EXPECT_EQ(grid().text(1, 3) + grid().text(3, 1), "67.0");
 }
 
 TEST_F(DocumentTest, AnImageMeansTheSameBesideTheTablesAndInThem) {

@@ -75,7 +75,10 @@ class OneMeaning : public test::ProgramFolder {
         }
     }
     static std::string set(int col, const std::string& text) {
-        return given(col, [&] { document::editCell(1, col, text, unheard); });
+        return given(col, [&] {
+            const auto made = document::edited(channel(), 1, col, text, unheard);
+            modChEdit::takeChannel(1, made.channel, made.remark);
+        });
     }
     static std::string imported(int col, const std::string& text) {
         return given(col, [&] {
