@@ -6,8 +6,8 @@
 #include <array>
 
 #include "app/modShowErr.h"
-#include "channels/channelRecord.h"
 #include "channels/modChMem.h"
+#include "document/imageMap.h"
 #include "image/datFile.h"
 #include "image/modIicDat.h"
 #include "settings/modSysSet.h"
@@ -20,25 +20,22 @@ using namespace k520;
 using fuzz::require;
 using fuzz::Source;
 
+bool isEncoded(const imageMap::Field& field) {
+    return field.owner == imageMap::Owner::channel
+               ? !field.codec.empty()
+               : field.owner == imageMap::Owner::option &&
+                     optionTable::optionAt(field.number).ownedMask != 0;
+}
+
 /// By address, the bits that encoding may change.
 std::vector<std::uint8_t> ownedBits(std::size_t size) {
-    std::vector<std::uint8_t> mask(size, 0);
-    for (int channel = 1; channel <= channelRecord::codecChannels; ++channel) {
-        const auto start = static_cast<std::size_t>(channelRecord::address(channel));
-        std::fill_n(mask.begin() + channelRecord::address(channel), 12, std::uint8_t{0xFF});
-        for (const auto& parameter : channelRecord::parameters) {
-            mask[start + static_cast<std::size_t>(parameter.offset)] |= parameter.mask;
+    MemoryImage mask(size);
+    for (const auto& field : imageMap::fields()) {
+        for (int i = 0; i < field.length && isEncoded(field); ++i) {
+            mask(field.address + i) |= field.mask;
         }
     }
-    mask[channelRecord::sharedWord] = mask[channelRecord::sharedWord + 1] = 0xFF;
-    for (const auto& option : optionTable::options()) {
-        if (option.ownedMask != 0) {
-            for (const auto& bits : optionTable::ownedBits(option)) {
-                mask[bits.address] |= bits.mask;
-            }
-        }
-    }
-    return mask;
+    return {mask.bytes().begin(), mask.bytes().end()};
 }
 
 void requireOthersKept(const MemoryImage& before, const MemoryImage& after) {
