@@ -9,8 +9,10 @@ runs the tests over it until one fails.
 A change is one operator, one constant, one condition or one call. It is made in a copy of the last
 commit, so the sources here are never touched. The same seed gives the same changes as long as src
 is the same. "Not caught" has to be judged by hand: either a test is missing, or the change means
-the same. The tests of the windows are not run, and window files are not changed. A failure counts
-when the test fails again, alone: on a busy machine some fail for want of time.
+the same. Window files are not changed, and the tests of the windows are run only with --windows,
+after all others. With --quick a search for weak places takes less time: what it says is not caught
+may be caught by the replays or the faults. A failure counts when the test fails again, alone: on a
+busy machine some fail for want of time.
 """
 
 import argparse
@@ -51,6 +53,8 @@ STEPS = (
     ("k520_program_fault_tests", "*"),
     ("k520_house_tests", "*"),
 )
+WINDOWS = ("k520_desktop_tests", "*")
+SLOW = {"replays", "k520_fault_tests", "k520_program_fault_tests"}  # --quick leaves them out
 MOST_REPEATS = 3  # of tests that fail and then do not
 REPLAYS = ("link", "image", "edit", "session", "startUp", "profile", "csv", "commandLine", "radio")
 MOST_MEMORY = 4 << 30
@@ -187,15 +191,16 @@ def sample(tree, files, seed, count):
 class Workshop:
     """A copy of the last commit with a build of its own."""
 
-    def __init__(self, folder, with_cli):
+    def __init__(self, folder, with_cli, steps, with_windows):
         self.tree = folder / "tree"
         self.build = folder / "build"
         self.home = folder / "home"
         self.with_cli = with_cli
+        self.with_windows = with_windows
         self.log = folder / "build.log"
         self.digests = {}  # of the objects without a change
         self.steps = []
-        for program, pattern in STEPS:
+        for program, pattern in steps:
             if program == "replays":
                 self.steps += [Step(f"replay_{name}") for name in REPLAYS]
             else:
@@ -225,7 +230,7 @@ class Workshop:
             subprocess.run([*clone, str(ROOT), str(self.tree)], check=True)
         self.git("fetch", "--quiet", str(ROOT), commit)
         self.git("checkout", "--quiet", "--force", "--detach", commit)
-        if not (self.build / "build.ninja").exists():
+        if self.with_windows or not (self.build / "build.ninja").exists():
             self.configure()
         return commit
 
@@ -233,7 +238,8 @@ class Workshop:
         # What matters is the time from a change to a verdict.
         command = ["cmake", "-G", "Ninja", "-S", str(self.tree), "-B", str(self.build)]
         command += ["-DCMAKE_BUILD_TYPE=Debug", "-DCMAKE_CXX_FLAGS_DEBUG=-O0 -g0"]
-        command += ["-DK520_BUILD_DESKTOP=OFF", "-DK520_WERROR=OFF"]
+        windows = "ON" if self.with_windows else "OFF"
+        command += [f"-DK520_BUILD_DESKTOP={windows}", "-DK520_WERROR=OFF"]
         if shutil.which("mold"):
             command.append("-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=mold")
         subprocess.run(command, check=True, stdout=subprocess.DEVNULL)
@@ -275,6 +281,7 @@ class Workshop:
         shutil.rmtree(self.home, ignore_errors=True)
         self.home.mkdir(parents=True)
         environment = dict(os.environ, HOME=str(self.home), TMPDIR=str(self.home))
+        environment["QT_QPA_PLATFORM"] = "offscreen"
         path = self.build / "bin" / step.program
         with subprocess.Popen(
             [str(path), *self.arguments_of(step, pattern)],
@@ -395,6 +402,8 @@ def options():
     parser.add_argument("--numbers", help="only these of the sample, counted from 1: 3,17")
     parser.add_argument("--leave-out", default="", metavar="PATTERN",
                         help="tests not to run, such as 'ProgramFaults.*'")
+    parser.add_argument("--quick", action="store_true", help="no replays and no faults")
+    parser.add_argument("--windows", action="store_true", help="the tests of the windows, too")
     parser.add_argument("--list", action="store_true", help="only say what would be changed")
     parser.add_argument("--jobs", type=int, default=os.cpu_count(), help="for the first build")
     parser.add_argument("--build", type=Path, default=ROOT / "build" / "mutants",
@@ -406,7 +415,9 @@ def main():
     arguments = options()
     for number in (signal.SIGINT, signal.SIGTERM):
         signal.signal(number, signal.default_int_handler)
-    workshop = Workshop(arguments.build.resolve(), arguments.cli)
+    steps = [step for step in STEPS if not (arguments.quick and step[0] in SLOW)]
+    steps += [WINDOWS] if arguments.windows else []
+    workshop = Workshop(arguments.build.resolve(), arguments.cli, steps, arguments.windows)
     commit = workshop.prepare()
     objects = workshop.compiled()
     changes, lines = sample(workshop.tree, objects, arguments.seed, arguments.count)
