@@ -49,62 +49,6 @@ TEST_F(Contract, EveryCommandExplainsItself) {
     }
 }
 
-TEST_F(Contract, WrongCommandLinesTouchNothing) {
-    const auto before = run.folder.read("fleet.dat");
-    const char* const lines[] = {// "@" stands for the folder of the test
-                                 "config set Setting COM 1\n[Ports]",
-                                 "show @fleet.dat --frob",
-                                 "read -p 1",
-                                 "hex @fleet.dat --from 20 --to 10",
-                                 "config set Setting COM",
-                                 "config",
-                                 "hex @fleet.dat --from xyz",
-                                 "simulate --delay 3:x",
-                                 "show",
-                                 "read -p 17 -o @fleet.dat",
-                                 "read -o @fleet.dat",
-                                 "frob",
-                                 "hex @fleet.dat --to 2000",
-                                 "simulate --lose 0",
-                                 "simulate --baud 9999999",
-                                 "",
-                                 "read -p 0 -o @fleet.dat",
-                                 "set @fleet.dat",
-                                 "show @fleet.dat set @fleet.dat ch2.rx=447",
-                                 "export @fleet.dat -o @fleet.dat",
-                                 "import @fleet.dat @fleet.dat",
-                                 "verify -p virtual @fleet.dat --trace @fleet.dat",
-                                 "write -p virtual @fleet.dat --backup @home/../fleet.dat",
-                                 "write -p virtual @fleet.dat --keep-copy=no",
-                                 "read -p virtual -o @fleet.dat --verify=false",
-                                 "show @fleet.dat --json=3"};
-    const char* const edits[] = {
-        // what follows "set" and the file
-        "ch1.rx",         "ch0.rx=446",      "ch17.rx=446",       "chx.rx=446",
-        "ch1.colour=red", "ch1.p4=1",        "ch1.p9=1",          "ch1.rx=446,5,1",
-        "ch1.rx=abc",     "ch1.rx=1e30",     "ch1.tx=nan",        "ch1.decode=D089N",
-        "ch1.decode=d02", "ch1.encode=59.9", "ch1.Power=Medium",  "ch1.Power=2",
-        "band=11",        "band=-1",         "band=uhf",          "option.tot=21",
-        "option.tot=61s", "option.frob=1",   "ch2.rx=447 frob=1", "[ch2.rx=447]",
-        "ch2.rx=447 show"};
-    std::vector<std::string> wrong(std::begin(lines), std::end(lines));
-    for (const std::string edit : edits) {
-        wrong.push_back("set @fleet.dat " + edit);
-    }
-    std::vector<std::vector<std::string>> commands;
-    std::ranges::transform(wrong, std::back_inserter(commands),
-                           [&](const auto& line) { return run.wordsOf(line); });
-    commands.push_back({"set", run.file("fleet.dat"), "ch1.rx==+7.6"});
-    commands.push_back({"set", run.file("fleet.dat"), "ch1.rx= "});
-    for (const auto& words : commands) {
-        const auto outcome = run(words);
-        EXPECT_EQ(outcome.code, 2) << testing::PrintToString(words) << outcome.out << outcome.err;
-        EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
-        EXPECT_EQ(run.folder.read("fleet.dat"), before);
-    }
-    EXPECT_TRUE(std::filesystem::is_empty(run.home())) << "no command made a settings file";
-}
-
 TEST_F(Contract, SetFollowsTheGrid) {
     const std::tuple<const char*, const char*, json> cases[] = {
         {"ch1.rx=445.0124", "rx_hz", 445012500},
@@ -294,18 +238,6 @@ TEST_F(Contract, CsvRoundTripAndItsRules) {
     EXPECT_EQ(channel(5)["tx_hz"], nullptr);
     EXPECT_EQ(channel(5)["decode_tone"], "88.5");
     EXPECT_EQ(channel(1)["rx_hz"], nullptr);
-
-    const auto kept = run.folder.read("fleet.dat");
-    for (const char* text :
-         {"", "rx\n446\n", "channel,frob\n1,2\n", "channel,rx,rx\n1,2,3\n", "channel,rx\n17,446\n",
-          "channel,rx\n2,447\n2,448\n", "channel,rx\n2,447\n3,abc\n", "channel,rx\n2\n",
-          "channel,rx\n2,\"447\n", "channel,rx\n2,\"447\"x\n", "channel,decode\n6,67.0\n"}) {
-        run.folder.write("a.csv", text);
-        const auto outcome = run("import @fleet.dat @a.csv");
-        EXPECT_EQ(outcome.code, 1) << text;
-        EXPECT_EQ(std::ranges::count(outcome.err, '\n'), 1) << outcome.err;
-        EXPECT_EQ(run.folder.read("fleet.dat"), kept) << text;
-    }
 }
 
 TEST_F(Contract, DiffNamesWhatDiffersAndLeavesTheStampOut) {
