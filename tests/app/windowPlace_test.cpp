@@ -32,8 +32,11 @@ TEST_F(Place, ComesBackFromTheSettings) {
     EXPECT_EQ(stored(), std::nullopt);
     store({-8, 20, 1024, 700});
     EXPECT_EQ(stored(), (Box{-8, 20, 1024, 700}));
+    store({-1'000'000, 1'000'000, 1, 1});
+    EXPECT_EQ(stored(), (Box{-1'000'000, 1'000'000, 1, 1}));
     for (const char* text : {"", "1,2,3", "1,2,3,4,", "1,2,3,x", "1,2,0,4", "1,2,3,-4", "1;2,3,4",
-                             "1,2,3,4000000000", "2000000,2,3,4"}) {
+                             "1,2,3,4000000000", "1000001,2,3,4", "1,-1000001,3,4",
+                             "1", "1,2,3,", "1, 2,3,4"}) {
         settingsStore::write("Setting", "WindowPlace", text);
         EXPECT_EQ(stored(), std::nullopt) << text;
     }

@@ -6,6 +6,7 @@
 #include <set>
 
 #include "app/modShowErr.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "memview/partialFill.h"
 #include "support/ProgramFolder.h"
@@ -37,6 +38,16 @@ TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
               "AddrF01F0H1FF0H");
     EXPECT_EQ(grid.text(1, 6) + grid.text(2, 11) + grid.text(17, 1) + grid.text(512, 16),
               "051A00FF");
+    for (const auto& [row, column, mode] : {std::tuple(0, 1, EditMode::none),
+                                            {1, 0, EditMode::none},
+                                            {1, 1, EditMode::keyboard},
+                                            {512, 16, EditMode::keyboard}}) {
+        EXPECT_EQ(grid.cell(row, column).editMode, mode) << row << ' ' << column;
+    }
+    EXPECT_EQ(grid.columnWidth(0) + 10'000 * grid.columnWidth(1), 4'000'750);
+    EXPECT_EQ(grid.columnWidth(16) + 10'000 * grid.columns(), 170'400);
+    EXPECT_EQ(grid.rowHeight(0) + 1000 * grid.rowHeight(1) + 1'000'000 * grid.rowHeight(512),
+              270'270'270);
     std::set<std::pair<int, int>> told;
     const auto following =
         grid.onCellChanged.subscribe([&](int row, int column) { told.emplace(row, column); });
@@ -93,6 +104,18 @@ TEST_F(MemDat, EditsAndTips) {
     for (const char* text : {"", "0", "000", "G0", "0g", "-1", " 1"}) {
         EXPECT_FALSE(isByteText(text)) << text;
     }
+    EXPECT_EQ(B_To_D(std::string(31, '1')), 2147483647);
+    EXPECT_EQ(test::raised([] { return B_To_D(std::string(32, '1')); }), 6);
+    EXPECT_EQ(test::raised([] { return B_To_D("12"); }), 13);
+    EXPECT_EQ(test::raised([] { return H_To_B("1G"); }), 13);
+    EXPECT_EQ(SeparateChar("ff") + test::raised([] { return SeparateChar("100"); }), 255 + 6);
+    const std::pair<const char*, std::optional<int>> addresses[] = {
+        {"0", 0},       {" 1feH ", 0x1FE}, {"FFFFh", 0xFFFF}, {"8000", 0x8000},
+        {"", {}},       {"H", {}},         {"10000", {}},     {"0x1", {}},
+        {"1 2", {}},    {"-1", {}},        {"HH", {}},        {"1HH", {}}};
+    for (const auto& [text, address] : addresses) {
+        EXPECT_EQ(parseAddress(text), address) << text;
+    }
     grid.setText(1, 1, "FFFF");
     GridDataTemp();
     EXPECT_EQ(failure(), "frmMemDat->GridDataTemp 6");
@@ -104,11 +127,16 @@ TEST_F(MemDat, ATypedByteChangesNothingElse) {
     TableFreDat();
     image()(0x1234) = 0x77;
     MemoryImage wanted = image();
+    int edits = 0;
+    const auto following = documentOrigin::state().onChange.subscribe([&] { ++edits; });
     for (const auto& [address, text] : {std::pair(0x30, "5a"), {0x1500, "fE"}, {0x1500, "Ff"}}) {
         EXPECT_TRUE(typeByte(address / 16 + 1, address % 16 + 1, text));
         wanted(address) = SeparateChar(text);
     }
     EXPECT_FALSE(typeByte(1, 1, "5"));
+    EXPECT_EQ(edits, 3);
+    EXPECT_TRUE(typeByte(0x151, 1, "ff"));
+    EXPECT_EQ(edits, 3) << "it was that before";
     EXPECT_EQ(image(), wanted);
     EXPECT_EQ(grid.text(0x124, 5) + grid.text(0x151, 1), "77FF");
     EXPECT_EQ(failure(), "");
@@ -120,7 +148,9 @@ TEST_F(MemDat, APartialFillChangesItsRangeAndMarksWhatHasChanged) {
     EXPECT_EQ(from + to + value, "00001FFF");
     TableFreDat();
     MemoryImage wanted = image();
+    const auto before = documentOrigin::state().now;
     EXPECT_FALSE(partialFill::fill({" 1feH", "0200 ", "fF"}));
+    EXPECT_NE(documentOrigin::state().now, before);
     wanted(0x1FE) = wanted(0x1FF) = wanted(0x200) = 0xFF;
     EXPECT_EQ(image(), wanted);
     EXPECT_EQ(grid.text(32, 15) + grid.text(33, 1), "FFFF");

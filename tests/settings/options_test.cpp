@@ -6,6 +6,7 @@
 #include "app/modShowErr.h"
 #include "app/modSoftFace.h"
 #include "app/programFolder.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 #include "settings/modSysSet.h"
 #include "settings/optionPanel.h"
@@ -130,6 +131,24 @@ TEST(OptionTable, TextsInEveryLanguage) {
     EXPECT_EQ(summary("", optionAt(0), 2), ": : 21 ..300; ");
 }
 
+TEST(OptionTable, Groups) {
+    modSoftFace::state() = {};
+    std::string all;
+    for (int group = 0; group < groupCount; ++group) {
+        all += groupText(static_cast<Group>(group)) + ":";
+        for (const Option* option : optionsOf(static_cast<Group>(group))) {
+            all += " " + std::string(option->name);
+        }
+        all += "; ";
+    }
+    EXPECT_EQ(all,
+              "Transmit: tot pre_tot low_battery_tx; Receiver: squelch volume; "
+              "Voice and tones: voice beep emergency_alarm voice_chip; "
+              "VOX: vox_level vox_delay vox_inhibit_rx; "
+              "Broadcast receiver: broadcast_squelch broadcast_volume; "
+              "Power: battery_save crystal; ");
+}
+
 class SysSet : public test::ProgramFolder {
   protected:
     SysSet() { modIicDat::sizeArrays(0x3FF); }
@@ -155,6 +174,10 @@ TEST_F(SysSet, EveryLanguageHasItsSets) {
 }
 
 TEST_F(SysSet, SavesAndCopiesSets) {
+    write("0=0\n");
+    OptNowDefSol(1);
+    OptNowDefSol(-1);
+    EXPECT_EQ(read() + failure(), "0=0\n");
     write("; mine\n0=2\n3001=7\n3002=8\n3501=1\n3502=1\n3503=9\n");
     OptNowDefSol(0);
     OptNowDefSol(4);
@@ -239,6 +262,8 @@ TEST_F(SysSet, ShowingThePanelChangesNoValue) {
 
 TEST_F(SysSet, PanelClicksAndFailures) {
     auto& controls = optionPanel::state().controls;
+    int told = 0;
+    const auto following = optionPanel::state().onChange.subscribe([&] { ++told; });
     now = {20, -1, 0, 0, 0, 0, 5};
     optionPanel::InitFace();
     optionPanel::InitOpt();
@@ -246,6 +271,26 @@ TEST_F(SysSet, PanelClicksAndFailures) {
     EXPECT_EQ(optionPanel::state().frameCaption, "Optional Features");
     EXPECT_EQ(controls[0].items.at(static_cast<std::size_t>(controls[0].selected)), "300s");
     EXPECT_TRUE(controls[6].checked);
+    EXPECT_EQ(told, 2);
+    std::string captions;
+    for (const auto& control : controls) {
+        captions += control.markedCaption + "; ";
+    }
+    EXPECT_EQ(captions,
+              "T&ime Out Timer[s]; Sql (&J); Vo&lume; Voice &Annunciation; Radio S&ql; "
+              "&Radio Volume; &Battery Save; Beep (&K); Emer&gency Alarm; An &Chip Sel; Cr&ystal; "
+              "&TOT Pre-Alert[s]; VO&X Gain Level; VOX &Delay Time[s]; VOX i&nhibit on Rx; "
+              "Lo&w Battery Tx Enable; ");
+    const auto before = documentOrigin::state().now;
+    optionPanel::optionClicked(7, 2);
+    EXPECT_TRUE(controls[7].checked && now[7] == 1 && documentOrigin::state().now != before);
+    optionPanel::optionClicked(3, 1);
+    optionPanel::optionClicked(3, -1);
+    EXPECT_EQ(controls[3].selected * 10 + now[3], -9) << "nothing is selected, nothing changes";
+    optionPanel::optionClicked(3, -2);
+    EXPECT_EQ(failure(), "frmChMem->optionClicked 380");
+    modShowErr::state() = {};
+    EXPECT_EQ(told, 6);
     optionPanel::optionClicked(6, 0);
     optionPanel::optionClicked(0, 3);
     EXPECT_EQ(fmt::format("{} {} {}{}", now[6], now[0], now[1], failure()), "0 3 -1");
@@ -255,7 +300,7 @@ TEST_F(SysSet, PanelClicksAndFailures) {
     now[3] = 2;
     optionPanel::InitOpt();
     EXPECT_EQ(failure(), "frmChMem->InitOpt: 380");
-    EXPECT_EQ(controls[3].selected, 0);
+    EXPECT_EQ(controls[3].selected, -1);
 }
 
 }  // namespace

@@ -189,9 +189,10 @@ TEST_F(Commun, FailuresOfThePortFailTheStep) {
 
 TEST_F(Commun, FullDataListStartsOver) {
     start();
-    for (int i = 0; i < 3001; ++i) {
+    for (int i = 0; i < 3000; ++i) {
         addDataLine("line");
     }
+    ComDataShow(0, Bytes{6});
     EXPECT_EQ(state().listRtData.selected(), 3000);
     ComDataShow(0, Bytes{6});
     EXPECT_EQ(state().listRtData.lines(), std::vector<std::string>{"Tx: 06 "});

@@ -108,7 +108,13 @@ TEST_F(Session, ShowsItsProgressInOrder) {
     const auto following = modChMem::state().onFormRefresh.subscribe([&] { ++displays; });
     modIicDat::state().readRange = modIicDat::state().writeRange = {0x330, 0x34F};
     view.gridTicked = true;
-    cmdRead_Click(view);
+    modCommun::state().dataListLine = 7;
+    const auto begin = clock.now();
+    const Result read = cmdRead_Click(view);
+    // The last texts stand for a moment, which does not count.
+    EXPECT_EQ(clock.now() - begin, read.duration + std::chrono::milliseconds(150));
+    EXPECT_EQ(read.duration, read.lastAttempt);
+    EXPECT_EQ(read.stepsDone * 100 + read.stepCount, 404);
     EXPECT_EQ(view.log,
               "r|L|sr|B|Reading Now......|p3| 3 %|p50| 50 %|p97| 97 %|p100| 100 %|b|r|l|"
               "Read Successful|p100|p0||%|Sr|r|");
