@@ -8,6 +8,7 @@
 #include "channels/gridCells.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
+#include "image/documentOrigin.h"
 #include "image/modIicDat.h"
 
 namespace k520::modChEdit {
@@ -201,6 +202,50 @@ TEST_F(Edit, TheCellsThatAreDifferent) {
     }
     modChMem::ShowChTblGrid();
     EXPECT_EQ(row(100), "150||None||narrow|low|no|off|0|0||0");
+}
+
+// Each is one step of undo, and makes the document one that is not saved.
+TEST_F(Edit, WhatAPersonDoesCountsAsAnEdit) {
+    const std::function<void()> actions[] = {[] { type(1, 1, "151"); },
+                                             [] { type(1, 3, "67"); },
+                                             [] { takeChannel(2, channel(1), "remark"); },
+                                             [] { vsfgGridCh_DblClick(1, 5); },
+                                             [] { openChannel(5); },
+                                             [] {
+                                                 modChMem::state().currentChannel = 5;
+                                                 modChMem::mnuDelOne_Click();
+                                             },
+                                             [] { modChMem::mnuDelAll_Click(); },
+                                             [] { modModel::selectModel(0); },
+                                             [] { modModel::chooseBand(3); }};
+    for (const auto& action : actions) {
+        const auto before = documentOrigin::state().now;
+        action();
+        EXPECT_EQ(documentOrigin::state().now.edit, before.edit + 1) << &action - actions;
+    }
+    EXPECT_EQ(row(2), blank) << "all are deleted";
+    takeChannel(2, {}, "remark");
+    EXPECT_EQ(shownRemark(), "remark");
+    openChannel(4);
+    EXPECT_EQ(shownRemark(), "") << "of the edit before";
+    EXPECT_EQ(failures(), Labels{});
+}
+
+TEST_F(Edit, CellsKnowTheirTextsAndWhatEmptiesAChannel) {
+    const std::pair<int, Labels> texts[] = {{1, {"000.00000"}},
+                                            {2, {"000.00000"}},
+                                            {3, {"D000N", "None"}},
+                                            {4, {"D000N", "None"}},
+                                            {5, {"narrow", "wide"}}};
+    for (const auto& [col, expected] : texts) {
+        EXPECT_EQ(gridCells::possibleTexts(col), expected) << col;
+    }
+    EXPECT_TRUE(gridCells::empties(1, 1));
+    EXPECT_FALSE(gridCells::empties(1, 2) || gridCells::empties(2, 1));
+    interfaceLock::state().lockState = interfaceLock::locked;
+    EXPECT_FALSE(gridCells::empties(1, 1));
+    takeChannel(1, {}, "");
+    EXPECT_EQ(row(1), "150|150|None|None|narrow|low|no|off");
 }
 
 TEST_F(Edit, ThePopUpMenu) {

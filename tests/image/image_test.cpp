@@ -71,6 +71,11 @@ TEST_F(Image, StampHasItsOddForm) {
         changed(address) = value;
         EXPECT_FALSE(stamp::read(changed)) << address << " = " << int{value};
     }
+    stamp::write(image, {2000, 12, 30, 23, 59, 0});
+    EXPECT_EQ(stamp::read(image), (DateTime{2000, 12, 30, 23, 59, 0}));
+    MemoryImage small(821);
+    stamp::write(small, when);
+    EXPECT_TRUE(stamp::read(small));
     EXPECT_FALSE(stamp::read(MemoryImage(820)));
 }
 
@@ -107,6 +112,23 @@ TEST_F(Image, SaveThenOpenGivesUpSixteenBytesAndNoOther) {
                           &expected(datFile::lostAddress));
         EXPECT_EQ(opened, expected);
         EXPECT_EQ(saved, expected) << "the image in memory and a reopened one are the same";
+    }
+}
+
+TEST_F(Image, AShortFileLeavesWhatItDoesNotHold) {
+    MemoryImage image(8192);
+    std::ranges::fill(image.bytes(), std::uint8_t{0x11});
+    EXPECT_EQ(datFile::load(folder.write("a.dat", std::string(0x405, 'x')), image), 0x405U);
+    for (const auto& [address, byte] : {std::pair(0, 'x'),
+                                        {0x10, 'x'},
+                                        {0x3F4, 'x'},
+                                        {0x3F5, '\x11'},
+                                        {0x3FF, '\x11'},
+                                        {0x404, 'x'},
+                                        {0x405, '\x11'},
+                                        {0x40F, '\x11'},
+                                        {0x1FFF, '\x11'}}) {
+        EXPECT_EQ(image(address), byte) << address;
     }
 }
 
