@@ -72,6 +72,57 @@ TEST_F(Codec, FailuresKeepWhatWasThereAndEndNothingElse) {
     EXPECT_EQ(get(image(), 0x10, 12), before);
 }
 
+// Record 1 is empty but for the part that a procedure is about.
+TEST_F(Codec, EachPartHasProceduresOfItsOwn) {
+    struct Row {
+        void (*decode)(std::int16_t);
+        void (*encode)(std::int16_t);
+        int address;
+        Bytes bytes;
+        std::string (*value)();
+    };
+    const Row rows[] = {
+        {IcRxFreSol,
+         CiRxFreSol,
+         0x10,
+         {0x25, 0x06, 0x60, 0x44},
+         [] { return std::to_string(channel(1).rxFre()); }},
+        {IcTxFreSol,
+         CiTxFreSol,
+         0x14,
+         {0x25, 0x06, 0x60, 0x44},
+         [] { return std::to_string(channel(1).txFre()); }},
+        {IcCtdcsDecSol, CiCtdcsDecSol, 0x18, {0x9E, 0x02}, [] { return channel(1).decodeTone; }},
+        {IcCtdcsEncSol, CiCtdcsEncSol, 0x1A, {0x13, 0x28}, [] { return channel(1).encodeTone; }},
+        {IcChParaSol, CiChParaSol, 0x1C, {0x10, 0x10}, [] {
+             return fmt::format("{}{}", channel(1).field(6), channel(1).field(8));
+         }}};
+    const std::string values[] = {"44600625", "44600625", "67.0", "D023N", "12"};
+    for (std::size_t i = 0; i < std::size(rows); ++i) {
+        const auto& [decode, encode, address, bytes, value] = rows[i];
+        std::ranges::fill(image().bytes(), std::uint8_t{0});
+        put(address, bytes);
+        const MemoryImage before = image();
+        const ChannelTable others = state().ChInfo;
+        decode(1);
+        EXPECT_EQ(value(), values[i]);
+        std::ranges::fill(image().bytes(), std::uint8_t{0});
+        encode(1);
+        EXPECT_EQ(image(), before) << i;
+        state().ChInfo = others;
+    }
+    EXPECT_EQ(SeparateFreChar("44600625"), (std::array<std::uint8_t, 4>{0x44, 0x60, 0x06, 0x25}));
+    EXPECT_EQ(QtDqtCharToIic("67.0"), (std::array<std::uint8_t, 2>{0x9E, 0x02}));
+    EXPECT_EQ(QtDqtCharToIic("D023I"), (std::array<std::uint8_t, 2>{0x13, 0xA8}));
+    EXPECT_EQ(QtDqtIicToChar(0x02, 0x9E) + QtDqtIicToChar(0xFF, 0xFF), "67.0None");
+    EXPECT_EQ(ChBitMask(0) * 0x10000U + ChBitMask(15), 0x18000U);
+    EXPECT_EQ(ChBitClear(0) * 0x10000U + ChBitClear(15), 0xFFFE7FFFU);
+    EXPECT_EQ(failures(), Labels{});
+    EXPECT_EQ(SeparateFreChar("44600X"), std::nullopt);
+    EXPECT_EQ(QtDqtCharToIic("D0"), std::nullopt);
+    EXPECT_EQ(failures(), (Labels{"modChMem->SeparateFreChar 13", "modChMem->QtDqtCharToIic 13"}));
+}
+
 TEST_F(Codec, ValuesAreDecodedBesideTheStateAndNothingIsLogged) {
     MemoryImage other(0x2000);
     std::ranges::copy(Bytes{0x25, 0x06, 0x60, 0x44, 0x00, 0x0E, 0x00, 0x10, 0x9E, 0x02, 0x13, 0xA8},

@@ -110,9 +110,9 @@ TEST_F(MemDat, EditsAndTips) {
     EXPECT_EQ(test::raised([] { return H_To_B("1G"); }), 13);
     EXPECT_EQ(SeparateChar("ff") + test::raised([] { return SeparateChar("100"); }), 255 + 6);
     const std::pair<const char*, std::optional<int>> addresses[] = {
-        {"0", 0},       {" 1feH ", 0x1FE}, {"FFFFh", 0xFFFF}, {"8000", 0x8000},
-        {"", {}},       {"H", {}},         {"10000", {}},     {"0x1", {}},
-        {"1 2", {}},    {"-1", {}},        {"HH", {}},        {"1HH", {}}};
+        {"0", 0},    {" 1feH ", 0x1FE}, {"FFFFh", 0xFFFF}, {"8000", 0x8000},
+        {"", {}},    {"H", {}},         {"10000", {}},     {"0x1", {}},
+        {"1 2", {}}, {"-1", {}},        {"HH", {}},        {"1HH", {}}};
     for (const auto& [text, address] : addresses) {
         EXPECT_EQ(parseAddress(text), address) << text;
     }
