@@ -6,6 +6,7 @@
 
 #include "base/Bcd.h"
 #include "base/Checked.h"
+#include "channels/cellText.h"
 #include "channels/codecTexts.h"
 #include "channels/frequency.h"
 
@@ -46,6 +47,16 @@ int bandOf(const MemoryImage& image) {
     return std::min(static_cast<int>(found - bandTable.begin()), customBand);
 }
 
+/// A limit within the whole range; nothing for any other text.
+std::optional<std::int32_t> customLimit(std::string_view text) {
+    const auto number = cellText::megahertz(text);
+    const double limit = roundHalfEven(number.value_or(0) * frequency::perMhz);
+    const auto& whole = bandTable[wholeBand].limits;
+    return limit >= whole.low && limit <= whole.high
+               ? std::optional(static_cast<std::int32_t>(limit))
+               : std::nullopt;
+}
+
 }  // namespace
 
 std::span<const Band, bandCount> bands() noexcept {
@@ -65,6 +76,13 @@ Decoded decode(const MemoryImage& image) {
 void encode(Limits limits, MemoryImage& image) {
     writeLimit(bandAddress, limits.low, image);
     writeLimit(bandAddress + bandLength / 2, limits.high, image);
+}
+
+std::optional<Limits> customLimits(std::string_view low, std::string_view high) {
+    const auto lower = customLimit(low);
+    const auto upper = customLimit(high);
+    return lower && upper && *lower <= *upper ? std::optional(Limits{*lower, *upper})
+                                              : std::nullopt;
 }
 
 std::array<std::uint8_t, 2> bcdOfTenths(int tenths) {

@@ -69,6 +69,10 @@ struct Decoded {
 /// digits; what was put before stays.
 void encode(Limits limits, MemoryImage& image);
 
+/// The limits that two texts of MHz mean; nothing where one is not a number or lies beyond 120 to
+/// 520 MHz, or where the lower one is not the first.
+[[nodiscard]] std::optional<Limits> customLimits(std::string_view low, std::string_view high);
+
 /// 0.1 MHz units (0 to 9999) as four BCD digits and back; nothing where a nibble is above 9. Raises
 /// 6 for a number outside that range.
 [[nodiscard]] std::array<std::uint8_t, 2> bcdOfTenths(int tenths);

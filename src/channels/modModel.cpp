@@ -9,7 +9,6 @@
 #include "base/Checked.h"
 #include "base/Dialogs.h"
 #include "base/ModuleState.h"
-#include "channels/cellText.h"
 #include "channels/channelTexts.h"
 #include "channels/frequency.h"
 #include "channels/modChMem.h"
@@ -19,10 +18,6 @@
 namespace k520::modModel {
 
 namespace {
-
-const bandCodec::Limits& wholeRange() {
-    return bandCodec::bands()[bandCodec::wholeBand].limits;
-}
 
 void setLimits(bandCodec::Limits limits) {
     State& s = state();
@@ -49,15 +44,6 @@ void applyBand(bool mayAsk) {
         }
         writeBand();
     });
-}
-
-/// A custom limit in 10 Hz; nothing for a text that is not a number or for one beyond the range.
-std::optional<std::int32_t> customLimit(std::string_view text) {
-    const auto number = cellText::megahertz(text);
-    const double limit = roundHalfEven(number.value_or(0) * frequency::perMhz);
-    return limit >= wholeRange().low && limit <= wholeRange().high
-               ? std::optional(static_cast<std::int32_t>(limit))
-               : std::nullopt;
 }
 
 }  // namespace
@@ -142,13 +128,12 @@ bool acceptCustomRange(std::string_view minText, std::string_view maxText) {
     bool accepted = false;
     guarded("frmCustomFre->cmdOk_Click", [&] {
         State& s = state();
-        const auto low = customLimit(minText);
-        const auto high = customLimit(maxText);
-        accepted = low && high && *low <= *high;
+        const auto custom = bandCodec::customLimits(minText, maxText);
+        accepted = custom.has_value();
         s.customMin = accepted ? minText : "120";
         s.customMax = accepted ? maxText : "520";
         s.cboFrequency.selected = bandCodec::customBand;
-        setLimits(accepted ? bandCodec::Limits{*low, *high} : wholeRange());
+        setLimits(custom.value_or(bandCodec::bands()[bandCodec::wholeBand].limits));
         writeBand();
     });
     return accepted;

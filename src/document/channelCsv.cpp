@@ -19,6 +19,7 @@
 #include "channels/modModel.h"
 #include "document/Refused.h"
 #include "document/csvText.h"
+#include "document/decoded.h"
 #include "document/edit.h"
 #include "document/editTexts.h"
 #include "document/picture.h"
@@ -194,15 +195,6 @@ void takeRows(const std::vector<CsvRow>& rows, Taking& taking) {
     }
 }
 
-Channels channelsNow() {
-    Channels channels;
-    const int last = std::min<int>(modChMem::state().ChNum, modChMem::tableChannels);
-    for (int n = 1; n <= last; ++n) {
-        channels.push_back(modChMem::ChInfo()(n));
-    }
-    return channels;
-}
-
 }  // namespace
 
 std::string csvOf(const Channels& channels) {
@@ -231,11 +223,11 @@ TakenCsv taken(std::string_view text, Channels channels, const Listener& listene
 }
 
 std::string channelCsv() {
-    return csvOf(channelsNow());
+    return csvOf(channelsInForce());
 }
 
 void takeChannelCsv(std::string_view text, const Listener& listener) {
-    auto [channels, remarks] = taken(text, channelsNow(), listener);
+    auto [channels, remarks] = taken(text, channelsInForce(), listener);
     for (auto& [number, remark] : remarks) {
         modChEdit::takeChannel(toInt16(number), checkedAt(channels, number - 1, "ChInfo"),
                                std::move(remark));

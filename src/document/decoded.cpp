@@ -3,6 +3,7 @@
 #include "document/decoded.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
 #include <utility>
 
@@ -18,6 +19,17 @@ void append(Faults more, Faults& faults) {
 }
 
 }  // namespace
+
+std::vector<modChMem::Channel> channelsInForce() {
+    const auto& table = modChMem::state();
+    std::vector<modChMem::Channel> channels;
+    const int last = std::clamp<int>(table.ChNum, 0, modChMem::tableChannels);
+    channels.reserve(static_cast<std::size_t>(last));
+    for (int n = 1; n <= last; ++n) {
+        channels.push_back(table.ChInfo(n));
+    }
+    return channels;
+}
 
 Basis basisInForce() {
     return {modChMem::columnsInForce(), modChMem::state().ChNum, modSysSet::OptDef()};

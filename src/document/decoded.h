@@ -21,6 +21,10 @@ struct Configuration {
     bandCodec::Selected band;
 };
 
+/// The channels of the table as they stand: as many as the settings ask for, and not more than
+/// there are.
+[[nodiscard]] std::vector<modChMem::Channel> channelsInForce();
+
 /// What the settings in force add to an image.
 struct Basis {
     channelCodec::Columns columns;

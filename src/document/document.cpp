@@ -8,6 +8,7 @@
 
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
+#include "document/decoded.h"
 #include "image/modIicDat.h"
 #include "settings/optionPanel.h"
 
@@ -94,15 +95,8 @@ bool operator==(const Document& a, const Document& b) {
 
 Document capture() {
     const auto& table = modChMem::state();
-    Document document{modIicDat::IicDat(), modIicDat::IicDatDef(), {},        table.newChannel,
-                      modSysSet::OptNow(), modSysSet::OptDef(),    bandNow(), shownNow()};
-    // The settings can ask for more channels than there is room for.
-    const int channels = std::clamp<int>(table.ChNum, 0, modChMem::tableChannels);
-    document.channels.reserve(static_cast<std::size_t>(channels));
-    for (int n = 1; n <= channels; ++n) {
-        document.channels.push_back(table.ChInfo(n));
-    }
-    return document;
+    return {modIicDat::IicDat(), modIicDat::IicDatDef(), channelsInForce(), table.newChannel,
+            modSysSet::OptNow(), modSysSet::OptDef(),    bandNow(),         shownNow()};
 }
 
 void restore(const Document& document) {

@@ -60,11 +60,7 @@ BandPicture bandPicture(const bandCodec::Selected& band) {
 
 /// The tables as they stand, with the entry that the image selects and the limits in force.
 Configuration configurationNow() {
-    const auto& table = modChMem::state();
-    Configuration now{{}, modSysSet::OptNow(), {}};
-    for (int n = 1; n <= table.ChNum; ++n) {
-        now.channels.push_back(table.ChInfo(n));
-    }
+    Configuration now{channelsInForce(), modSysSet::OptNow(), {}};
     const auto [selected, faults] = bandCodec::decode(modIicDat::IicDat());
     if (!selected) {
         throw faults.front().error;
