@@ -17,7 +17,7 @@ namespace k520::cli {
 
 namespace {
 
-using Words = std::span<const char* const>;
+using WordList = std::span<const char* const>;
 
 /// Joins a group's row and a command's row of the same parser: "config set" stands below "config".
 CLI::App* commandApp(CLI::App& app, const Command& command) {
@@ -54,7 +54,7 @@ CLI::Option* addArgument(CLI::App& app, const Argument& argument, Arguments& int
 }
 
 /// The parser's library takes a word "[a,b]" among several for several words.
-void refuseBrackets(const Request& request, Words words) {
+void refuseBrackets(const Request& request, WordList words) {
     const auto& known = request.command->arguments;
     if (std::ranges::count(known, ArgumentKind::positionalList, &Argument::kind) == 0) {
         return;
@@ -85,7 +85,7 @@ class Parser {
         }
     }
 
-    [[nodiscard]] Request parse(Words words) {
+    [[nodiscard]] Request parse(WordList words) {
         app_.parse(static_cast<int>(words.size()), words.data());
         Request result = request();
         refuseValuesOfFlags(words);
@@ -108,7 +108,7 @@ class Parser {
         refuse(say(texts::seeHelp, complaint, name.empty() ? "k520-cli" : "k520-cli " + name));
     }
 
-    [[nodiscard]] std::string complaintOf(const CLI::ParseError& error, Words words) const {
+    [[nodiscard]] std::string complaintOf(const CLI::ParseError& error, WordList words) const {
         const auto unexpected = app_.remaining(true);
         const auto* row = recognisedRow();
         if (!unexpected.empty()) {
@@ -179,7 +179,7 @@ class Parser {
     }
 
     /// The first argument that was given wrongly, and how; empty where all are right.
-    static std::string complaintOfArguments(const Row& row, Words words) {
+    static std::string complaintOfArguments(const Row& row, WordList words) {
         const bool valueMissing = isOption(*row.command, words.back());
         for (std::size_t i = 0; i < row.options.size(); ++i) {
             const auto& argument = row.command->arguments[i];
@@ -199,7 +199,7 @@ class Parser {
 
     /// The library takes "--verify=no" for a wish: a flag that is on or off by such a word would
     /// leave out a backup or a comparison without a sound.
-    void refuseValuesOfFlags(Words words) const {
+    void refuseValuesOfFlags(WordList words) const {
         for (const Argument& argument : recognisedRow()->command->arguments) {
             const auto flag = argument.flags.substr(argument.flags.rfind(',') + 1);
             if (argument.kind == ArgumentKind::flag && isGivenValue(flag, words)) {
@@ -217,7 +217,7 @@ class Parser {
         });
     }
 
-    static bool isGivenValue(std::string_view flag, Words words) {
+    static bool isGivenValue(std::string_view flag, WordList words) {
         return std::ranges::any_of(words, [&](std::string_view word) {
             return word.starts_with(flag) && word.substr(flag.size()).starts_with('=');
         });
@@ -240,7 +240,7 @@ const std::vector<std::string>& Arguments::list(ArgumentName name) const {
 }
 
 Request parse(int count, const char* const* words) {
-    const Words all(words, static_cast<std::size_t>(count));
+    const WordList all(words, static_cast<std::size_t>(count));
     Parser parser;
     try {
         return parser.parse(all);
