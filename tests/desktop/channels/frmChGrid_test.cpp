@@ -17,9 +17,9 @@ namespace {
 
 const std::string blank = "|||||||";
 const std::string parameters = "Narrow|Low|On|Tone";
-const std::string first = "150|150|67.0|67.0|" + parameters;
+const std::string firstRow = "150|150|67.0|67.0|" + parameters;
 
-/// The grid of the shipped settings on the band 136 to 174 MHz, with two channels: `first` and
+/// The grid of the shipped settings on the band 136 to 174 MHz, with two channels: `firstRow` and
 /// one that receives only.
 class Grid : public test::Desktop {
   protected:
@@ -169,27 +169,27 @@ const Case keyCases[] = {
     {"1,4 023 Tab", "150|150|67.0|D023N|" + parameters, "1 1,5"},
     {"1,3 d754i Return", "150|150|D754I|67.0|" + parameters, "1 2,3"},
     {"1,4 9 Backtab", "150|150|67.0|None|" + parameters, "1 1,3"},
-    {"1,3 9 Return 1,3 F4 Down Return 1,3", first, "1 1,3"},
+    {"1,3 9 Return 1,3 F4 Down Return 1,3", firstRow, "1 1,3"},
     // Lists open at once and store at once.
     {"1,6 F4 Up Return", "150|150|67.0|67.0|Narrow|High|On|Tone", "1 1,6"},
     {"1,6 Alt+Down Up Return", "150|150|67.0|67.0|Narrow|High|On|Tone", "1 1,6"},
     {"1,6 F2 Up Return", "150|150|67.0|67.0|Narrow|High|On|Tone", "1 1,6"},
     {"1,6 Space Up Return", "150|150|67.0|67.0|Narrow|High|On|Tone", "1 1,6"},
     {"1,5 w Tab", "150|150|67.0|67.0|Wide|Low|On|Tone", "1 1,6"},
-    {"1,6 h Esc", first, "1,6"},
+    {"1,6 h Esc", firstRow, "1,6"},
     // Clearing goes by the rules.
     {"1,1 Del", blank, "1 1,1"},
     {"1,2 Del", "150||67.0||" + parameters, "1 1,2"},
     {"1,4 Backspace", "150|150|67.0|None|" + parameters, "1 1,4"},
     {"1,8 Del", "150|150|67.0|67.0|Narrow|Low|On|Off", "1 1,8"},
-    {"5,1 Del", first, "5,1"},
+    {"5,1 Del", firstRow, "5,1"},
     // From cell to cell.
-    {"1,1 Return", first, "2,1"},
-    {"2,1 Num+Enter", first, "3,1"},
-    {"3,1 Shift+Return", first, "2,1"},
-    {"16,4 Return", first, "16,4"},
-    {"1,8 Tab", first, "2,1"},
-    {"2,1 Shift+Backtab", first, "1,8"},
+    {"1,1 Return", firstRow, "2,1"},
+    {"2,1 Num+Enter", firstRow, "3,1"},
+    {"3,1 Shift+Return", firstRow, "2,1"},
+    {"16,4 Return", firstRow, "16,4"},
+    {"1,8 Tab", firstRow, "2,1"},
+    {"2,1 Shift+Backtab", firstRow, "1,8"},
 };
 
 TEST_F(Grid, TheKeyboard) {
@@ -255,7 +255,7 @@ TEST_F(Grid, CellsThatRefuse) {
         EXPECT_EQ(editor(), nullptr) << col;
     }
     EXPECT_TRUE(modChMem::ChInfo() == before);
-    EXPECT_EQ(row(1), first);
+    EXPECT_EQ(row(1), firstRow);
     EXPECT_EQ(menuAt(1),
               "!Open channel 1|!Delete channel 1|!Save as default|-|"
               "!Cu&t|&Copy|!&Paste|!&Delete cells|-|!Delete all channels|");
@@ -349,17 +349,17 @@ TEST_F(Grid, CopyAndPaste) {
 
 TEST_F(Grid, AsksBeforeSeveralChannelsAreEmptied) {
     const std::string question = "ask|Notice|2 channels will be deleted. Go on?";
-    const std::string second = row(2);
+    const std::string secondRow = row(2);
     const std::tuple<std::array<int, 4>, const char*, const char*, std::string> cases[] = {
         // from row and column to row and column; the key; the answer, if asked; what is left
-        {{1, 1, 1, 8}, "Del", "", blank + second},
+        {{1, 1, 1, 8}, "Del", "", blank + secondRow},
         {{1, 2, 9, 8}, "Del", "", "150||None||Wide|High|Off|Off150||None||Wide|High|Off|Off"},
-        {{1, 1, 16, 8}, "Del", "ask no", first + second},
-        {{1, 1, 16, 1}, "Backspace", "ask no", first + second},
-        {{1, 1, 2, 3}, "Ctrl+X", "ask no", first + second},
+        {{1, 1, 16, 8}, "Del", "ask no", firstRow + secondRow},
+        {{1, 1, 16, 1}, "Backspace", "ask no", firstRow + secondRow},
+        {{1, 1, 2, 3}, "Ctrl+X", "ask no", firstRow + secondRow},
         {{1, 1, 16, 8}, "Del", "ask yes", blank + blank},
         {{1, 1, 2, 8}, "Ctrl+X", "ask yes", blank + blank},
-        {{5, 1, 16, 8}, "Del", "", first + second}};
+        {{5, 1, 16, 8}, "Del", "", firstRow + secondRow}};
     for (const auto& [area, pressed, answer, expected] : cases) {
         SCOPED_TRACE(
             fmt::format("{} from {},{} to {},{}", pressed, area[0], area[1], area[2], area[3]));
@@ -418,7 +418,7 @@ TEST_F(Grid, PopUpMenu) {
     run("mnuSaveDef");
     EXPECT_EQ(modIicDat::IicDatDef()(0x53), 0x13);  // 137.00000 MHz, the lowest byte first
     run("mnuDelOne");
-    EXPECT_EQ(row(1) + row(5), first + blank);
+    EXPECT_EQ(row(1) + row(5), firstRow + blank);
     run("mnuDelAll");
     EXPECT_EQ(row(1) + row(2), blank + blank);
 }
