@@ -61,13 +61,16 @@ inline constexpr Text stepRecovered{"恢复 {}", "recover {}"};
 // Unsaved work of a program that did not end cleanly
 inline constexpr Text recover{
     "上次程序没有正常结束，{} 有尚未保存的更改。与该文件不同的有：{}。\n\n"
-    "是否打开这些更改？选择“否”将丢弃它们。",
+    "是否打开这些更改？选择“否”时，它们会保留为 {}。",
     "The program did not end cleanly, and {} has changes that were not saved. They differ from the "
-    "file in: {}.\n\nOpen them? With No they are thrown away."};
+    "file in: {}.\n\nOpen them? With No they are kept as {}."};
 inline constexpr Text recoverNew{
-    "上次程序没有正常结束，还有从未保存过的数据（{}）。\n\n是否打开？选择“否”将丢弃它们。",
+    "上次程序没有正常结束，还有从未保存过的数据（{}）。\n\n是否打开？选择“否”时，它会保留为 {}。",
     "The program did not end cleanly, and there is work that was never saved ({}).\n\nOpen it? "
-    "With No it is thrown away."};
+    "With No it is kept as {}."};
+
+inline constexpr Text recoveredName{"{} 恢复.dat", "{} recovered.dat"};
+inline constexpr Text recoveredNameNumbered{"{} 恢复 {}.dat", "{} recovered {}.dat"};
 
 // Unsaved changes
 inline constexpr Text changedTitle{"{}* - {}", "{}* - {}"};

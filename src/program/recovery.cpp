@@ -102,15 +102,30 @@ MemoryImage imageOf(const Found& found) {
     return image;
 }
 
+/// Where declined work goes.
+fs::path declinedName(const Found& found) {
+    const auto folder = fs::path(modFileCmd::state().defaultFilePath).parent_path();
+    const auto stem = fs::path(found.file).stem().string();
+    fs::path name;
+    int number = 1;
+    do {
+        name = folder / (number == 1 ? say(texts::recoveredName, stem)
+                                     : say(texts::recoveredNameNumbered, stem, number));
+        ++number;
+    } while (fs::exists(name));
+    return name;
+}
+
 std::string question(const Found& found) {
     const auto held = imageOfFile(found);
+    const auto keptAs = declinedName(found).filename().string();
     if (!held) {
-        return say(texts::recoverNew, fileName(found));
+        return say(texts::recoverNew, fileName(found), keptAs);
     }
     const auto last = static_cast<std::int16_t>(held->size() - 1);
     const auto differences = imageDifferences::find(*held, imageOf(found), {0, last});
     return say(texts::recover, fileName(found),
-               imageDifferences::summaryText(imageDifferences::summaryOf(differences)));
+               imageDifferences::summaryText(imageDifferences::summaryOf(differences)), keptAs);
 }
 
 void show(const MemoryImage& image) {
@@ -220,6 +235,9 @@ void offer() {
                 take(each);
                 keep();
                 wait();
+            } else {
+                auto image = imageOf(each);
+                datFile::save(declinedName(each), image);
             }
             discard(each.copy.parent_path());
         });

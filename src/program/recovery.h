@@ -43,7 +43,8 @@ struct Found {
 [[nodiscard]] std::vector<Found> found();
 
 /// Offers what was found, one after another, until one is taken. What is taken is shown as an
-/// unsaved change of its file; what is declined goes.
+/// unsaved change of its file; what is declined is kept as a data file "NAME recovered.dat" in the
+/// folder of the untitled file.
 void offer();
 
 /// Brings the copy up to date: writes it where there are unsaved changes, removes it where there

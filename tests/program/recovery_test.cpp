@@ -116,11 +116,17 @@ TEST_F(Recovery, EachProgramHasItsOwnAndOnlyTheDeadAreOffered) {
     EXPECT_EQ(found().size(), 0U);
     kill();
     EXPECT_EQ(found().size(), 1U);
+    modFileCmd::state().defaultFilePath = folder / "Untitled.dat";
+    folder.write("fleet recovered.dat", "taken");
     dialogs.answers = {"ask no"};
     offer();
-    dialogs.take();
+    EXPECT_THAT(dialogs.take(),
+                testing::ElementsAre(testing::HasSubstr("kept as fleet recovered 2.dat.")));
     EXPECT_EQ(copies(), std::set<std::string>{"1/unsaved.bin"});
     EXPECT_FALSE(history::changed());
+    EXPECT_NE(row(4).substr(0, 6), "446.2|");
+    modFileCmd::openNamed(folder / "fleet recovered 2.dat");
+    EXPECT_EQ(row(4).substr(0, 6), "446.2|");
 }
 
 TEST_F(Recovery, OddCopiesAreTakenOrLeftInWords) {
