@@ -54,24 +54,36 @@ TEST_F(ErrorList, ShowsTwoLinesForEachFailureTheLastSelected) {
     EXPECT_EQ(state().entries.at(1).number + state().entries.at(2).number, 4711);
 }
 
-/// A locale whose dates are "D<day>" and "T<hour>", each after `prefix`.
+/// A locale whose dates are "D<day>/<day of the week>/<day of the year>" and "T<hour>", each after
+/// `prefix`.
 struct OwnForm : std::time_put<char> {
     explicit OwnForm(std::string before) : prefix(std::move(before)) {}
     iter_type do_put(iter_type out, std::ios_base&, char, const std::tm* time, char form,
                      char) const override {
         return fmt::format_to(
             out, "{}{}", prefix,
-            form == 'x' ? fmt::format("D{}", time->tm_mday) : fmt::format("T{}", time->tm_hour));
+            form == 'x' ? fmt::format("D{}/{}/{}", time->tm_mday, time->tm_wday, time->tm_yday)
+                        : fmt::format("T{}", time->tm_hour));
     }
     std::string prefix;
 };
 
 TEST(GeneralDate, IsTheLocalesFormWhereItHasOne) {
-    const DateTime when{2026, 11, 22, 14, 41, 0};
-    const std::string plain = "2026-11-22 14:41:00";
+    const DateTime when{2026, 11, 23, 14, 41, 0};
+    const std::string plain = "2026-11-23 14:41:00";
+    const std::string date = "D23/1/326 ";
     EXPECT_EQ(generalDate::text(when, std::locale::classic()), plain);
     const std::pair<const char*, std::string> cases[] = {
-        {"", "D22 T14"}, {"日", "日D22 日T14"}, {"\xC8\xD5", plain}, {"\xE6\x97", plain}};
+        {"", date + "T14"},
+        {"日", "日" + date + "日T14"},
+        {"é", "é" + date + "éT14"},
+        {"😀", "😀" + date + "😀T14"},
+        {"\xC8\xD5", plain},
+        {"\xE6\x97", plain},
+        {"\xC1\x81", plain},
+        {"\x80", plain},
+        {"\xF4\x80\x80\x80", "\xF4\x80\x80\x80" + date + "\xF4\x80\x80\x80T14"},
+        {"\xF5\x80\x80\x80", plain}};
     for (const auto& [prefix, text] : cases) {
         const std::locale locale(std::locale::classic(),
                                  std::make_unique<OwnForm>(prefix).release());

@@ -2,7 +2,10 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "base/Files.h"
 
+#include <fcntl.h>
+#include <fmt/format.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -10,7 +13,9 @@
 #include <map>
 #include <vector>
 
+#include "base/posix/Descriptor.h"
 #include "support/Raised.h"
+#include "support/SimulatedClock.h"
 #include "support/TempFolder.h"
 
 namespace k520::files {
@@ -142,6 +147,93 @@ TEST_F(Files, AreRefusedAtOnceWhereTheyCannotBeReplaced) {
     ASSERT_EQ(::seteuid(user), 0);
     EXPECT_EQ(folder.names(), before);
     EXPECT_EQ(folder.read("protected"), "old");
+}
+
+TEST_F(Files, TakeThePlaceOfWhatAKilledProgramLeft) {
+    const std::string first = ".k520-0.tmp";
+    const auto replaced = [&] {
+        replace(folder / "a", bytesOf("new"));
+        EXPECT_EQ(folder.read("a"), "new");
+        fs::remove(folder / "a");
+        return folder.names();
+    };
+    const auto before = folder.names();
+    folder.write(first, "left");
+    EXPECT_EQ(replaced(), before) << "an abandoned one goes";
+    // Those of a program that runs, of somebody who gave it another name, and what is no file stay.
+    auto with = before;
+    with.insert(first);
+    {
+        folder.write(first, "running");
+        const Descriptor running(::open((folder / first).c_str(), O_RDWR | O_CLOEXEC));
+        EXPECT_EQ(::flock(running.get(), LOCK_EX), 0);
+        EXPECT_EQ(replaced(), with);
+    }
+    fs::create_hard_link(folder / first, folder / "second name");
+    with.insert("second name");
+    EXPECT_EQ(replaced(), with);
+    fs::remove(folder / first);
+    fs::create_symlink("far", folder / first);
+    EXPECT_EQ(replaced(), with);
+    for (int slot = 1; slot < 100; ++slot) {
+        fs::create_directory(folder / fmt::format(".k520-{}.tmp", slot));
+    }
+    EXPECT_EQ(raised([&] { replace(folder / "a", bytesOf("new")); }), 75);
+    fs::remove(folder / ".k520-99.tmp");
+    replaced();
+}
+
+TEST_F(Files, OneProgramAtATimeHasTheLockOfAFolder) {
+    const auto first = std::make_unique<FolderLock>(folder.path());
+    test::SimulatedClock clock;
+    EXPECT_EQ(raised([&] { FolderLock{folder.path()}; }), 70);
+    EXPECT_EQ(clock.now(), std::chrono::seconds(3));
+    EXPECT_EQ(clock.waits, 600);
+    EXPECT_EQ(raised([&] { FolderLock{folder / "none"}; }), 76);
+}
+
+TEST_F(Files, AreKeptBesideUnderTheNextNumber) {
+    const auto path = folder.write("a", "one");
+    ::chmod(path.c_str(), 0604);
+    EXPECT_EQ(freeNameBeside(path), folder / "a.~1~");
+    const auto kept = [&](const std::string& text) {
+        folder.write("a", text);
+        return keepBeside(path).filename();
+    };
+    folder.write("a.~0~", "one");
+    EXPECT_EQ(kept("one"), "a.~1~");
+    EXPECT_EQ(fs::status(folder / "a.~1~").permissions(), fs::perms{0604});
+    EXPECT_EQ(kept("one"), "a.~1~") << "the same once more";
+    EXPECT_EQ(kept("two"), "a.~2~");
+    EXPECT_EQ(kept("one"), "a.~3~") << "only the last one is looked at";
+    EXPECT_EQ(kept("onE"), "a.~4~");
+    EXPECT_EQ(folder.read("a.~1~") + folder.read("a.~2~") + folder.read("a.~4~"), "onetwoonE");
+    const std::string largest(1 << 20, 'x');
+    EXPECT_EQ(kept(largest), "a.~5~");
+    EXPECT_EQ(kept(largest), "a.~5~");
+    EXPECT_EQ(kept(largest + "x"), "a.~6~");
+    EXPECT_EQ(kept(largest + "x"), "a.~7~") << "larger than any data file: not looked at";
+    EXPECT_EQ(raised([&] { keepBeside(folder / "none"); }), 53);
+    EXPECT_EQ(raised([&] { keepBeside(folder / "fifo"); }), 75);
+    EXPECT_EQ(freeNameBeside(path), folder / "a.~8~");
+}
+
+TEST_F(Files, AreRemovedAndLookedAt) {
+    const auto path = folder.write("a", "text");
+    EXPECT_EQ(stampOf(path)->size, 4U);
+    fs::last_write_time(path, fs::file_time_type::clock::from_sys(std::chrono::sys_seconds()) -
+                                  std::chrono::hours(1));
+    EXPECT_EQ(stampOf(path)->modified, std::chrono::nanoseconds(0)) << "not before 1970";
+    EXPECT_TRUE(mayWrite(path));
+    EXPECT_FALSE(mayWrite(folder / "none"));
+    files::remove(path);
+    EXPECT_EQ(stampOf(path), std::nullopt);
+    EXPECT_EQ(raised([&] { files::remove(path); }), 0) << "nothing to remove";
+    makeFolder(folder / "deep/down");
+    EXPECT_NE(raised([&] { files::remove(folder / "deep"); }), 0)
+        << "a folder with something in it";
+    EXPECT_NE(raised([&] { makeFolder(folder / "fifo/below"); }), 0);
+    EXPECT_EQ(raised([&] { static_cast<void>(stampOf(folder / "loop")); }), 75);
 }
 
 TEST_F(Files, StayWhereverTheDiskGetsFull) {

@@ -258,16 +258,19 @@ TEST_F(Sessions, PortsAreRefusedWithTheReason) {
 }
 
 TEST_F(Sessions, CtrlCEndsASessionCleanly) {
-    bool sent = false;
-    const auto outcome = with("read -o @b.dat", [&](pid_t child) {
-        if (!sent && radio->counters().exchanges > 3) {
-            sent = true;
-            kill(child, SIGINT);
-        }
-    });
-    EXPECT_EQ(outcome.code, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("stopped on request"));
-    EXPECT_FALSE(exists("b.dat"));
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+        bool sent = false;
+        plug();
+        const auto outcome = with("read -o @b.dat", [&](pid_t child) {
+            if (!sent && radio->counters().exchanges > 3) {
+                sent = true;
+                kill(child, signal);
+            }
+        });
+        EXPECT_EQ(outcome.code, 1) << signal;
+        EXPECT_THAT(outcome.err, HasSubstr("stopped on request"));
+        EXPECT_FALSE(exists("b.dat"));
+    }
     EXPECT_EQ(with("read -o @b.dat").code, 0) << "the port is free";
 }
 

@@ -55,6 +55,13 @@ TEST(DeviceLink, TakesTheLinkOfNobodyWhoRuns) {
     fs::remove(link);
     fs::create_symlink(one.path, link);
     EXPECT_FALSE(refused());
+    // A link may be relative to its own folder.
+    folder.write("file", "");
+    for (const char* target : {"file", "gone"}) {
+        fs::create_symlink(target, link);
+        EXPECT_EQ(refused(), target == std::string("file")) << target;
+        fs::remove(link);
+    }
 }
 
 }  // namespace

@@ -5,8 +5,13 @@
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <grp.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
+
+#include <functional>
+#include <tuple>
+#include <vector>
 
 #include "support/Raised.h"
 #include "support/TempFolder.h"
@@ -46,6 +51,39 @@ TEST(PosixPort, MakesARawLineOfWhateverItFinds) {
     EXPECT_EQ(line.c_cc[VMIN] + line.c_cc[VTIME], 0);
 }
 
+TEST(PosixPort, KeepsOthersOutWhileItIsOpenAndForgetsInputOnRequest) {
+    const Terminal pair;
+    const Descriptor other(::open(pair.path.c_str(), O_RDWR | O_NOCTTY));
+    const auto marked = [&] {
+        int mark = -1;
+        return ::ioctl(other.get(), TIOCGEXCL, &mark) == 0 ? mark : -1;
+    };
+    PosixPort port(pair.path);
+    const std::vector<std::uint8_t> bytes{1, 2, 3};
+    const std::function<void()> calls[] = {[&] { port.emptyInput(); }, [&] { port.emptyOutput(); },
+                                           [&] { port.write(bytes); }, [&] { port.waiting(); },
+                                           [&] { port.readAll(); }};
+    for (const auto& call : calls) {
+        EXPECT_EQ(test::raised([&] { return call(), 0; }), errNum::badFileName);
+    }
+    port.open();
+    EXPECT_EQ(marked(), 1);
+    EXPECT_EQ(failureOf(pair.path).number(), errNum::alreadyOpen);
+    EXPECT_EQ(marked(), 1) << "a refused opening leaves the mark";
+    for (const auto& call : calls) {
+        EXPECT_EQ(test::raised([&] { return call(), 0; }), 0);
+    }
+    EXPECT_EQ(::write(pair.master.get(), bytes.data(), bytes.size()), 3);
+    EXPECT_EQ(port.waiting(), 3U);
+    port.emptyInput();
+    EXPECT_EQ(port.waiting(), 0U);
+    EXPECT_EQ(::write(pair.master.get(), bytes.data(), bytes.size()), 3);
+    EXPECT_EQ(port.readAll(), bytes);
+    EXPECT_TRUE(port.readAll().empty());
+    port.close();
+    EXPECT_EQ(marked(), 0);
+}
+
 TEST(PosixPort, RefusesWhatIsNoSerialDevice) {
     const test::TempFolder folder;
     folder.write("plain", "as it was");
@@ -81,6 +119,20 @@ TEST(PosixPort, NamesTheGroupThatHasPermission) {
         ASSERT_EQ(::seteuid(user), 0);
         EXPECT_EQ(failure.number(), errNum::permissionDenied);
         EXPECT_THAT(failure.source(), HasSubstr(mode == 0 ? "only user " : remedy));
+    }
+    // Numbers where the system has no name, and never the administrator's group.
+    const std::tuple<gid_t, mode_t, const char*> owners[] = {{54321, 0060U, "usermod -aG 54321 "},
+                                                             {54321, 0040U, "user 12345"},
+                                                             {0, 0060U, "user 12345"}};
+    for (const auto& [owner, mode, expected] : owners) {
+        if (user != 0) {
+            continue;  // only the administrator can give it away
+        }
+        ASSERT_TRUE(::chown(path, 12345, owner) == 0 && ::chmod(path, mode) == 0);
+        ASSERT_TRUE(::setegid(65534) == 0 && ::seteuid(65534) == 0);
+        const RuntimeError failure = failureOf(path);
+        ASSERT_TRUE(::seteuid(user) == 0 && ::setegid(::getgid()) == 0);
+        EXPECT_THAT(failure.source(), HasSubstr(expected));
     }
 }
 
