@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include <fcntl.h>
+#include <fmt/format.h>
 #include <gmock/gmock.h>
+#include <poll.h>
 #include <sys/stat.h>
 
 #include <array>
@@ -258,6 +260,8 @@ TEST_F(Sessions, PortsAreRefusedWithTheReason) {
 }
 
 TEST_F(Sessions, CtrlCEndsASessionCleanly) {
+    // Not as if it were to outlive its terminal.
+    const auto hangUp = std::signal(SIGHUP, SIG_DFL);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
         bool sent = false;
         plug();
@@ -271,7 +275,68 @@ TEST_F(Sessions, CtrlCEndsASessionCleanly) {
         EXPECT_THAT(outcome.err, HasSubstr("stopped on request"));
         EXPECT_FALSE(exists("b.dat"));
     }
+    std::signal(SIGHUP, hangUp);
     EXPECT_EQ(with("read -o @b.dat").code, 0) << "the port is free";
+}
+
+// All at once, so that no pause of a busy machine comes in between.
+TEST_F(Sessions, SimulateHasTheFaultsThatItIsAskedFor) {
+    using namespace std::string_literals;
+    const auto greeting = "PROGRAM"s;
+    const auto block = "\x00\x10\x01"s;
+    const auto reads = greeting + greeting + "\x06" + "R" + block + greeting;
+    const auto writes = greeting + "\x06" + "W" + block + "J" + "R" + block;
+    const auto ends = [](int attempts, const std::string& complaint = "", int count = 0) {
+        const std::string told = complaint.empty() ? "" : "k520-cli: protocol: " + complaint + "\n";
+        return fmt::format("{}k520-cli: {} attempts, 0 reads, 0 writes, {} violations\n", told,
+                           attempts, count);
+    };
+    const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
+        // options, what is sent, what comes back, and what is said at the end
+        {"", reads, "\x06\x06\x06W" + block + "\x11\x06", ends(3)},
+        {" --lose 1", reads, "\x06\x06W" + block + "\x11\x06", ends(3)},
+        {" --corrupt 2", reads, "\x06\xF9\x06W" + block + "\x11\x06", ends(3)},
+        {" --add 4", reads, "\x06\x06\x06WW" + block + "\x11\x06", ends(3)},
+        {" --delay 1:3", reads, "\x06\x06\x06W" + block + "\x11\x06", ends(3)},
+        {" --lose-request 7", reads, "\x06\x06W" + block + "\x11\x06",
+         ends(2, "unknown while asleep: 50 52 4F 47 52 41 50", 1)},
+        {" --corrupt-request 7", reads, "\x06\x06W" + block + "\x11\x06",
+         ends(2, "unknown while asleep: 50 52 4F 47 52 41 B2", 1)},
+        {" --silent-from 2", greeting + greeting, "\x06", ends(2)},
+        {" --fail-first 1", reads, "\x06\x06W" + block + "\x11\x06", ends(3)},
+        {" --unplug-after 1", greeting, "\x06", ends(1)},
+        {" --babble-from 2", greeting, "\x06\xE2\x8D\x1B\x98", ends(1)},
+        {"", writes, "\x06\x06\x06W" + block + "J", ends(1)},
+        {" --forget 1", writes, "\x06\x06\x06W" + block + "\x11", ends(1)}};
+    run.folder.write("all11.dat", std::string(8192, '\x11'));
+    for (const auto& [options, sent, answer, told] : cases) {
+        SCOPED_TRACE(options);
+        const pid_t child = run.start(
+            run.wordsOf("simulate --image @all11.dat --link @radio --baud 230400" + options),
+            "simulate");
+        const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+        const auto inTime = [&] { return std::chrono::steady_clock::now() < until; };
+        Descriptor line;
+        while (!line.valid() && inTime()) {
+            line = Descriptor(::open(run.file("radio").c_str(), O_RDWR | O_NOCTTY));
+        }
+        EXPECT_EQ(::write(line.get(), sent.data(), sent.size()), std::ssize(sent));
+        std::string heard;
+        pollfd input{line.get(), POLLIN, 0};
+        while (heard.size() < answer.size() && inTime() && ::poll(&input, 1, 1000) >= 0) {
+            std::array<char, 64> piece{};
+            const auto room = std::min(piece.size(), answer.size() - heard.size());
+            const auto count = ::read(line.get(), piece.data(), room);
+            heard.append(piece.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+        }
+        EXPECT_EQ(heard, answer);
+        if (options != " --unplug-after 1") {
+            kill(child, SIGTERM);
+        }
+        const auto outcome = run.finish(child, "simulate");
+        EXPECT_EQ(outcome.code, 0);
+        EXPECT_EQ(outcome.err, told);
+    }
 }
 
 TEST_F(Sessions, SimulateIsARadioForOthers) {
