@@ -14,11 +14,14 @@
 #include <vector>
 
 #include "app/programFolder.h"
+#include "channels/frequency.h"
+#include "channels/gridPaste.h"
 #include "channels/modChMem.h"
 #include "channels/modModel.h"
 #include "desktop/link/frmCommun.h"
 #include "desktop/main/mdifrmMain.h"
 #include "desktop/widgets/DesktopClock.h"
+#include "document/history.h"
 #include "link/protocol/modCommun.h"
 #include "link/simulator/simRadio.h"
 #include "link/simulator/virtualPort.h"
@@ -59,6 +62,40 @@ void openFiles(const test::TempFolder& folder) {
         times.push_back(now() - start);
     }
     print("open a data file to the repainted grid", times);
+}
+
+/// A block of all cells of all channels, as a spreadsheet gives it.
+std::string wholeGrid(int offset) {
+    std::string block;
+    for (int n = 1; n <= modChMem::state().ChNum; ++n) {
+        const auto mhz =
+            frequency::mhzText(modModel::state().bandLow + 2500 * (2 * n + offset) + 100'000);
+        block += fmt::format("{0}\t{0}\t88.5\tD023N\tWide\tHigh\tOn\tOff\n", mhz);
+    }
+    return block;
+}
+
+/// Each paste is a step; then they are taken back, one after another.
+void pasteAndUndo(mdifrmMain& window) {
+    constexpr int rounds = 200;
+    const std::string blocks[] = {wholeGrid(0), wholeGrid(1)};
+    const gridPaste::Place corner{1, 1};
+    Milliseconds pasted;
+    Milliseconds undone;
+    for (int i = 0; i < rounds; ++i) {
+        const double start = now();
+        gridPaste::paste(blocks[i % 2], {&corner, 1});
+        QApplication::processEvents();
+        pasted.push_back(now() - start);
+    }
+    print("paste 16 x 8 cells, repainted", pasted);
+    for (int i = 0; i < rounds; ++i) {
+        const double start = now();
+        window.mnuUndo_Click();
+        QApplication::processEvents();
+        undone.push_back(now() - start);
+    }
+    print("undo a step of 16 x 8 cells, repainted", undone);
 }
 
 void openMemoryData(mdifrmMain& window) {
@@ -119,6 +156,9 @@ int main(int count, char** words) {
     window.show();
     QApplication::processEvents();
     openFiles(folder);
+    pasteAndUndo(window);
     openMemoryData(window);
+    // Nobody answers a question about unsaved changes.
+    history::markSaved();
     readAtLineSpeed(window);
 }
