@@ -66,7 +66,8 @@ std::optional<int> firstUnequal(const T& a, const T& b) {
 
 /// The text of a cell of the channel grid, rows from 1; null outside it.
 const std::string* textOf(const Shown& shown, int row, int column) {
-    const auto place = static_cast<std::size_t>((row - 1) * shown.columns + column);
+    const auto place = static_cast<std::size_t>(row - 1) * static_cast<std::size_t>(shown.columns) +
+                       static_cast<std::size_t>(column);
     return row >= 1 && column >= 0 && column < shown.columns && place < shown.cells.size()
                ? &shown.cells[place].text
                : nullptr;
