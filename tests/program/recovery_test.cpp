@@ -2,11 +2,16 @@
 // SPDX-FileCopyrightText: 2026 The K520 authors
 #include "program/recovery.h"
 
+#include <random>
+
 #include "channels/ChannelFixture.h"
 #include "channels/modChEdit.h"
+#include "document/encoded.h"
 #include "document/history.h"
+#include "document/imageDifferences.h"
 #include "image/datFile.h"
 #include "program/modFileCmd.h"
+#include "settings/optionPanel.h"
 
 namespace k520::recovery {
 namespace {
@@ -20,6 +25,8 @@ class Recovery : public test::ChannelFixture {
         begin();
     }
     void begin() {
+        // As a start does it: empty channels get their default parameters.
+        modChMem::SoftDisplay();
         history::start();
         modFileCmd::setCurrentFile(folder / "fleet.dat");
         modChMem::SetConvIicDat();
@@ -42,6 +49,7 @@ class Recovery : public test::ChannelFixture {
         programFolder::state().own = own;
         modSoftFace::FillSoftFace(mdimoduMain::state().Language);
         ChannelFixture::SetUp();
+        modChMem::SoftDisplay();
         history::start();
         modFileCmd::setCurrentFile(folder / "other.dat");
         history::markSaved();
@@ -82,6 +90,40 @@ TEST_F(Recovery, AKilledProgramsWorkIsOfferedAsAChangeOfItsFile) {
     end();
     EXPECT_EQ(copies(), std::set<std::string>());
     EXPECT_EQ(failures(), Labels{});
+}
+
+TEST_F(Recovery, WhatIsOfferedIsWhatTheLastCopyHeld) {
+    std::mt19937 random{14};
+    const auto below = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+    for (int life = 0; life < 20; ++life) {
+        MemoryImage last;
+        for (int step = 0; step < 12 || last.size() == 0; ++step) {
+            switch (below(4)) {
+                case 0:
+                    type(1 + below(16), std::to_string(400 + below(70)));
+                    break;
+                case 1:
+                    optionPanel::optionClicked(below(optionTable::optionCount), below(2));
+                    break;
+                case 2:
+                    history::undo();
+                    break;
+                default:
+                    keepNow();
+                    last =
+                        history::changed() ? document::encoded(document::capture()) : MemoryImage();
+            }
+        }
+        kill();
+        dialogs.answers = {"ask yes"};
+        offer();
+        dialogs.take();
+        const auto differences =
+            imageDifferences::find(document::encoded(document::capture()), last, {0, 0x1FFF});
+        EXPECT_EQ(imageDifferences::summaryText(imageDifferences::summaryOf(differences)),
+                  "nothing")
+            << life;
+    }
 }
 
 TEST_F(Recovery, ACleanEndASaveAndAnUndoLeaveNothing) {
