@@ -15,6 +15,7 @@ inline constexpr Text noRecentFiles{"（无）", "(none)"};
 inline constexpr Text viewMemory{"内存数据(&M)", "&Memory Data"};
 inline constexpr Text viewErrorList{"错误列表(&E)", "&Error List"};
 inline constexpr Text viewTree{"导航树(&T)", "Navigation &Tree"};
+inline constexpr Text viewWords{"用文字说明信道(&W)", "Channels in &Words"};
 inline constexpr Text treeTitle{"导航", "Navigation"};
 inline constexpr Text toolbarTitle{"工具栏", "Toolbar"};
 inline constexpr Text tipNew{"从默认数据开始新的配置",

@@ -72,4 +72,7 @@ inline constexpr Text selectAllCells{"全选(&A)", "Select &all"};
 inline constexpr Text emptyQuestion{"将删除 {} 个信道，是否继续？",
                                     "{} channels will be deleted. Go on?"};
 
+// The sentences beside the grid
+inline constexpr Text inWords{"文字说明", "In words"};
+
 }  // namespace k520::texts

@@ -30,7 +30,8 @@ inline constexpr Argument key{"KEY", "KEY", "", ArgumentKind::positional, texts:
 inline constexpr std::array newArguments{
     Argument{"FILE", "FILE", "", ArgumentKind::positional, texts::newFile}};
 
-inline constexpr std::array showArguments{file, json};
+inline constexpr std::array showArguments{
+    file, json, Argument{"words", "--words", "", ArgumentKind::flag, texts::showWords}};
 
 inline constexpr std::array setArguments{
     file, Argument{"EDITS", "EDITS", "KEY=VALUE...", ArgumentKind::positionalList, texts::setEdits},

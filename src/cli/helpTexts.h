@@ -56,6 +56,8 @@ inline constexpr Text newFile{"要新建的数据文件；已有的文件会被�
 inline constexpr Text showSummary{"显示数据文件的机型、频段、写频时间、信道和整机设置",
                                   "Shows model, band, time of the last write, channels and options "
                                   "of a data file"};
+inline constexpr Text showWords{"每个信道用一句话说明；有 --json 时不起作用",
+                                "Say each channel as a sentence; without effect with --json"};
 
 // set
 inline constexpr Text setSummary{"修改数据文件，规则与软件窗口中的输入相同",

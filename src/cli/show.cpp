@@ -17,6 +17,8 @@
 #include "cli/document.h"
 #include "cli/output.h"
 #include "cli/program.h"
+#include "document/channelWords.h"
+#include "document/channelWordsTexts.h"
 #include "document/picture.h"
 #include "settings/optionTable.h"
 
@@ -160,6 +162,17 @@ std::string channelsText(const Picture& picture) {
     return outside.empty() ? text : text + flagged(say(texts::outsideBand) + names) + '\n';
 }
 
+/// A line for each channel that is not empty.
+std::string wordsText(const Picture& picture) {
+    std::string text;
+    for (const auto& channel : picture.channels) {
+        if (const auto words = channelWords::of(channel); !words.empty()) {
+            text += say(texts::wordsOfRow, channel.channel, words) + '\n';
+        }
+    }
+    return text;
+}
+
 std::string optionsText(const Picture& picture) {
     std::vector<std::vector<std::string>> rows;
     for (const auto& option : optionTable::options()) {
@@ -186,6 +199,10 @@ int runShow(const Arguments& arguments) {
         print(pictureJson(picture, file)
                   .dump(2, ' ', false, nlohmann::json::error_handler_t::replace));
         print("\n");
+        return exitDone;
+    }
+    if (arguments.has("words")) {
+        print(wordsText(picture));
         return exitDone;
     }
     print(bold(file) + '\n' + headText(picture) + '\n' + channelsText(picture) + '\n' +

@@ -30,6 +30,7 @@
 #include "desktop/widgets/CellGridModel.h"
 #include "desktop/widgets/owned.h"
 #include "desktop/widgets/qtText.h"
+#include "document/channelWords.h"
 #include "document/history.h"
 
 namespace k520 {
@@ -93,7 +94,8 @@ frmChGrid::frmChGrid(QWidget* parent)
                   },
               .tip = tipOf,
               .marked = [](int row, int col) { return history::savedText(row, col).has_value(); },
-              .titleTip = [](int col) { return qText(columnTips::of(col)); }},
+              .titleTip = [](int col) { return qText(columnTips::of(col)); },
+              .rowWords = [](int row) { return qText(channelWords::ofNumber(row)); }},
           this)),
       titles_(own<TitleHeader>(this)),
       menu_(own<QMenu>(this)),

@@ -14,6 +14,7 @@
 #include "desktop/channels/frmChEditors.h"
 #include "desktop/channels/frmChGrid.h"
 #include "desktop/channels/frmChLists.h"
+#include "desktop/channels/frmChWords.h"
 #include "desktop/settings/frmOptPanel.h"
 #include "desktop/widgets/SteadyComboBox.h"
 #include "desktop/widgets/captions.h"
@@ -60,6 +61,7 @@ frmChMem::frmChMem(QWidget* parent)
       lblFrequency_(own<QLabel>(fraModel_)),
       cboFrequency_(ownNamed<SteadyComboBox>("cboFrequency", fraModel_)),
       vsfgGridCh_(own<frmChGrid>()),
+      words_(own<frmChWords>(*vsfgGridCh_)),
       panel_(own<frmOptPanel>()) {
     layOut();
     setFocusProxy(vsfgGridCh_);
@@ -84,7 +86,14 @@ void frmChMem::layOut() {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(lblNotice_);
     column->addWidget(fraModel_);
-    column->addWidget(vsfgGridCh_, 1);
+    auto* sides = own<QSplitter>(Qt::Horizontal);
+    sides->addWidget(vsfgGridCh_);
+    sides->addWidget(words_);
+    sides->setStretchFactor(0, 1);
+    sides->setStretchFactor(1, 0);
+    sides->setChildrenCollapsible(false);
+    words_->hide();
+    column->addWidget(sides, 1);
     auto* parts = own<QSplitter>(Qt::Horizontal);
     parts->addWidget(channels);
     parts->addWidget(panel_);
@@ -108,6 +117,12 @@ void frmChMem::refresh() {
     fill(modModel::state().cboModel, *cboModel_);
     fill(modModel::state().cboFrequency, *cboFrequency_);
     vsfgGridCh_->fit();
+    words_->refresh();
+}
+
+void frmChMem::showWords(bool shown) {
+    words_->setVisible(shown);
+    words_->refresh();
 }
 
 void frmChMem::showNotice(const QString& text) {

@@ -11,6 +11,7 @@ namespace k520 {
 
 class frmChGrid;
 class frmChLists;
+class frmChWords;
 class frmOptPanel;
 
 /// The channel window: model and band above the channel grid `vsfgGridCh`, the panel of the
@@ -34,6 +35,9 @@ class frmChMem : public QWidget {
     /// Gives the band list the keyboard.
     void showBand();
 
+    /// Shows each channel in words beside the grid, or no longer.
+    void showWords(bool shown);
+
     [[nodiscard]] frmOptPanel* panel() const;
     [[nodiscard]] frmChGrid* grid() const;
 
@@ -49,6 +53,7 @@ class frmChMem : public QWidget {
     QLabel* lblFrequency_;
     QComboBox* cboFrequency_;
     frmChGrid* vsfgGridCh_;
+    frmChWords* words_;
     frmOptPanel* panel_;
 };
 

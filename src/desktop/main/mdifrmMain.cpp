@@ -18,6 +18,7 @@
 #include "app/look.h"
 #include "app/mdimoduMain.h"
 #include "app/modShowErr.h"
+#include "app/viewSettings.h"
 #include "channels/modChEdit.h"
 #include "channels/modChMem.h"
 #include "desktop/channels/frmChGrid.h"
@@ -105,6 +106,7 @@ modStartUp::StartResult mdifrmMain::Form_Load() {
                                   .showLockState =
                                       [this] {
                                           showLockState();
+                                          showViewSettings();
                                           frmMainPlace::restore(*this, firstSize);
                                       }});
 }
@@ -234,6 +236,19 @@ void mdifrmMain::mnuLangSel_Click(int language) {
 void mdifrmMain::mnuLockCh_Click(bool lock) {
     command([&] { modStartUp::lockChannels(lock); });
     showLockState();
+}
+
+void mdifrmMain::mnuWords_Click(bool shown) {
+    command([] {});
+    chMem_->showWords(shown);
+    viewSettings::store(viewSettings::channelWords, shown ? "1" : "0");
+}
+
+/// Shows what the settings file says of the menu View.
+void mdifrmMain::showViewSettings() {
+    const bool words = viewSettings::stored(viewSettings::channelWords) == "1";
+    findChild<QAction*>(QStringLiteral("mnuWords"))->setChecked(words);
+    chMem_->showWords(words);
 }
 
 void mdifrmMain::ExitSoft() {

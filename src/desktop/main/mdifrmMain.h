@@ -62,6 +62,8 @@ class mdifrmMain : public QMainWindow {
     void showWindow(const QString& key);
     /// The memory data window, filled with what the image holds now.
     void showMemDat();
+    /// Shows the channels in words or no longer, and remembers it.
+    void mnuWords_Click(bool shown);
     /// Takes the last step back, or makes it again, and shows where it was.
     void mnuUndo_Click();
     void mnuRedo_Click();
@@ -94,6 +96,7 @@ class mdifrmMain : public QMainWindow {
     void showRecentMenu();
     void openFile(const QString& path);
     void checkLanguageItem();
+    void showViewSettings();
     void showLockState();
     void followFormRefresh();
     void followPanel();

@@ -178,6 +178,11 @@ void mdifrmMain::makeMenus() {
     connect(lock, &QAction::triggered, this, &mdifrmMain::mnuLockCh_Click);
     menu("mnuOption")->addAction(lock);
 
+    auto* words = ownNamed<QAction>("mnuWords", this);
+    words->setCheckable(true);
+    connect(words, &QAction::triggered, this, &mdifrmMain::mnuWords_Click);
+    menu("mnuView")->addAction(words);
+
     auto* languages = ownNamed<QMenu>("mnuLanguage", menuBar());
     languages->setIcon(icons::line(QStringLiteral("language")));
     menu("mnuSettings")->addMenu(languages);
@@ -233,6 +238,7 @@ void mdifrmMain::setMenuFace() {
         ->findChild<QMenu*>(QStringLiteral("mnuLanguage"))
         ->setTitle(softText(SoftText::menuLanguage));
     name("mnuLockCh", softText(SoftText::menuLockChannels));
+    name("mnuWords", qSay(texts::viewWords));
     name("mnuShowErr", qSay(texts::viewErrorList));
     name("mnuShowTree", qSay(texts::viewTree));
 }

@@ -71,6 +71,8 @@ QVariant CellGridModel::data(const QModelIndex& index, int role) const {
             return Qt::AlignCenter;
         case Qt::ToolTipRole:
             return rules_.tip ? rules_.tip(gridRow(index), gridColumn(index)) : QVariant();
+        case Qt::AccessibleDescriptionRole:
+            return rules_.rowWords ? rules_.rowWords(gridRow(index)) : QVariant();
         case markedRole:
             return rules_.marked && rules_.marked(gridRow(index), gridColumn(index));
         case choicesRole:
@@ -95,6 +97,10 @@ QVariant CellGridModel::headerData(int section, Qt::Orientation orientation, int
     }
     if (role == Qt::ToolTipRole && orientation == Qt::Horizontal && rules_.titleTip) {
         return rules_.titleTip(section + 1);
+    }
+    const bool ofRow = role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole;
+    if (ofRow && orientation == Qt::Vertical && rules_.rowWords) {
+        return rules_.rowWords(section + 1);
     }
     if (role != Qt::DisplayRole) {
         return {};

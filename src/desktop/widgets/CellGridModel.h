@@ -29,6 +29,8 @@ class CellGridModel : public QAbstractTableModel {
         std::function<bool(int row, int column)> marked = {};
         /// The tip of a column's title; empty for none.
         std::function<QString(int column)> titleTip = {};
+        /// A row in words, for the tip of its title and for screen readers; empty for none.
+        std::function<QString(int row)> rowWords = {};
     };
 
     CellGridModel(CellGrid& grid, Rules rules, QObject* parent);

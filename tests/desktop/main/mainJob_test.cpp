@@ -320,7 +320,7 @@ class RandomActions : public MainJob {
         static constexpr const char* items[] = {
             "mnuNew",  "mnuOpen",   "mnuSave",   "mnuSaveAs", "mnuHelp",    "mnuOptFeature",
             "mnuExit", "mnuLockCh", "mnuLockCh", "mnuPrint",  "mnuShowErr", "mnuShowTree",
-            "mnuUndo", "mnuUndo",   "mnuUndo",   "mnuRedo",   "mnuRedo"};
+            "mnuUndo", "mnuUndo",   "mnuUndo",   "mnuRedo",   "mnuRedo",    "mnuWords"};
         const char* const name = user.oneOf(items);
         user.stays = std::string_view(name) == "mnuExit";
         if (auto* item = main->findChild<QAction*>(QLatin1String(name))) {
