@@ -89,8 +89,8 @@ void frmChMem::layOut() {
     auto* sides = own<QSplitter>(Qt::Horizontal);
     sides->addWidget(vsfgGridCh_);
     sides->addWidget(words_);
-    sides->setStretchFactor(0, 1);
-    sides->setStretchFactor(1, 0);
+    sides->setStretchFactor(0, 2);
+    sides->setStretchFactor(1, 1);
     sides->setChildrenCollapsible(false);
     words_->hide();
     column->addWidget(sides, 1);

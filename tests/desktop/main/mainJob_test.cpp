@@ -425,12 +425,15 @@ TEST_F(RandomActions, ThreeHundredOfThemLeaveNoFailureBehind) {
     EXPECT_GT(user.refusedPastes, 0);
 
     const auto last = document::capture();
-    while (history::canUndo()) {
+    int steps = 0;
+    for (; history::canUndo(); ++steps) {
         history::undo();
     }
     EXPECT_EQ(document::capture(), first);
     EXPECT_FALSE(history::changed());
-    while (history::canRedo()) {
+    // Not further: the last action may have been an undo.
+    for (; steps > 0; --steps) {
+        ASSERT_TRUE(history::canRedo());
         history::redo();
     }
     EXPECT_EQ(document::capture(), last);
