@@ -38,6 +38,39 @@ std::string textOf(const std::filesystem::path& path) {
     return {content.bytes.begin(), content.bytes.end()};
 }
 
+/// Whether a character of Chinese, or of its punctuation, begins here in UTF-8.
+bool isChinese(std::string_view text) {
+    const auto first = text.empty() ? 0 : static_cast<unsigned char>(text.front());
+    return (first >= 0xE3 && first <= 0xE9) || first == 0xEF;
+}
+
+bool isPunctuation(std::string_view character) {
+    const auto first = static_cast<unsigned char>(character.front());
+    return first == 0xE3 || first == 0xEF;
+}
+
+/// Chinese has no blanks between words, but a reader of a manual page shows one where a line goes
+/// on in the next. So lines of one paragraph become one; macros and the tag of a list stay alone.
+std::string withoutBlanksInChinese(std::string_view page) {
+    constexpr std::size_t bytesOfOne = 3;
+    std::string joined;
+    std::string_view last;  // character of a line that may go on
+    bool isTag = false;
+    while (!page.empty()) {
+        const auto line = page.substr(0, page.find('\n'));
+        page.remove_prefix(std::min(page.size(), line.size() + 1));
+        const bool isMacro = line.starts_with('.');
+        if (!isMacro && isChinese(last) && (isChinese(line) || isPunctuation(last))) {
+            joined.pop_back();
+        }
+        joined.append(line).push_back('\n');
+        last = isMacro || isTag || line.size() < bytesOfOne ? std::string_view()
+                                                            : line.substr(line.size() - bytesOfOne);
+        isTag = line == ".TP";
+    }
+    return joined;
+}
+
 std::string channelFields() {
     std::vector<std::string> names;
     for (int col = 1; col <= modChMem::state().ColNum; ++col) {
@@ -129,6 +162,9 @@ int run(std::span<char* const> words) {
     }
     if (std::smatch left; std::regex_search(text, left, std::regex("@[a-z]+( [a-z]+)*@"))) {
         cli::fail(fmt::format("{}: nothing is known for {}", words[0], left.str()));
+    }
+    if (chinese) {
+        text = withoutBlanksInChinese(text);
     }
     const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
     files::replace(words[1], {bytes, text.size()});
