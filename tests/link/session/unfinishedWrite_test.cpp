@@ -145,6 +145,27 @@ TEST_F(UnfinishedWrite, ARadioStaysTornWhereAWriteDoesNotReach) {
     EXPECT_FALSE(torn(held, nothing));
 }
 
+// Where the later write began from other bytes, the radio can be the one of either.
+TEST_F(UnfinishedWrite, AGoodWriteThatWentBeforeDoesNotCount) {
+    note.state = State::written;
+    for (const int other : {-1, 0, 0x42F}) {
+        MemoryImage began = note.sent;
+        MemoryImage now = note.sent;
+        now(0x50) = 0x11;
+        if (other >= 0) {
+            began(other) = 0x77;
+            now(other) = 0x11;
+        }
+        Note later{.backup = backups::store(began, whole, backups::Reason::beforeWrite).path};
+        later.before = {later.backup};
+        later.found = began;
+        later.sent = imageOf(0x11, {2027, 1, 1, 1, 0, 0});
+        const auto best = bestFitting({later, note}, now);
+        ASSERT_EQ(best.size(), other == -1 ? 1U : 2U) << other;
+        EXPECT_EQ(best.front().backup, later.backup);
+    }
+}
+
 TEST_F(UnfinishedWrite, ANoteIsReadAsItWasKept) {
     const auto second = backups::store(held, whole, backups::Reason::beforeWrite).path;
     note.before = {note.backup, second};
