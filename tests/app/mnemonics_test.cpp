@@ -17,6 +17,7 @@ TEST(Mnemonics, EachCaptionGetsALetterOfItsOwn) {
         {{"Volume", "Vo"}, "", {"&Volume", "V&o"}},
         // Whoever can take another letter gives way, and the shortest goes without.
         {{"Alb", "Al", "A"}, "", {"Al&b", "A&l", "&A"}},
+        {{"AC", "AB", "BBD", "C"}, "", {"&AC", "A&B", "BB&D", "&C"}},
         {{"A", "AA"}, "", {"A (&B)", "&AA"}},
         // A mark that is there already stays, and its letter is taken; "&&" is not a mark.
         {{"&Sql", "S && T", "S"}, "", {"&Sql", "S && &T", "S (&A)"}},

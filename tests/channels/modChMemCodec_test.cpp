@@ -12,8 +12,10 @@ class Codec : public test::ChannelFixture {};
 TEST_F(Codec, OneRecordByteForByte) {
     put(0x30, {0x25, 0x06, 0x60, 0x44, 0xFF, 0xFF, 0xFF, 0xFF, 0x9E, 0x02, 0x13, 0xA8, 0x10, 0x20});
     put(0x17E, {0x04, 0x00});
-    ChInfoSaveSol(1);
     Channel& c = channel(3);
+    c.opened = c.outOfBand = true;
+    ChInfoSaveSol(1);
+    EXPECT_FALSE(c.opened || c.outOfBand);
     EXPECT_EQ((Bytes{c.rxFre(), c.txFre(), c.field(5), c.field(6), c.field(7), c.field(8)}),
               (Bytes{44600625, -1, 1, 0, 1, 2}));
     EXPECT_EQ(c.decodeTone + c.encodeTone, "67.0D023I");

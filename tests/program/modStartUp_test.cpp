@@ -79,6 +79,8 @@ TEST_F(StartUp, FirstStartLeavesItsMarkAndTheSecondChoosesLanguageAndPort) {
     lang.set("zh_CN.UTF-8");
     EXPECT_EQ(start(), StartResult::quit);
     EXPECT_TRUE(modStartUp::state().quitting);
+    folder.write("Uninstall.exe", "[Setting]\nFirRun=02\n");
+    EXPECT_EQ(start(), StartResult::quit);
     EXPECT_THAT(settings(), HasSubstr("FirRun=1"));
     folder.write("Uninstall.exe", settings() + "[Ports]\nCOM3=virtual\nCOM5=virtual\nCOM6=/none\n");
     EXPECT_EQ(start(), StartResult::running);
@@ -117,6 +119,11 @@ TEST_F(StartUp, SettingsGoWhereTheyBelong) {
         {"COM=5\n", "2 5" + defaults, 0, "COM=5\n"},
         {"COM=5\n[Ports]\nCOM1=virtual\nCOM3=virtual\n", "2 3" + defaults, 0, "COM= 3\n"},
         {"COM=17\n[Ports]\nCOM1=virtual\n", "2 1" + defaults, 0, "COM= 1\n"},
+        // As much of a text as its buffer takes.
+        {"Language=00000001\nTableMaxAddr=000000000003FF\nChsFont=" + std::string(29, 'f') + "gh\n",
+         "1 1 " + std::string(29, 'f') + defaults.substr(16, defaults.size() - 20) + "1023", 0, ""},
+        {"Language=000000001\nTableMaxAddr=000000000003FFF\n",
+         "3 1" + defaults.substr(0, defaults.size() - 4) + "1023", 0, ""},
         {"Language=1\nCOM= 2\nDatNum=1039\nChsFont=B\nCtMax=10\nDcsMax=20\nCtcDcsMax=30\n"
          "TableMaxAddr=3FF\nReadStartAddr=10\nReadEndAddr=FFFF\nWriteStartAddr=1\n"
          "WriteEndAddr=2\nChannelLock=ShowLock\n[Ports]\nCOM2=virtual\nCOM4=virtual\n",
