@@ -32,6 +32,20 @@ class HistoryTest : public test::ChannelFixture {
     }
 };
 
+TEST_F(HistoryTest, WhatIsShownComesBackInTheFirstRowAndInTheLast) {
+    begin();
+    for (const int channel : {1, 16}) {
+        const auto before = row(channel);
+        type(channel, 1, "446");
+        const auto after = row(channel);
+        EXPECT_NE(after, before);
+        undo();
+        EXPECT_EQ(row(channel), before) << channel;
+        redo();
+        EXPECT_EQ(row(channel), after) << channel;
+    }
+}
+
 TEST_F(HistoryTest, EveryStepGoesBackAndForthAndSaysWhatAndWhere) {
     begin();
     struct Case {
