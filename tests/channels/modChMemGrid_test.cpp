@@ -110,8 +110,14 @@ TEST_F(Grid, DeletionTakesTheRecordFromTheDefaultImage) {
     for (int address = 0x40; address < 0x70; ++address) {
         EXPECT_EQ(image()(address), address / 16 == 5 ? 0x5A : 0) << address;
     }
+    for (const int n : {1, 16}) {
+        setChannel(n, 44600625, 14500000);
+        channel(n).modified() = 0;
+    }
     mnuDelAll_Click();
-    EXPECT_EQ(channel(9).modified(), 1);
+    for (const int n : {1, 9, 16}) {
+        EXPECT_TRUE(!channel(n).present() && channel(n).modified() == 1) << n;
+    }
     EXPECT_EQ(get(image(), 0x10F, 2), (Bytes{0x5A, 0}));
     EXPECT_EQ(failures(), Labels{});
     state().currentChannel = 0;
