@@ -33,7 +33,7 @@ class MemDat : public test::ProgramFolder {
 };
 
 TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
-    TableFreDat();
+    cmdFillGrid_Click();
     EXPECT_EQ(grid.text(0, 0) + grid.text(0, 16) + grid.text(32, 0) + grid.text(512, 0),
               "AddrF01F0H1FF0H");
     EXPECT_EQ(grid.text(1, 6) + grid.text(2, 11) + grid.text(17, 1) + grid.text(512, 16),
@@ -51,7 +51,7 @@ TEST_F(MemDat, ShowsEveryByteAndMarksExactlyWhatChanged) {
     std::set<std::pair<int, int>> told;
     const auto following =
         grid.onCellChanged.subscribe([&](int row, int column) { told.emplace(row, column); });
-    cmdFillGrid_Click();
+    TableFreDat();
     EXPECT_TRUE(told.empty());
 
     const std::set<std::pair<int, int>> changed{{0x13, 4}};
